@@ -1,0 +1,40 @@
+#pragma once
+
+#include "Platform/Color.h"
+#include "Platform/Font.h"
+#include "Platform/Geometry.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace vantix {
+
+/// What an element is to the person who meets it.
+enum class Role { card, title, message, text, image, button, close, star, option, row, divider, mark };
+
+/// The word for a role, as tools print it ("card", "title", …).
+const char* roleName(Role role);
+
+/// One element of the settled layout, with what is painted for it.
+struct AccessibleElement {
+    Role role = Role::text;
+    /// The text that is shown, or a name for what shows none.
+    std::string label;
+    /// What assistive technology says: label, kind and state in one phrase ("3 of 5 stars, selected").
+    std::string spokenText;
+    /// From 0, among the elements of the same role, in painting order.
+    int index = 0;
+    /// In points of the window, after scrolling.
+    Rect frame;
+    std::optional<Color> textColor;
+    std::optional<Color> background;
+    std::optional<Font> font;
+    std::optional<double> cornerRadius;
+    /// Present for elements that can be selected.
+    std::optional<bool> selected;
+    /// Whether a tap on the element does something.
+    bool isEnabled = false;
+};
+
+}  // namespace vantix

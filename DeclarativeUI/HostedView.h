@@ -1,0 +1,91 @@
+#pragma once
+
+#include "DeclarativeUI/AccessibleElement.h"
+#include "DeclarativeUI/DisplayList.h"
+#include "DeclarativeUI/View.h"
+#include "Platform/Application.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vantix {
+
+class TextMeasurer;
+
+/// A tree of views on its way to the screen: evaluates the root's body once per invalidation, lays it out, and answers
+/// taps and scrolling from the same evaluated tree. View state and image loaders live here, so that they last as long
+/// as the window and no redraw forgets them.
+///
+/// Main thread only. Created by the module, given to a window as its content, driven by the host: the host sets the
+/// traits, installs `onNeedsDisplay`, calls `evaluate()` and paints `displayList()`.
+class HostedView : public WindowContent, public std::enable_shared_from_this<HostedView> {
+public:
+    /// `body` is called at each evaluation.
+    explicit HostedView(std::function<View()> body);
+    ~HostedView() override;
+
+    /// Called when something changed since the last evaluation; at most once until `evaluate()` is called. The host
+    /// answers with an evaluation on a later turn of the main queue, never within the call.
+    void setOnNeedsDisplay(std::function<void()> handler);
+
+    /// The surroundings to lay out in. A change invalidates.
+    void setTraits(const SceneTraits& traits);
+
+    /// Brings tree, layout and lists up to date; does nothing when nothing changed. Layout that settles in two steps (a
+    /// measured size feeding back into the tree) asks for display again.
+    void evaluate(const TextMeasurer& measurer);
+
+    /// Marks the tree as out of date and asks for display.
+    void invalidate();
+
+    bool hasBeenEvaluated() const;
+    const DisplayList& displayList() const;
+    const std::vector<AccessibleElement>& elements() const;
+
+    /// Whether the content wants a touch at this point. A banner leaves what lies outside its card to the application;
+    /// everything else covers the whole window.
+    bool claimsTouch(Point point) const;
+
+    struct TapResult {
+        /// The innermost element under the touch that wants it, absent when nothing does.
+        std::optional<AccessibleElement> element;
+        /// What the tap does; call it at most once. Empty when nothing wants the tap.
+        std::function<void()> action;
+    };
+    /// Finds what a tap at this point meets; changes nothing.
+    TapResult hitTest(Point point) const;
+    /// Finds what a tap on this element meets: scrolls it into view and aims at its middle, or, for a card or row, at a
+    /// point of it that no control covers.
+    TapResult hitTest(const AccessibleElement& element);
+
+    /// Moves the scrolled content; positive values show what lies further down. Bounded by the content.
+    void scroll(double points);
+
+    /// The object kept under `key` for the life of this view, made by `make` at first use.
+    std::shared_ptr<void> object(const std::string& key, const std::function<std::shared_ptr<void>()>& make);
+
+    /// The view whose body is being evaluated; absent outside evaluations.
+    static HostedView* current();
+
+private:
+    struct Implementation;
+    std::unique_ptr<Implementation> implementation_;
+};
+
+/// Hosts one root view and keeps it, so that state in its fields lives as long as the window.
+template <typename Root>
+class HostingController final : public HostedView {
+public:
+    explicit HostingController(std::shared_ptr<Root> rootView)
+        : HostedView([rootView] { return rootView->body(); }), rootView_(std::move(rootView)) {}
+
+    const Root& rootView() const { return *rootView_; }
+
+private:
+    std::shared_ptr<Root> rootView_;
+};
+
+}  // namespace vantix

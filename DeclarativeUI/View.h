@@ -1,0 +1,177 @@
+#pragma once
+
+#include "DeclarativeUI/AccessibleElement.h"
+#include "Platform/Color.h"
+#include "Platform/Font.h"
+#include "Platform/Geometry.h"
+#include "Platform/Image.h"
+
+#include <functional>
+#include <initializer_list>
+#include <limits>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vantix {
+
+class Element;
+
+/// The standard distance between a view and what surrounds it, in points.
+inline constexpr double standardPadding = 16;
+/// The standard gap between siblings of a stack, in points.
+inline constexpr double standardSpacing = 8;
+
+inline constexpr double infinity = std::numeric_limits<double>::infinity();
+
+enum class HorizontalAlignment { leading, center, trailing };
+enum class VerticalAlignment { top, center, bottom };
+
+struct Alignment {
+    HorizontalAlignment horizontal = HorizontalAlignment::center;
+    VerticalAlignment vertical = VerticalAlignment::center;
+
+    static constexpr Alignment center() { return {}; }
+    static constexpr Alignment top() { return {HorizontalAlignment::center, VerticalAlignment::top}; }
+    static constexpr Alignment leading() { return {HorizontalAlignment::leading, VerticalAlignment::center}; }
+    static constexpr Alignment topTrailing() { return {HorizontalAlignment::trailing, VerticalAlignment::top}; }
+};
+
+enum class LayoutDirection { leftToRight, rightToLeft };
+
+enum class TextAlignment { leading, center, trailing };
+
+/// Edges to pad or to extend under; combine with |.
+enum class Edge : unsigned { top = 1, leading = 2, bottom = 4, trailing = 8, horizontal = 10, vertical = 5, all = 15 };
+constexpr Edge operator|(Edge a, Edge b) {
+    return static_cast<Edge>(static_cast<unsigned>(a) | static_cast<unsigned>(b));
+}
+constexpr bool includes(Edge set, Edge edge) { return (static_cast<unsigned>(set) & static_cast<unsigned>(edge)) != 0; }
+
+/// Which frame to put around a view; an absent length leaves that axis to the view.
+struct FrameSpec {
+    std::optional<double> width = {};
+    std::optional<double> height = {};
+    std::optional<double> minHeight = {};
+    /// Infinite: take all that is offered.
+    std::optional<double> maxWidth = {};
+    std::optional<double> maxHeight = {};
+    Alignment alignment = {};
+};
+
+/// A piece of interface as a value: cheap to copy, immutable, shared underneath.
+///
+/// Modifiers return a new view that wraps this one, so their order matters: `text.padding().background(red)` paints
+/// behind the padding, `text.background(red).padding()` does not. A default-constructed view is empty: it draws
+/// nothing, takes no room, and containers leave it out together with its gap. A modifier of an empty view is an empty
+/// view.
+class View {
+public:
+    View() = default;
+    explicit View(std::shared_ptr<const Element> element) : element_(std::move(element)) {}
+
+    bool isEmpty() const { return !element_; }
+    const std::shared_ptr<const Element>& element() const { return element_; }
+
+    View padding(double amount = standardPadding) const;
+    View padding(Edge edges, double amount = standardPadding) const;
+    View frame(const FrameSpec& spec) const;
+    /// An absent or clear colour leaves the background clear. Runs under safe areas that the view ignores.
+    View background(std::optional<Color> color) const;
+    View cornerRadius(double radius) const;
+    /// Lays `content` over this view, aligned within this view's frame, without changing its size.
+    View overlay(Alignment alignment, const View& content) const;
+
+    /// Font and text colour are inherited by the texts and symbols inside, the innermost one wins.
+    View font(const Font& font) const;
+    View foregroundColor(std::optional<Color> color) const;
+    View multilineTextAlignment(TextAlignment alignment) const;
+
+    /// Mirrors leading and trailing for everything inside.
+    View layoutDirection(LayoutDirection direction) const;
+
+    /// Touches anywhere in this view's frame (its padding excluded), unless something inside wants them.
+    View onTapGesture(std::function<void()> action) const;
+    View ignoresSafeArea(Edge edges) const;
+    /// Calls `action` once per life of the hosted root (found again by `key`) with the size this view was laid out at.
+    View onFirstLayout(std::string key, std::function<void(Size)> action) const;
+
+    /// Makes the view an element that tools list and assistive technology speaks; see AccessibleElement. Frame,
+    /// background, corner radius, font and text colour are taken from what the view paints at this point of the chain;
+    /// without a label, the texts inside are the label.
+    View element(Role role) const;
+    View element(Role role, std::string label) const;
+    /// The state of a view that can be selected, for the element that it is.
+    View selected(bool isSelected) const;
+    /// Replaces what assistive technology says for the element.
+    View spokenText(std::string text) const;
+    /// Leaves touches outside this tree's card to the application below.
+    View passesTouchesOutsideCard() const;
+
+private:
+    std::shared_ptr<const Element> element_;
+};
+
+/// A text in any script; wraps over as many lines as it needs. Default colour black, default font the 16-point system
+/// font.
+View Text(std::string text);
+
+/// A picture at its natural size.
+View ImageView(Image image);
+/// A picture that fills the frame it is given.
+View ResizableImage(Image image);
+/// A system symbol ("star.fill", "square", "checkmark.square.fill"), tinted with the foreground colour. Its size
+/// follows the font. An unknown name is an empty view.
+View SymbolImage(std::string_view systemName);
+/// The drawing of a system symbol; a null image for an unknown name.
+Image systemSymbol(std::string_view systemName);
+
+/// A picture that arrives later. Asked during layout and painting on the main thread.
+class ImageSource {
+public:
+    virtual ~ImageSource() = default;
+    /// The picture to draw now: the real one or a placeholder; null while there is neither.
+    virtual Image currentImage() const = 0;
+    /// Told after each layout how many pixels the picture covers, so that it can be decoded at that size.
+    virtual void needed(int pixelWidth, int pixelHeight) = 0;
+};
+
+/// A picture from a source, as wide as it is offered, as high as its aspect ratio asks (`aspectRatio`, width by height,
+/// replaces the picture's own); scaled to fit. An empty source draws nothing and takes no height.
+View SourcedImage(std::shared_ptr<ImageSource> source, std::optional<double> aspectRatio = {});
+
+View Spacer(double minLength = 0);
+/// A line one device pixel thick across the stack.
+View Divider();
+View ColorRectangle(Color color);
+View FilledCircle(Color color);
+View StrokedCircle(Color color, double lineWidth = 1);
+
+View VStack(std::vector<View> children);
+View VStack(HorizontalAlignment alignment, std::vector<View> children);
+View VStack(HorizontalAlignment alignment, double spacing, std::vector<View> children);
+View HStack(std::vector<View> children);
+View HStack(VerticalAlignment alignment, std::vector<View> children);
+View HStack(VerticalAlignment alignment, double spacing, std::vector<View> children);
+View ZStack(Alignment alignment, std::vector<View> children);
+
+/// Scrolls its content vertically, without indicators; content that fits does not scroll.
+View ScrollView(View content);
+
+/// What a geometry reader knows when it builds its content.
+struct GeometryProxy {
+    Size size;
+    /// Pixels per point.
+    double scale = 1;
+};
+/// Takes all that is offered and builds its content once it knows how much that is; once per evaluation.
+View GeometryReader(std::function<View(const GeometryProxy&)> content);
+
+/// A control that acts on a tap, with the given label; an element of role "button".
+View Button(std::function<void()> action, View label);
+/// The same without the role, for controls that name their own.
+View PlainButton(std::function<void()> action, View label);
+
+}  // namespace vantix

@@ -1,0 +1,24 @@
+#pragma once
+
+namespace vantix {
+
+/// A colour in sRGB; every component lies between 0 and 1.
+struct Color {
+    double red = 0;
+    double green = 0;
+    double blue = 0;
+    double alpha = 1;
+
+    bool operator==(const Color&) const = default;
+
+    static constexpr Color black() { return {0, 0, 0, 1}; }
+    static constexpr Color white() { return {1, 1, 1, 1}; }
+    static constexpr Color clear() { return {0, 0, 0, 0}; }
+    static constexpr Color gray() { return {142 / 255.0, 142 / 255.0, 147 / 255.0, 1}; }
+    static constexpr Color yellow() { return {1, 204 / 255.0, 0, 1}; }
+    static constexpr Color systemBlue() { return {0, 122 / 255.0, 1, 1}; }
+    /// The colour of controls that are not emphasised: 60 % of a dark gray.
+    static constexpr Color secondary() { return {60 / 255.0, 60 / 255.0, 67 / 255.0, 0.6}; }
+};
+
+}  // namespace vantix

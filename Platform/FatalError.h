@@ -1,0 +1,16 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace vantix {
+
+/// Hears of a fatal condition before the process stops, on the thread that met it, to write and flush its last words.
+/// Replaces the earlier handler; an empty one writes to standard error.
+void setFatalErrorHandler(std::function<void(std::string_view message)> handler);
+
+/// A programming error was met: tells the handler and aborts the process.
+[[noreturn]] void fatalError(std::string_view message);
+
+}  // namespace vantix

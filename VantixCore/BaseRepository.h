@@ -1,0 +1,77 @@
+#pragma once
+
+#include "Platform/Result.h"
+#include "VantixCore/VantixEvents.h"
+
+#include <chrono>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vantix {
+
+/// Which records are meant: those whose attribute compares so with the operand. Both are data; nothing of them is ever
+/// read as a query language.
+struct Predicate {
+    enum class Comparison {
+        /// Exactly equal texts; an attribute without value equals nothing.
+        equals,
+        /// The operand stands somewhere in the attribute, letter case aside; no wildcards.
+        containsIgnoringCase,
+    };
+
+    std::string attribute;
+    Comparison comparison = Comparison::equals;
+    std::string operand;
+};
+
+/// Selects records of an entity: all of them, in insertion order, unless a predicate or a limit restricts it.
+struct FetchRequest {
+    std::string entityName;
+    std::optional<Predicate> predicate;
+    std::optional<int> fetchLimit;
+};
+
+/// The description of what a store holds: entities with their text attributes, in order.
+struct ObjectModel {
+    struct Entity {
+        std::string name;
+        std::vector<std::string> attributes;
+    };
+    std::vector<Entity> entities;
+};
+
+/// One record: a text, or nothing, for each attribute.
+using Record = std::map<std::string, std::optional<std::string>>;
+
+/// The records of one entity in one store. Every operation returns at once; operations run in order on the store
+/// thread, where completions are called, in order. Usable from any thread. A completion may be empty.
+class BaseRepository {
+public:
+    virtual ~BaseRepository() = default;
+
+    /// Creates one record; attributes without a key stay empty.
+    virtual void insert(std::map<std::string, std::string> values, std::function<void(Result<bool>)> completion) = 0;
+    /// Without sort descriptors (none are offered) the order is that of insertion.
+    virtual void fetch(std::optional<Predicate> predicate, std::optional<int> limit,
+                       std::function<void(Result<std::vector<Record>>)> completion) = 0;
+    /// Deletes in one operation what the request selects. Nothing to delete is a success.
+    virtual void batchDelete(FetchRequest request, std::function<void(Result<bool>)> completion) = 0;
+};
+
+class VantixDBFactory {
+public:
+    /// Opens nothing yet: the store "DATA DIRECTORY/NAME.sqlite" is opened, made or extended to the model on the store
+    /// thread at the first operation; later callers of the same name share it. A file that is no database is set aside
+    /// under another name, logged at error level, and replaced. With `shouldInferMappingModelAutomatically` attributes
+    /// that the file lacks are added. An operation that cannot have the file within 5 seconds fails.
+    static std::shared_ptr<BaseRepository> getRepositoryFor(const std::string& entity, const std::string& inStore,
+                                                            const ObjectModel& withModel, Env configuredForEnv,
+                                                            bool shouldInferMappingModelAutomatically,
+                                                            std::optional<std::string> sharedAppGroupIdentifier);
+};
+
+}  // namespace vantix

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "Platform/URL.h"
+#include "Platform/Value.h"
+#include "VantixCore/VantixEvents.h"
+#include "VantixCore/VantixLogger.h"
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace vantix {
+
+/// The settings that an app group shares: read from memory, written through to the data directory. Usable from any
+/// thread.
+class SharedUserDefaults {
+public:
+    virtual ~SharedUserDefaults() = default;
+
+    virtual std::optional<std::string> customerId() const = 0;
+    /// Absent: no customer is known.
+    virtual void setCustomerId(std::optional<std::string> customerId) = 0;
+};
+
+/// A network call as it is sent. Header names are sorted, secrets replaced by "…".
+struct SentRequest {
+    std::string method;
+    std::string url;
+    std::vector<std::pair<std::string, std::string>> headers;
+    std::string body;
+};
+
+/// What the core library needs of the application it runs in, and what it tells it. Every handler may be empty and may
+/// be called on any thread, one at a time for each handler only if the handler sees to it.
+struct VantixHost {
+    /// Made when missing. Holds the stores, the settings and the image cache; one process at a time.
+    std::filesystem::path dataDirectory;
+    /// Whether the app group is set up; without it there are no shared settings.
+    bool appGroup = true;
+
+    /// Takes the log lines instead of standard error.
+    std::function<void(const LogLine&)> logSink;
+    /// Opens a URL outside the application.
+    std::function<void(const std::string& url)> openURL;
+    /// Follows a deep link inside the application.
+    std::function<void(const std::string& link)> handleDeepLink;
+
+    /// For tools: told of every report, call to action and network call as it happens.
+    std::function<void(const char* kind, std::string_view name, const Dictionary& attributes)> onReport;
+    std::function<void(const CTA& cta, const Dictionary& notificationPayload)> onCallToAction;
+    std::function<void(const SentRequest& request)> onRequest;
+};
+
+/// The process-wide face of the core library towards its host.
+class Vantix {
+public:
+    /// Once, at start, on the main thread, after Platform::install. A later call replaces the earlier host.
+    static void install(VantixHost host);
+    static const VantixHost& host();
+
+    /// Null when the app group is not set up.
+    static std::shared_ptr<SharedUserDefaults> getSharedUserDefaults();
+
+    /// Tells the in-app module of an event, by the notification `didCaptureInAppTrigger`, on the calling thread.
+    static void captureEvent(std::string name, std::optional<Dictionary> attributes = {});
+};
+
+}  // namespace vantix

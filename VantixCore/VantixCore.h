@@ -1,0 +1,48 @@
+#pragma once
+
+#include "Platform/Value.h"
+#include "VantixCore/VantixConfiguration.h"
+#include "VantixCore/VantixEvents.h"
+#include "VantixCore/VantixLogger.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string_view>
+
+namespace vantix {
+
+/// Reports events and carries out calls to action. Usable from any thread.
+class VantixCore {
+public:
+    virtual ~VantixCore() = default;
+
+    /// Throws VantixError (`configuration`) when there is no configuration. `geoData`, `deviceScreenInfo` and
+    /// `inboxCoreConfig` are for libraries beside this one and are ignored here.
+    static std::shared_ptr<VantixCore> generate(std::shared_ptr<ConfigurationGenerator> configuration,
+                                                std::optional<Dictionary> geoData, bool supportsPushNotifications,
+                                                std::optional<Dictionary> deviceScreenInfo,
+                                                std::optional<Dictionary> inboxCoreConfig, Env configuredFor,
+                                                LogLevel consoleLogLevel = LogLevel::debug,
+                                                LogLevel remoteLogLevel = LogLevel::none);
+
+    /// The completion, if any, learns whether the report was taken.
+    virtual void reportDLREvent(VantixDLREvents dlrEventType, const Dictionary& customAttributes,
+                                std::function<void(bool)> completion = {}) = 0;
+    virtual void reportBehavioralEvent(std::string_view name, const Dictionary& customAttributes) = 0;
+
+    /// Follows the call to action of a message: an external one opens its URL, a deep link goes to the host's handler,
+    /// any other type is only told to the host's observer. The payload is the message's dictionary form.
+    virtual void performCTAAction(const CTA& cta, const Dictionary& notificationPayload) = 0;
+    /// Opens a URL outside the application. An empty text is no URL and is ignored.
+    virtual void openExternal(const std::string& url) = 0;
+};
+
+/// Names for queues and other process-wide things.
+class VantixDomainFactory {
+public:
+    /// "com.vantix." followed by the name.
+    static std::string getDomain(std::string_view name);
+};
+
+}  // namespace vantix
