@@ -107,13 +107,6 @@ TEST(ColorText, ReadsThreeFormsAndNothingElse) {
     for (const auto& test : cases) EXPECT_EQ(colorFromText(test.text), test.expected) << test.text;
 }
 
-TEST(Gateway, IsFoundByItsExactWord) {
-    EXPECT_EQ(notificationGateway(VantixConstants::fcmGateway), NotificationGateway::fcm);
-    EXPECT_EQ(notificationGateway("apns"), NotificationGateway::apns);
-    EXPECT_EQ(notificationGateway("FCM"), std::nullopt);
-    EXPECT_EQ(notificationGateway(""), std::nullopt);
-}
-
 TEST(SharedSettings, LastBeyondTheProcessForThisUserAlone) {
     TemporaryFolder folder;
     auto file = folder.path() / "data" / "settings.json";
