@@ -1,0 +1,49 @@
+#include "Platform/JSON.h"
+
+#include <gtest/gtest.h>
+
+using namespace vantix;
+
+TEST(JSONTest, ReadsWhatJSONCanSayAndWritesItBack) {
+    struct {
+        const char *text, *written;
+    } const cases[] = {
+        {"null", "null"},
+        {" true ", "true"},
+        {"\"top\"", "\"top\""},
+        {"9223372036854775807", "9223372036854775807"},
+        {"18446744073709551615", "18446744073709551616.0"},
+        {R"([-100000000000000000000, 9223372036854775807, "\"100000000000000000000"])",
+         R"([-1e+20,9223372036854775807,"\"100000000000000000000"])"},
+        {"1.0", "1.0"},
+        {"0.1", "0.1"},
+        {"[1, [2, {}], []]", "[1,[2,{}],[]]"},
+        {R"({"b": 1, "a": {"c": null}})", R"({"b":1,"a":{"c":null}})"},
+        {R"({"a": 1, "b": 2, "a": 3})", R"({"a":3,"b":2})"},
+        {R"("\u00e9\n\"\\\u0000\ud83d\ude00")", "\"é\\n\\\"\\\\\\u0000😀\""},
+    };
+    for (const auto& [text, written] : cases) {
+        auto value = parseJSON(text);
+        ASSERT_TRUE(value) << text;
+        EXPECT_EQ(toJSON(value.value()), written);
+    }
+}
+
+TEST(JSONTest, RejectsWhatIsNoJSON) {
+    const std::string deep = std::string(513, '[') + std::string(513, ']');
+    for (std::string text : {"", "{", "{'a':1}", "[1,]", "nul", "\"\\ud800\"", "\xEF\xBB\xBF{}", "\"\xff\"", "{} {}",
+                             "01", "NaN", deep.c_str()}) {
+        auto value = parseJSON(text);
+        ASSERT_FALSE(value) << text;
+        EXPECT_FALSE(value.error().localizedDescription.empty());
+    }
+    EXPECT_TRUE(parseJSON(std::string(512, '[') + std::string(512, ']')));
+}
+
+TEST(JSONTest, WritesBytesThatAreNoUTF8AsReplacementCharacters) {
+    EXPECT_EQ(toJSON(Value("a\xff\xc3(")), "\"a\uFFFD\uFFFD(\"");
+}
+
+TEST(JSONTest, MinifyKeepsKeysAndNumbersAsWritten) {
+    EXPECT_EQ(minifyJSON("{ \"b\" : 1.50 ,\n \"a\": [ 1e2, \"x y\" ] }"), R"({"b":1.50,"a":[1e2,"x y"]})");
+}

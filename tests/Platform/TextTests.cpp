@@ -1,0 +1,73 @@
+#include "Platform/CaseFolding.h"
+#include "Platform/URL.h"
+#include "Platform/UTF8.h"
+#include "Platform/UUID.h"
+
+#include <gtest/gtest.h>
+
+#include <regex>
+
+using namespace vantix;
+
+TEST(URLTest, ParsesStrictly) {
+    struct {
+        const char* text;
+        bool valid, web;
+    } const cases[] = {
+        {"https://example.com/a.png", true, true},
+        {"HTTP://example.com", true, true},
+        {"https://user:pw@example.com:8080/a%20b?q=1&r=/?#f", true, true},
+        {"http://[2001:db8::1]:80/x", true, true},
+        {"http://127.0.0.1:1/x", true, true},
+        {"images/a.png", true, false},
+        {"//cdn.example.com/a.png", true, false},
+        {"data:image/png;base64,AAAA", true, false},
+        {"https:example.com", true, false},
+        {"https:///a.png", true, false},
+        {"shop://cart", true, false},
+        {"", false, false},
+        {" https://example.com", false, false},
+        {"https://example.com/a b", false, false},
+        {"https://exämple.com", false, false},
+        {"https://example.com/%zz", false, false},
+        {"https://example.com/%4", false, false},
+        {"https://exa<mple.com", false, false},
+        {"https://example.com:80a/", false, false},
+        {"http://[::1", false, false},
+        {"1http://example.com", false, false},
+        {":", false, false},
+        {"a#b#c", false, false},
+        {"\xff", false, false},
+    };
+    for (const auto& [text, valid, web] : cases) {
+        auto url = URL::parse(text);
+        EXPECT_EQ(url.has_value(), valid) << text;
+        EXPECT_EQ(url && url->isWebAddress(), web) << text;
+    }
+}
+
+TEST(CaseFoldingTest, ComparesTextsInAnyScript) {
+    struct {
+        const char *a, *b;
+        bool equal;
+    } const cases[] = {
+        {"maybe", "MAYBE", true}, {"STRASSE", "straße", true}, {"ΣΊΣΥΦΟΣ", "σίσυφος", true},
+        {"É", "e\u0301", true},   {"нет", "НЕТ", true},        {"e", "é", false},
+        {"\xff", "\xff", true},   {"\xff", "\xfe", false},     {"a\xff", "A\xff", false},
+    };
+    for (const auto& [a, b, equal] : cases) EXPECT_EQ(foldCase(a) == foldCase(b), equal) << a << " " << b;
+}
+
+TEST(TextDirectionTest, IsThatOfTheFirstStrongCharacter) {
+    EXPECT_TRUE(isRightToLeft("1. שלום hello"));
+    EXPECT_TRUE(isRightToLeft("«مرحبا»"));
+    EXPECT_FALSE(isRightToLeft("hello שלום"));
+    EXPECT_FALSE(isRightToLeft("\xff 12 !"));
+}
+
+TEST(UUIDTest, IsRandomAndInStandardForm) {
+    auto first = makeUUID();
+    std::regex form("[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}");
+    EXPECT_TRUE(std::regex_match(first, form)) << first;
+    EXPECT_NE(first, makeUUID());
+}
