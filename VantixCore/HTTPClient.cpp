@@ -51,7 +51,8 @@ HTTPRequest redirected(HTTPRequest request, const HTTPResponse& response) {
         request.body.reset();
         request.headers.erase("Content-Type");
     }
-    if (HTTPTransport::originOf(response.redirectURL) != HTTPTransport::originOf(request.url)) request.headers.erase(authorization);
+    if (HTTPTransport::originOf(response.redirectURL) != HTTPTransport::originOf(request.url))
+        request.headers.erase(authorization);
     request.url = response.redirectURL;
     request.timeOut -= response.elapsed;
     return request;

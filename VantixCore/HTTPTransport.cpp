@@ -1,7 +1,10 @@
 #include "VantixCore/HTTPTransport.h"
 
 #include "Platform/Dispatcher.h"
+#include "VantixCore/BrokenPipeGuard.h"
 #include "VantixCore/NetworkPolicy.h"
+
+#include <curl/curl.h>
 
 #include <algorithm>
 #include <array>
@@ -10,8 +13,6 @@
 #include <list>
 #include <mutex>
 #include <utility>
-
-#include <curl/curl.h>
 
 namespace vantix {
 
@@ -33,12 +34,16 @@ using HeaderList = std::unique_ptr<curl_slist, Releaser<curl_slist_free_all>>;
 VantixError::Kind kindOf(CURLcode code) {
     switch (code) {
         case CURLE_COULDNT_RESOLVE_HOST:
-        case CURLE_COULDNT_RESOLVE_PROXY: return VantixError::Kind::nameResolution;
-        case CURLE_OPERATION_TIMEDOUT: return VantixError::Kind::timeOut;
-        case CURLE_SSL_PINNEDPUBKEYNOTMATCH: return VantixError::Kind::pin;
-        case CURLE_FILESIZE_EXCEEDED: return VantixError::Kind::tooLarge;
-        case CURLE_UNSUPPORTED_PROTOCOL:
-        case CURLE_URL_MALFORMAT: return VantixError::Kind::refused;
+        case CURLE_COULDNT_RESOLVE_PROXY:
+            return VantixError::Kind::nameResolution;
+        case CURLE_OPERATION_TIMEDOUT:
+            return VantixError::Kind::timeOut;
+        case CURLE_SSL_PINNEDPUBKEYNOTMATCH:
+            return VantixError::Kind::pin;
+        case CURLE_FILESIZE_EXCEEDED:
+            return VantixError::Kind::tooLarge;
+        case CURLE_URL_MALFORMAT:
+            return VantixError::Kind::refused;
         case CURLE_PEER_FAILED_VERIFICATION:
         case CURLE_SSL_CONNECT_ERROR:
         case CURLE_SSL_CERTPROBLEM:
@@ -46,20 +51,29 @@ VantixError::Kind kindOf(CURLcode code) {
         case CURLE_SSL_CACERT_BADFILE:
         case CURLE_SSL_ISSUER_ERROR:
         case CURLE_SSL_INVALIDCERTSTATUS:
-        case CURLE_USE_SSL_FAILED: return VantixError::Kind::tls;
-        default: return VantixError::Kind::connection;
+        case CURLE_USE_SSL_FAILED:
+            return VantixError::Kind::tls;
+        default:
+            return VantixError::Kind::connection;
     }
 }
 
 std::string wordsFor(VantixError::Kind kind) {
     switch (kind) {
-        case VantixError::Kind::nameResolution: return "The host was not found";
-        case VantixError::Kind::timeOut: return "The request timed out";
-        case VantixError::Kind::pin: return "The server's public key is not the pinned one";
-        case VantixError::Kind::tooLarge: return "The answer is too large";
-        case VantixError::Kind::refused: return "The address cannot be fetched";
-        case VantixError::Kind::tls: return "No secure connection to the server";
-        default: return "The connection failed";
+        case VantixError::Kind::nameResolution:
+            return "The host was not found";
+        case VantixError::Kind::timeOut:
+            return "The request timed out";
+        case VantixError::Kind::pin:
+            return "The server's public key is not the pinned one";
+        case VantixError::Kind::tooLarge:
+            return "The answer is too large";
+        case VantixError::Kind::refused:
+            return "The address cannot be fetched";
+        case VantixError::Kind::tls:
+            return "No secure connection to the server";
+        default:
+            return "The connection failed";
     }
 }
 
@@ -83,9 +97,7 @@ std::optional<VantixError> objectionTo(const HTTPRequest& request) {
 
 HeaderList makeHeaders(const HTTPRequest& request) {
     HeaderList list;
-    auto append = [&list](const std::string& line) {
-        list.reset(curl_slist_append(list.release(), line.c_str()));
-    };
+    auto append = [&list](const std::string& line) { list.reset(curl_slist_append(list.release(), line.c_str())); };
     for (const auto& [name, value] : request.headers) append(value.empty() ? name + ";" : name + ": " + value);
     // What libcurl would add by itself to a request with a body.
     append("Expect:");
@@ -101,7 +113,9 @@ long milliseconds(Duration duration) {
 class Transfer {
 public:
     Transfer(HTTPRequest request, HTTPTransport::Completion completion)
-        : request_(std::move(request)), completion_(std::move(completion)), origin_(HTTPTransport::originOf(request_.url)) {}
+        : request_(std::move(request)),
+          completion_(std::move(completion)),
+          origin_(HTTPTransport::originOf(request_.url)) {}
 
     const std::string& origin() const { return origin_; }
 
@@ -197,9 +211,7 @@ private:
 
 using TransferList = std::list<Transfer>;
 
-void initializeCurl() {
-    [[maybe_unused]] static const CURLcode once = curl_global_init(CURL_GLOBAL_DEFAULT);
-}
+void initializeCurl() { [[maybe_unused]] static const CURLcode once = curl_global_init(CURL_GLOBAL_DEFAULT); }
 
 MultiHandle makeMultiHandle() {
     initializeCurl();
@@ -213,6 +225,11 @@ class HTTPTransport::Driver : public std::enable_shared_from_this<Driver> {
 public:
     Driver(std::shared_ptr<DispatchQueue> queue, std::size_t mostTransfers)
         : queue_(std::move(queue)), mostTransfers_(mostTransfers) {}
+
+    ~Driver() {
+        BrokenPipeGuard guard;
+        multi_.reset();
+    }
 
     void handOver(HTTPRequest request, Completion completion) {
         if (auto objection = objectionTo(request)) {
@@ -242,6 +259,7 @@ private:
     }
 
     void drive() {
+        BrokenPipeGuard guard;
         while (true) {
             cancelAsAsked();
             startWaiting();
@@ -279,7 +297,8 @@ private:
 
     bool hasRoomFor(const std::string& origin) const {
         auto isSame = [&origin](const Transfer& transfer) { return transfer.origin() == origin; };
-        return std::ranges::count_if(underWay_, isSame) < NetworkPolicy::mostTransfersPerOrigin;
+        auto share = static_cast<std::size_t>(std::ranges::count_if(underWay_, isSame));
+        return share < NetworkPolicy::mostTransfersPerOrigin;
     }
 
     /// Ends the driving when nothing is left to drive.

@@ -183,8 +183,7 @@ ImageCache::Entries::iterator ImageCache::withURL(const std::string& url) {
 }
 
 ImageCache::Entries::iterator ImageCache::withIdentifier(const std::string& identifier) {
-    return std::ranges::find_if(entries_,
-                                [&](const Entry& entry) { return entry.identifiers.contains(identifier); });
+    return std::ranges::find_if(entries_, [&](const Entry& entry) { return entry.identifiers.contains(identifier); });
 }
 
 fs::path ImageCache::imageFile(const std::string& name) const { return folder_ / (name + imageEnding); }

@@ -20,13 +20,9 @@ std::optional<std::string> textOf(const std::optional<URL>& url) {
     return url ? std::optional(url->text()) : std::nullopt;
 }
 
-ImageError downloadingFailed(std::string why) {
-    return {ImageError::Kind::imageDownloadingFailed, std::move(why)};
-}
+ImageError downloadingFailed(std::string why) { return {ImageError::Kind::imageDownloadingFailed, std::move(why)}; }
 
-ImageError invalidData(const Error& error) {
-    return {ImageError::Kind::invalidImageData, error.localizedDescription};
-}
+ImageError invalidData(const Error& error) { return {ImageError::Kind::invalidImageData, error.localizedDescription}; }
 
 }  // namespace
 

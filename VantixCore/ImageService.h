@@ -17,8 +17,8 @@ class ImageDecoder;
 
 /// Which image is meant, and where it may come from.
 struct ImageRequest {
-    std::optional<URL> url;
-    std::optional<std::string> identifier;
+    std::optional<URL> url = {};
+    std::optional<std::string> identifier = {};
     /// Whether it is fetched when the cache lacks it.
     bool mayFetch = true;
 };

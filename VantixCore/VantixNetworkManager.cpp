@@ -15,10 +15,14 @@ namespace {
 
 const char* nameOf(HTTPMethod method) {
     switch (method) {
-        case HTTPMethod::get: return "GET";
-        case HTTPMethod::post: return "POST";
-        case HTTPMethod::put: return "PUT";
-        case HTTPMethod::del: return "DELETE";
+        case HTTPMethod::get:
+            return "GET";
+        case HTTPMethod::post:
+            return "POST";
+        case HTTPMethod::put:
+            return "PUT";
+        case HTTPMethod::del:
+            return "DELETE";
     }
     return "GET";
 }
