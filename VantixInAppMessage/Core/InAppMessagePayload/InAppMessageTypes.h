@@ -1,0 +1,26 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+namespace vantix {
+
+/// Which template shows a message.
+enum class VantixInAppNotificationType { badge, popup, fullScreen, header, footer, rating, feedback, appRating };
+
+/// Event names with a meaning of their own; every other name is that of a captured event.
+enum class VantixInAppNotificationTriggerType { instant, appLaunch };
+
+enum class InAppFeedbackSelectionType { singleSelection, multiSelection };
+
+/// The wire word of a case.
+std::string_view rawValue(VantixInAppNotificationType type);
+std::string_view rawValue(VantixInAppNotificationTriggerType type);
+std::string_view rawValue(InAppFeedbackSelectionType type);
+
+/// The case of a wire word; absent for any other text. Letter case counts.
+std::optional<VantixInAppNotificationType> inAppNotificationType(std::string_view rawValue);
+std::optional<VantixInAppNotificationTriggerType> inAppNotificationTriggerType(std::string_view rawValue);
+std::optional<InAppFeedbackSelectionType> inAppFeedbackSelectionType(std::string_view rawValue);
+
+}  // namespace vantix

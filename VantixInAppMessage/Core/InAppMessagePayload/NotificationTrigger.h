@@ -1,0 +1,24 @@
+#pragma once
+
+#include "Platform/Value.h"
+
+#include <string>
+
+namespace vantix {
+
+/// The event that makes a message eligible.
+struct NotificationTrigger {
+    /// The JSON text that this trigger was parsed from; the store keeps it.
+    std::string textRepresentation;
+    std::string eventName;
+    /// What the event must carry, too.
+    Dictionary attributes;
+
+    bool operator==(const NotificationTrigger&) const = default;
+
+    /// Never fails: a text that is no JSON object gives the empty trigger and one error line.
+    static NotificationTrigger generate(const std::string& text);
+    Dictionary getJSON() const;
+};
+
+}  // namespace vantix

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "Platform/Application.h"
+#include "VantixInAppMessage/Core/InAppMessagePayload/VantixInAppMessagePayload.h"
+
+#include <memory>
+
+namespace vantix {
+
+class InAppDisplayManager;
+
+/// Puts a message on screen in a window of its own above the application's, and takes it away again. Main thread only.
+class InAppMessageViewBuilder : public std::enable_shared_from_this<InAppMessageViewBuilder> {
+public:
+    /// Holds the manager strongly, as the manager holds the builder; InAppDisplayManager::tearDown ends both.
+    explicit InAppMessageViewBuilder(std::shared_ptr<InAppDisplayManager> displayManager);
+
+    /// False when no scene is in the foreground.
+    bool createInAppWindow(const VantixInAppMessagePayload& message);
+    /// Removes the window on the main queue's next turn.
+    void dismissInAppMessage();
+    /// Removes the window at once.
+    void tearDown();
+
+private:
+    std::unique_ptr<Window> customizeWindow(Scene& scene, const VantixInAppMessagePayload& message);
+    void removeWindow();
+
+    std::shared_ptr<InAppDisplayManager> inAppDisplayManager_;
+    std::unique_ptr<Window> inAppWindow_;
+};
+
+}  // namespace vantix

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "VantixCore/BaseRepository.h"
+#include "VantixCore/VantixEvents.h"
+#include "VantixInAppMessage/Core/InAppMessagePayload/VantixInAppMessagePayload.h"
+#include "VantixInAppMessage/Manager/InAppMessage.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vantix {
+
+/// The only object that reads or writes stored messages. Every operation returns at once and may be called on any
+/// thread; completions run on the store thread, in order, and may be empty unless they take a list.
+class InAppRepoHelper {
+public:
+    using Completion = std::function<void(bool)>;
+    using ListCompletion = std::function<void(std::vector<InAppMessage>)>;
+
+    /// The process-wide instance, made at first use, always for `Env::dev`.
+    static const std::shared_ptr<InAppRepoHelper>& shared();
+
+    explicit InAppRepoHelper(Env environment = Env::dev);
+
+    /// Adds a record, whether or not one with the same scope exists.
+    void insert(const VantixInAppMessagePayload& message, Completion completion);
+    /// The current customer's records, in the order of insertion; none when no customer is known.
+    void fetchAllInAppMessages(ListCompletion completion);
+    /// Deletes at most one record of that scope.
+    void removeMessage(const std::string& scope, Completion completion);
+    /// Deletes every record whose trigger text mentions "APP_LAUNCH" anywhere, in any letter case.
+    void removeAllExistingBroadcastMessages(Completion completion);
+    /// Deletes the records of all customers.
+    void removeAllMessages(Completion completion);
+
+private:
+    void removeInAppMessage(std::optional<Predicate> predicate, std::optional<int> fetchLimit,
+                            std::function<void(Result<bool>)> completion);
+
+    std::shared_ptr<BaseRepository> inAppRepo_;
+};
+
+}  // namespace vantix

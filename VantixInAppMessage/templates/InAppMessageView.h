@@ -1,0 +1,27 @@
+#pragma once
+
+#include "DeclarativeUI/View.h"
+#include "VantixInAppMessage/MVVM/ViewModel/InAppMessageViewModel/InAppMessageViewModel.h"
+
+#include <functional>
+#include <memory>
+
+namespace vantix {
+
+/// The root view of a shown message: makes its view model and the template of its type, and keeps both as long as it
+/// lives, so that what the person chose survives every redraw.
+class InAppMessageView {
+public:
+    InAppMessageView(const VantixInAppMessagePayload& inAppMessage,
+                     std::shared_ptr<InAppDisplayManager> displayManager);
+
+    View body() const;
+
+    const std::shared_ptr<InAppMessageViewModel>& viewModel() const { return viewModel_; }
+
+private:
+    std::shared_ptr<InAppMessageViewModel> viewModel_;
+    std::function<View()> template_;
+};
+
+}  // namespace vantix
