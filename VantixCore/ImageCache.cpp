@@ -1,5 +1,7 @@
 #include "VantixCore/ImageCache.h"
 
+#include "VantixCore/PrivateFiles.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -16,7 +18,8 @@ namespace {
 
 constexpr const char* imageEnding = ".image";
 constexpr const char* identifiersEnding = ".identifiers";
-constexpr const char* partialEnding = ".partial";
+/// Of what replacePrivateFile had not finished when its process ended.
+constexpr const char* draftEnding = ".new";
 
 /// The 64-bit FNV-1a hash in hexadecimal: the same in every process, unlike std::hash.
 std::string hashText(std::string_view text) {
@@ -49,18 +52,6 @@ std::optional<std::string> readBytes(const fs::path& file) {
     stream.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     if (!stream) return {};
     return bytes;
-}
-
-bool writeWhole(const fs::path& file, std::string_view url, std::string_view bytes) {
-    fs::path partial = fs::path(file).replace_extension(partialEnding);
-    {
-        std::ofstream stream(partial, std::ios::binary | std::ios::trunc);
-        stream << url << '\n' << bytes << std::flush;
-        if (!stream) return false;
-    }
-    std::error_code error;
-    fs::rename(partial, file, error);
-    return !error;
 }
 
 /// Whether these are identifiers without an image.
@@ -97,17 +88,18 @@ std::optional<std::string> ImageCache::find(const std::optional<std::string>& ur
     return bytes;
 }
 
-bool ImageCache::insert(const std::string& url, std::string_view bytes) {
+void ImageCache::insert(const std::string& url, std::string_view bytes) {
     open();
     std::string name = hashText(url);
     auto old = std::ranges::find(entries_, name, &Entry::name);
     if (old != entries_.end()) erase(old);
-    if (url.size() + 1 + bytes.size() > capacity_) return true;
+    std::string content = url + "\n";
+    content += bytes;
+    if (content.size() > capacity_) return;
 
-    if (!writeWhole(imageFile(name), url, bytes)) return false;
+    replacePrivateFile(imageFile(name), content);
     readEntry(name);
     makeRoom();
-    return true;
 }
 
 void ImageCache::identify(const std::string& url, const std::string& identifier) {
@@ -134,20 +126,25 @@ void ImageCache::removeAll() {
 
 void ImageCache::open() {
     if (std::exchange(isOpen_, true)) return;
-    std::error_code ignored;
-    fs::create_directories(folder_, ignored);
-    fs::permissions(folder_, fs::perms::owner_all, ignored);
-
-    for (const auto& file : fs::directory_iterator(folder_, ignored)) {
-        const fs::path& path = file.path();
-        if (path.extension() == imageEnding) {
-            readEntry(path.stem());
-        } else if (path.extension() == partialEnding || isOrphan(path)) {
-            fs::remove(path, ignored);
-        }
+    try {
+        makePrivateDirectory(folder_);
+        readFolder();
+    } catch (const fs::filesystem_error&) {
+        // What could not be read is fetched anew, and what cannot be written is said at the first attempt.
     }
     entries_.sort([](const Entry& a, const Entry& b) { return a.lastUse < b.lastUse; });
     makeRoom();
+}
+
+void ImageCache::readFolder() {
+    for (const auto& file : fs::directory_iterator(folder_)) {
+        const fs::path& path = file.path();
+        if (path.extension() == imageEnding) {
+            readEntry(path.stem());
+        } else if (path.extension() == draftEnding || isOrphan(path)) {
+            fs::remove(path);
+        }
+    }
 }
 
 void ImageCache::readEntry(const std::string& name) {

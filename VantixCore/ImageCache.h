@@ -15,18 +15,18 @@ namespace vantix {
 /// Each image is a file "HASH.image": its URL, a line break, its bytes; beside it "HASH.identifiers" lists the
 /// identifiers that lead to it, a line each. An image appears by renaming a finished file, and everything that is known
 /// of the images is read from the folder, so a process that dies at any moment leaves a sound cache behind. Its time of
-/// modification is the time of its last use.
+/// modification is the time of its last use. Only this user may read the folder.
 class ImageCache {
 public:
-    /// Reads the folder at the first operation. A folder that cannot be used makes a cache that keeps nothing.
+    /// The folder is made or read at the first operation.
     ImageCache(std::filesystem::path folder, std::uintmax_t capacity);
 
     /// The image's bytes; counts as a use. An identifier is only asked when the URL is absent or unknown.
     std::optional<std::string> find(const std::optional<std::string>& url,
                                     const std::optional<std::string>& identifier);
 
-    /// Keeps an image, unless it alone is larger than the capacity. False when the disk refuses.
-    bool insert(const std::string& url, std::string_view bytes);
+    /// Keeps an image, unless it alone is larger than the capacity. Throws std::system_error when the disk refuses.
+    void insert(const std::string& url, std::string_view bytes);
     /// Lets the identifier lead to an image that is kept.
     void identify(const std::string& url, const std::string& identifier);
 
@@ -48,6 +48,7 @@ private:
     using Entries = std::list<Entry>;
 
     void open();
+    void readFolder();
     void readEntry(const std::string& name);
     void makeRoom();
     void erase(Entries::iterator entry);

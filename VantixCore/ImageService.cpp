@@ -7,6 +7,7 @@
 #include "VantixCore/Vantix.h"
 #include "VantixCore/VantixLogger.h"
 
+#include <system_error>
 #include <utility>
 
 namespace vantix {
@@ -123,9 +124,12 @@ Result<ImageService::Bytes, ImageError> ImageService::proven(const Result<HTTPRe
 }
 
 void ImageService::keep(const std::string& url, const std::string& bytes) {
-    if (cache_.insert(url, bytes)) return;
-    VantixLogger::error("Could not write the image with url " + url + " to the cache",
-                        {"ImageUtility", "downloadImage(with:imageIdentifier:)"});
+    try {
+        cache_.insert(url, bytes);
+    } catch (const std::system_error& problem) {
+        VantixLogger::error("The image with url " + url + " could not be kept: " + problem.what(),
+                            {"ImageUtility", "downloadImage(with:imageIdentifier:)"});
+    }
 }
 
 }  // namespace vantix

@@ -159,7 +159,7 @@ TEST_F(ImageTest, LeftoversOfAKilledProcessDoNoHarm) {
     server_.reply("/picture", {.body = FakeImageDecoder::encode(40, 30)});
     ASSERT_TRUE(download(server_.url("/picture"), "kept"));
     fs::path images = folder_.path() / "images";
-    std::ofstream(images / "0123.partial") << "half a pic";
+    std::ofstream(images / "0123.image.new") << "half a pic";
     std::ofstream(images / "4567.identifiers") << "orphan\n";
     std::ofstream(images / "89ab.image") << "no line break";
     std::ofstream(images / "cdef.image");
@@ -167,7 +167,7 @@ TEST_F(ImageTest, LeftoversOfAKilledProcessDoNoHarm) {
     install(host());
     EXPECT_TRUE(download("other:", "kept"));
     EXPECT_FALSE(download("other:", "orphan"));
-    EXPECT_FALSE(fs::exists(images / "0123.partial"));
+    EXPECT_FALSE(fs::exists(images / "0123.image.new"));
     EXPECT_FALSE(fs::exists(images / "4567.identifiers"));
     EXPECT_EQ(fetches(), 1U);
 }
@@ -179,7 +179,7 @@ TEST(ImageCacheTest, IsSoundWheneverItsProcessIsKilled) {
     ASSERT_EQ(pipe(written), 0);
     pid_t child = fork();
     if (child == 0) {
-        ImageCache cache(folder.path(), 1000000);
+        ImageCache cache(folder.path(), 1 << 30);
         for (int at = 0;; ++at) {
             cache.insert("url" + std::to_string(at), bytes);
             cache.identify("url" + std::to_string(at), "id" + std::to_string(at));
@@ -192,9 +192,9 @@ TEST(ImageCacheTest, IsSoundWheneverItsProcessIsKilled) {
     close(written[0]);
     close(written[1]);
 
-    ImageCache cache(folder.path(), 1000000);
+    ImageCache cache(folder.path(), 1 << 30);
     for (int at = 0; at < 50; ++at) EXPECT_EQ(cache.find({}, "id" + std::to_string(at)), bytes);
-    for (const auto& file : fs::directory_iterator(folder.path())) EXPECT_NE(file.path().extension(), ".partial");
+    for (const auto& file : fs::directory_iterator(folder.path())) EXPECT_NE(file.path().extension(), ".new");
 }
 
 TEST_F(ImageTest, WhatTheDiskDamagedOrLostIsFetchedAgain) {
