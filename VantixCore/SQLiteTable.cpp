@@ -13,7 +13,7 @@ namespace vantix {
 namespace {
 
 /// A name as SQL takes it, whatever it contains.
-std::string quoted(std::string_view name) {
+std::string quotedName(std::string_view name) {
     std::string text = "\"";
     for (char character : name) {
         if (character == '"') text += '"';
@@ -50,13 +50,13 @@ std::vector<SQLiteParameter> selection(const std::optional<std::string>& operand
 
 SQLiteTable::SQLiteTable(ObjectModel::Entity entity)
     : entity_(std::move(entity)),
-      table_(quoted(entity_.name)),
-      columns_(listed(entity_.attributes, quoted)),
+      table_(quotedName(entity_.name)),
+      columns_(listed(entity_.attributes, quotedName)),
       insertion_("INSERT INTO " + table_ + " (" + columns_ + ") VALUES (" +
                  listed(entity_.attributes, [](const auto&) { return std::string("?"); }) + ")") {}
 
 void SQLiteTable::create(SQLiteConnection& connection) const {
-    auto definition = [](const std::string& attribute) { return quoted(attribute) + " TEXT"; };
+    auto definition = [](const std::string& attribute) { return quotedName(attribute) + " TEXT"; };
     connection.run("CREATE TABLE IF NOT EXISTS " + table_ + " (" + listed(entity_.attributes, definition) + ")");
 }
 
@@ -65,7 +65,7 @@ void SQLiteTable::addMissingColumns(SQLiteConnection& connection) const {
     for (const auto& attribute : entity_.attributes) {
         bool isPresent =
             std::any_of(present.begin(), present.end(), [&](const auto& row) { return row[0] == attribute; });
-        if (!isPresent) connection.run("ALTER TABLE " + table_ + " ADD COLUMN " + quoted(attribute) + " TEXT");
+        if (!isPresent) connection.run("ALTER TABLE " + table_ + " ADD COLUMN " + quotedName(attribute) + " TEXT");
     }
 }
 
@@ -116,9 +116,9 @@ std::string SQLiteTable::condition(const std::optional<Predicate>& predicate) co
     requireAttribute(predicate->attribute);
     switch (predicate->comparison) {
         case Predicate::Comparison::equals:
-            return " WHERE " + quoted(predicate->attribute) + " = ?";
+            return " WHERE " + quotedName(predicate->attribute) + " = ?";
         case Predicate::Comparison::containsIgnoringCase:
-            return " WHERE contains_folded(" + quoted(predicate->attribute) + ", ?)";
+            return " WHERE contains_folded(" + quotedName(predicate->attribute) + ", ?)";
     }
     return {};
 }

@@ -3,10 +3,8 @@
 #include "Platform/ImageDecoder.h"
 
 #include <algorithm>
-#include <mutex>
 #include <sstream>
 #include <string>
-#include <vector>
 
 namespace vantix {
 
@@ -30,10 +28,6 @@ public:
         auto size = probe(bytes);
         if (!size) return size.error();
         if (bytes.find("damaged") != std::string_view::npos) return Error{"damaged picture"};
-        {
-            std::lock_guard lock(mutex_);
-            bounds_.push_back(bound);
-        }
         double width = size.value().width, height = size.value().height;
         double scale = std::min({1.0, bound.width / width, bound.height / height});
         auto bitmap = std::make_shared<Bitmap>();
@@ -41,16 +35,6 @@ public:
         bitmap->height = static_cast<int>(height * scale);
         return Image{bitmap, {}, {width, height}};
     }
-
-    /// The bounds of all successful decodings.
-    std::vector<PixelSize> bounds() const {
-        std::lock_guard lock(mutex_);
-        return bounds_;
-    }
-
-private:
-    mutable std::mutex mutex_;
-    mutable std::vector<PixelSize> bounds_;
 };
 
 }  // namespace vantix

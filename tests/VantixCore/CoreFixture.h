@@ -1,21 +1,19 @@
 #pragma once
 
-#include "Platform/NotificationCenter.h"
-#include "Platform/Platform.h"
 #include "Platform/VirtualDispatcher.h"
-#include "VantixCore/Vantix.h"
 #include "tests/Support/FakeImageDecoder.h"
-#include "tests/Support/TemporaryFolder.h"
+#include "tests/VantixCore/InstalledHost.h"
 
 #include <gtest/gtest.h>
 
 #include <mutex>
+#include <optional>
 #include <vector>
 
 namespace vantix {
 
 /// A core library of its own for each test, over real files and a real network.
-template <typename SomeDispatcher = VirtualDispatcher>
+template <typename DispatcherKind = VirtualDispatcher>
 class CoreFixture : public testing::Test {
 protected:
     CoreFixture() { install(host()); }
@@ -32,14 +30,11 @@ protected:
 
     /// As a process that starts anew on the same data directory.
     void install(VantixHost host) {
-        dispatcher_ = std::make_shared<SomeDispatcher>();
-        Platform platform;
-        platform.dispatcher = dispatcher_;
-        platform.notificationCenter = std::make_shared<NotificationCenter>();
-        platform.imageDecoder = decoder_;
-        Platform::install(std::move(platform));
-        Vantix::install(std::move(host));
+        installed_.reset();
+        installed_.emplace(std::move(host), std::make_shared<FakeImageDecoder>());
     }
+
+    DispatcherKind& dispatcher() { return *installed_->dispatcher; }
 
     std::vector<SentRequest> sent() {
         std::lock_guard lock(mutex_);
@@ -47,12 +42,11 @@ protected:
     }
 
     TemporaryFolder folder_;
-    std::shared_ptr<FakeImageDecoder> decoder_ = std::make_shared<FakeImageDecoder>();
-    std::shared_ptr<SomeDispatcher> dispatcher_;
 
 private:
     std::mutex mutex_;
     std::vector<SentRequest> sent_;
+    std::optional<InstalledHost<DispatcherKind>> installed_;
 };
 
 }  // namespace vantix

@@ -26,7 +26,7 @@ protected:
         DataResult outcome = ImageError{Kind::other, "not completed"};
         ImageUtility::downloadImage(*URL::parse(url), std::move(identifier),
                                     [&](DataResult result) { outcome = result; });
-        dispatcher_->runUntilIdle();
+        dispatcher().runUntilIdle();
         return outcome;
     }
 
@@ -83,7 +83,7 @@ TEST_F(ImageTest, RequestsForOneImageJoin) {
         ImageUtility::downloadImage(*URL::parse(server_.url("/picture")), std::to_string(at),
                                     [&](const DataResult& result) { completions += result ? 1 : 0; });
     }
-    dispatcher_->runUntilIdle();
+    dispatcher().runUntilIdle();
     EXPECT_EQ(completions, 20);
     EXPECT_EQ(fetches(), 1U);
     EXPECT_TRUE(download("https://elsewhere.invalid/", "19"));
@@ -226,20 +226,20 @@ TEST_F(ImageLoaderTest, DecodesAtNoMoreThanTheLayoutNeeds) {
     loader->setPlaceholder(squarePlaceholder());
     EXPECT_EQ(layOut(*loader, 300), (Size{10, 10}));
 
-    dispatcher_->runUntilIdle();
+    dispatcher().runUntilIdle();
     EXPECT_EQ(changes_, 1);
     EXPECT_EQ(*loader->currentImage().bitmap, *squarePlaceholder().bitmap);
     EXPECT_EQ(layOut(*loader, 300), (Size{2000, 1000})) << "the placeholder takes the picture's proportions";
-    dispatcher_->runUntilIdle();
+    dispatcher().runUntilIdle();
     EXPECT_EQ(changes_, 2);
     EXPECT_EQ(loader->currentImage().bitmap->width, 300);
     EXPECT_EQ(loader->currentImage().bitmap->height, 150);
 
     layOut(*loader, 200);
-    dispatcher_->runUntilIdle();
+    dispatcher().runUntilIdle();
     EXPECT_EQ(changes_, 2) << "a smaller layout keeps the pixels";
     layOut(*loader, 600);
-    dispatcher_->runUntilIdle();
+    dispatcher().runUntilIdle();
     EXPECT_EQ(loader->currentImage().bitmap->width, 600);
     EXPECT_EQ(fetches(), 1U);
 }
@@ -249,7 +249,7 @@ TEST_F(ImageLoaderTest, KeepsThePlaceholderWhenThereIsNoPicture) {
                                         ImageRequest{URL::parse(server_.url("/unfetched")), "unknown", false}}) {
         auto loader = load(request);
         loader->setPlaceholder(squarePlaceholder());
-        dispatcher_->runUntilIdle();
+        dispatcher().runUntilIdle();
         EXPECT_EQ(layOut(*loader, 300), (Size{10, 10}));
     }
     EXPECT_EQ(changes_, 0);
@@ -261,15 +261,15 @@ TEST_F(ImageLoaderTest, ShowsFromTheCacheAloneAndFetchesWhatTheCacheHasLost) {
     download(server_.url("/picture"), "identifier");
     auto cached = load({{}, "identifier", false});
     auto lost = load({URL::parse(server_.url("/picture")), "identifier"});
-    dispatcher_->runUntilIdle();
+    dispatcher().runUntilIdle();
     layOut(*cached, 300);
-    dispatcher_->runUntilIdle();
+    dispatcher().runUntilIdle();
     EXPECT_EQ(cached->currentImage().bitmap->width, 20) << "never enlarged";
     EXPECT_EQ(fetches(), 1U);
 
     ImageUtility::removeAllCachedImages();
     layOut(*lost, 300);
-    dispatcher_->runUntilIdle();
+    dispatcher().runUntilIdle();
     EXPECT_EQ(lost->currentImage().bitmap->width, 20);
     EXPECT_EQ(fetches(), 2U);
 }
@@ -277,7 +277,7 @@ TEST_F(ImageLoaderTest, ShowsFromTheCacheAloneAndFetchesWhatTheCacheHasLost) {
 TEST_F(ImageLoaderTest, AWindowThatIsGoneIsNotCalled) {
     server_.reply("/picture", {.body = FakeImageDecoder::encode(20, 10)});
     load({URL::parse(server_.url("/picture"))}).reset();
-    dispatcher_->runUntilIdle();
+    dispatcher().runUntilIdle();
     EXPECT_EQ(changes_, 0);
 }
 

@@ -96,14 +96,14 @@ class NetworkTest : public CoreFixture<> {
 protected:
     Outcome perform(const Call& call) {
         Outcome outcome;
-        dispatcher_->utilityQueue().async([&] {
+        dispatcher().utilityQueue().async([&] {
             try {
                 outcome.answer = VantixNetworkManager().callAPI(call);
             } catch (const VantixError& error) {
                 outcome.error = error;
             }
         });
-        dispatcher_->runUntilIdle();
+        dispatcher().runUntilIdle();
         return outcome;
     }
 
@@ -434,7 +434,7 @@ TEST_F(NetworkTest, TransfersOneAtATimeKeepTheirOrder) {
                             .connectTimeOut = NetworkPolicy::connectTimeOut};
         HTTPClient::current()->send(std::move(request), [&order, at](const auto&) { order.push_back(at); });
     }
-    dispatcher_->runUntilIdle();
+    dispatcher().runUntilIdle();
     EXPECT_EQ(order.size(), 20U);
     EXPECT_TRUE(std::ranges::is_sorted(order));
 }
