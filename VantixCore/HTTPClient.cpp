@@ -6,13 +6,14 @@
 #include "VantixCore/PerInstallation.h"
 #include "VantixCore/Vantix.h"
 
+#include <strings.h>
 #include <utility>
 
 namespace vantix {
 
 namespace {
 
-constexpr const char* authorization = "Authorization";
+bool isSecret(const std::string& headerName) { return strcasecmp(headerName.c_str(), "Authorization") == 0; }
 
 /// The value with all but its scheme hidden ("Bearer …").
 std::string withoutSecret(const std::string& value) { return value.substr(0, value.find(' ') + 1) + "…"; }
@@ -22,7 +23,7 @@ void tellHost(const HTTPRequest& request) {
     if (!tell) return;
     SentRequest sent{request.method, request.url, {}, request.body.value_or("")};
     for (const auto& [name, value] : request.headers) {
-        sent.headers.emplace_back(name, name == authorization ? withoutSecret(value) : value);
+        sent.headers.emplace_back(name, isSecret(name) ? withoutSecret(value) : value);
     }
     tell(sent);
 }
@@ -51,8 +52,9 @@ HTTPRequest redirected(HTTPRequest request, const HTTPResponse& response) {
         request.body.reset();
         request.headers.erase("Content-Type");
     }
-    if (HTTPTransport::originOf(response.redirectURL) != HTTPTransport::originOf(request.url))
-        request.headers.erase(authorization);
+    if (HTTPTransport::originOf(response.redirectURL) != HTTPTransport::originOf(request.url)) {
+        std::erase_if(request.headers, [](const auto& header) { return isSecret(header.first); });
+    }
     request.url = response.redirectURL;
     request.timeOut -= response.elapsed;
     return request;

@@ -89,7 +89,8 @@ std::optional<VantixError> objectionTo(const HTTPRequest& request) {
             return VantixError(VantixError::Kind::configuration, 0, "A header holds a control character: " + name);
         }
     }
-    if (!request.pin.empty() && !request.pin.starts_with("sha256//")) {
+    bool isPinned = !request.pin.empty() && !request.url.starts_with("http:");
+    if (isPinned && !request.pin.starts_with("sha256//")) {
         return makeError(VantixError::Kind::pin, "a pin is written as sha256//BASE64");
     }
     return {};

@@ -216,8 +216,11 @@ TEST_F(ImageTest, RemovingAllEmptiesTheCache) {
     ImageUtility::removeAllCachedImages();
     EXPECT_FALSE(download("other:", "identifier"));
     EXPECT_TRUE(fs::is_empty(folder_.path() / "images"));
-    download(server_.url("/picture"));
+    ImageUtility::downloadImage(*URL::parse(server_.url("/picture")), {}, [](const DataResult&) {});
+    ImageUtility::removeAllCachedImages();
+    dispatcher().runUntilIdle();
     EXPECT_EQ(fetches(), 2U);
+    EXPECT_TRUE(fs::is_empty(folder_.path() / "images")) << "what was under way is not kept either";
 }
 
 TEST_F(ImageLoaderTest, DecodesAtNoMoreThanTheLayoutNeeds) {
