@@ -32,4 +32,7 @@ struct Image {
     bool operator==(const Image&) const = default;
 };
 
+/// The picture of an SVG drawing; its natural size is the drawing's width and height.
+Image vectorImage(const std::string& svg);
+
 }  // namespace vantix

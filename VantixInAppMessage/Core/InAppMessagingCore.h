@@ -73,7 +73,7 @@ private:
 
     void inAppMessaseReceived(const VantixInAppMessagePayload& message, bool showInAppImmediately = true,
                               Completion completion = {});
-    void showStoredMessage(const VantixInAppMessagePayload& message, bool showInAppImmediately, Completion completion);
+    void showStoredMessage(const VantixInAppMessagePayload& message, bool showInAppImmediately);
     void inAppTriggerCaptured(const Notification& notification);
     void removeAllInAppMessages();
 

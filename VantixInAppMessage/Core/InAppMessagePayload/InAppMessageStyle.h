@@ -26,7 +26,7 @@ struct InAppMessageComponentStyle {
 
     /// Malformed values are left at their defaults, silently.
     static InAppMessageComponentStyle generate(const Dictionary& dictionary);
-    static std::vector<InAppMessageComponentStyle> generate(const List& dictionaries);
+    static std::vector<InAppMessageComponentStyle> generate(const std::vector<Dictionary>& dictionaries);
     Dictionary getJSON() const;
     static List getJSON(const std::vector<InAppMessageComponentStyle>& ctas);
 

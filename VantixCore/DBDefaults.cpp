@@ -1,0 +1,40 @@
+#include "VantixCore/DBDefaults.h"
+
+#include "Platform/JSON.h"
+
+namespace vantix {
+
+namespace {
+
+std::optional<ObjectModel::Entity> entity(const Value& value) {
+    const Dictionary* description = value.dictionary();
+    const std::string* name = description ? description->text("name") : nullptr;
+    const List* attributes = description ? description->list("attributes") : nullptr;
+    if (!name || !attributes) return {};
+
+    ObjectModel::Entity result{*name, {}};
+    for (const Value& attribute : *attributes) {
+        if (!attribute.text()) return {};
+        result.attributes.push_back(*attribute.text());
+    }
+    return result;
+}
+
+}  // namespace
+
+std::optional<ObjectModel> objectModel(std::string_view modelText) {
+    auto parsed = parseJSON(modelText);
+    const Dictionary* description = parsed ? parsed.value().dictionary() : nullptr;
+    const List* entities = description ? description->list("entities") : nullptr;
+    if (!entities) return {};
+
+    ObjectModel model;
+    for (const Value& value : *entities) {
+        auto described = entity(value);
+        if (!described) return {};
+        model.entities.push_back(std::move(*described));
+    }
+    return model;
+}
+
+}  // namespace vantix

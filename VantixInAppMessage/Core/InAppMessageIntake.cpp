@@ -1,0 +1,110 @@
+#include "Platform/Dispatcher.h"
+#include "Platform/JSON.h"
+#include "Platform/Platform.h"
+#include "VantixCore/ImageUtility.h"
+#include "VantixCore/VantixConstants.h"
+#include "VantixCore/VantixLogger.h"
+#include "VantixInAppMessage/Core/InAppMessagingCore.h"
+#include "VantixInAppMessage/Manager/InAppDisplayManager.h"
+#include "VantixInAppMessage/Manager/InAppMessageQueueManager.h"
+
+#include <algorithm>
+#include <cctype>
+
+// How campaigns enter the module, and how captured events make stored ones appear.
+
+namespace vantix {
+
+namespace {
+
+constexpr const char* file = "Core/InAppMessagingCore";
+
+/// Banners take their image over a secure connection only.
+bool hasInsecureBannerImage(const InAppBody& body) {
+    bool isBanner =
+        body.type == VantixInAppNotificationType::header || body.type == VantixInAppNotificationType::footer;
+    if (!isBanner || body.image.empty()) return false;
+    std::string lowerCased = body.image;
+    std::transform(lowerCased.begin(), lowerCased.end(), lowerCased.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return lowerCased.find("https:") == std::string::npos;
+}
+
+}  // namespace
+
+void InAppMessagingCore::handleSilentPushNotification(const Dictionary& notification) {
+    constexpr LogSource source{file, "handleSilentPushNotification(with:)"};
+    auto payload = VantixInAppMessagePayload::generate(notification);
+    VantixLogger::debug(VantixConstants::checkMark + std::string("-Notification Payload: ") + toJSON(notification),
+                        source);
+    VantixLogger::debug(VantixConstants::checkMark + std::string("-Processing Selvane InApp message"), source);
+    silentPushListener(payload);
+}
+
+void InAppMessagingCore::notificationsReceived(
+    const std::optional<std::vector<VantixNotificationPayload>>& notifications) {
+    if (!notifications) return;
+    for (const VantixNotificationPayload& notification : *notifications) {
+        if (notification.type() != rawValue(VantixNotificationType::inapp)) continue;
+        inAppMessaseReceived(VantixInAppMessagePayload::generate(notification.getJSON()), false);
+    }
+}
+
+void InAppMessagingCore::inAppMessaseReceived(const VantixInAppMessagePayload& message, bool showInAppImmediately,
+                                              Completion completion) {
+    constexpr LogSource source{file, "inAppMessaseReceived(message:showInAppImmediately:completion:)"};
+    if (hasInsecureBannerImage(message.body)) {
+        VantixLogger::error(
+            "Header and Footer type in-app message with image should have valid image URL. Seems like the in-app "
+            "message with scope " +
+                message.scope + " has invalid image URL:" + message.body.image +
+                ". So we are ignoring this in-app message and not storing it in the database.",
+            source);
+        return;
+    }
+
+    queueManager_->insert(message, [weak = weak_from_this(), message, showInAppImmediately,
+                                    completion = std::move(completion), source](bool inserted) {
+        if (!inserted) {
+            VantixLogger::error("Error while inserting the in-app message with payload " + message.description(),
+                                source);
+            if (completion) completion(false);
+            return;
+        }
+        VantixLogger::info("Successfully inserted the in-app message with payload " + message.description(), source);
+        // Leaves the store thread, which must not wait for the image.
+        Platform::current().dispatcher->utilityQueue().async([weak, message, showInAppImmediately, completion] {
+            if (auto core = weak.lock()) core->showStoredMessage(message, showInAppImmediately);
+            if (completion) completion(true);
+        });
+    });
+}
+
+void InAppMessagingCore::showStoredMessage(const VantixInAppMessagePayload& message, bool showInAppImmediately) {
+    displayManager_->downloadInAppMessageImageIfAvailable(message, false);
+    if (!showInAppImmediately) return;
+    Platform::current().dispatcher->mainQueue().async([weak = weak_from_this()] {
+        if (auto core = weak.lock()) core->displayManager_->showInAppMessage({}, {});
+    });
+}
+
+void InAppMessagingCore::inAppTriggerCaptured(const Notification& notification) {
+    if (notification.name != VantixNotification::didCaptureInAppTrigger) return;
+    auto event = std::any_cast<std::shared_ptr<const EventProtocol>>(&notification.object);
+    if (!event || !*event) return;
+    const auto& [name, attributes] = **event;
+    if (!queueManager_->getInAppMessage(name, attributes)) return;
+    displayManager_->showInAppMessage(name, attributes);
+}
+
+void InAppMessagingCore::removeAllInAppMessages() {
+    queueManager_->removeAllMessages([weak = weak_from_this()](bool removed) {
+        constexpr LogSource source{file, "removeAllInAppMessages()"};
+        if (weak.expired()) return;
+        if (!removed) return VantixLogger::error("Error while deleting all the in-app messages", source);
+        VantixLogger::debug("Successfully deleted all the in-app messages", source);
+        ImageUtility::removeAllCachedImages();
+    });
+}
+
+}  // namespace vantix

@@ -1,0 +1,168 @@
+#include "VantixInAppMessage/Core/InAppMessagePayload/InAppMessageStyle.h"
+
+#include "Platform/FontCatalogue.h"
+#include "Platform/Platform.h"
+#include "VantixCore/ColorText.h"
+#include "VantixInAppMessage/Core/InAppMessagePayload/InAppMessagePayloadKeys.h"
+#include "VantixInAppMessage/Core/InAppMessagePayload/NestedJSON.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+
+namespace vantix {
+
+namespace Keys = InAppMessagePayloadKeys;
+
+namespace {
+
+std::string_view rawValue(TextFontStyle style) {
+    switch (style) {
+        case TextFontStyle::regular:
+            return "REGULAR";
+        case TextFontStyle::bold:
+            return "BOLD";
+        case TextFontStyle::italic:
+            return "ITALIC";
+    }
+    return {};
+}
+
+std::optional<TextFontStyle> textFontStyle(std::string_view word) {
+    for (auto style : {TextFontStyle::regular, TextFontStyle::bold, TextFontStyle::italic}) {
+        if (rawValue(style) == word) return style;
+    }
+    return {};
+}
+
+std::optional<std::int64_t> wholeNumber(std::string_view text) {
+    if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
+    std::int64_t number = 0;
+    auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size()) return {};
+    return number;
+}
+
+bool isInstalled(const std::string& fontName) { return Platform::current().fontCatalogue->contains(fontName); }
+
+void readColor(const Dictionary& dictionary, const char* key, std::optional<Color>& color) {
+    if (const std::string* text = dictionary.text(key)) color = colorFromText(*text);
+}
+
+void writeColor(Dictionary& dictionary, const char* key, const std::optional<Color>& color) {
+    if (color) dictionary.set(key, hexString(*color));
+}
+
+void readComponent(const Dictionary& dictionary, const char* key, InAppMessageComponentStyle& component) {
+    const Dictionary* object = dictionary.dictionary(key);
+    if (object && !object->isEmpty()) component = InAppMessageComponentStyle::generate(*object);
+}
+
+}  // namespace
+
+std::string hexString(const Color& color) {
+    auto byte = [](double component) { return std::lround(component * 255); };
+    std::array<char, 32> text{};
+    std::snprintf(text.data(), text.size(), "#%02lX%02lX%02lX", byte(color.red), byte(color.green), byte(color.blue));
+    return text.data();
+}
+
+InAppMessageComponentStyle InAppMessageComponentStyle::generate(const Dictionary& dictionary) {
+    InAppMessageComponentStyle style;
+    readColor(dictionary, Keys::textColor, style.textColor);
+    readColor(dictionary, Keys::backgroundColor, style.backgroundColor);
+    if (const std::string* size = dictionary.text(Keys::textSize)) {
+        if (auto number = wholeNumber(*size)) style.textSize = static_cast<double>(*number);
+    }
+    const std::string* styleOrFont = dictionary.text(Keys::textStyle);
+    if (styleOrFont && !styleOrFont->empty()) {
+        style.textStyle = textFontStyle(*styleOrFont).value_or(style.textStyle);
+        if (isInstalled(*styleOrFont)) style.textFont = *styleOrFont;
+    }
+    return style;
+}
+
+std::vector<InAppMessageComponentStyle> InAppMessageComponentStyle::generate(
+    const std::vector<Dictionary>& dictionaries) {
+    std::vector<InAppMessageComponentStyle> styles;
+    for (const Dictionary& dictionary : dictionaries) styles.push_back(generate(dictionary));
+    return styles;
+}
+
+Dictionary InAppMessageComponentStyle::getJSON() const {
+    Dictionary dictionary;
+    writeColor(dictionary, Keys::textColor, textColor);
+    writeColor(dictionary, Keys::backgroundColor, backgroundColor);
+    dictionary.set(Keys::textSize, textSize);
+    dictionary.set(Keys::textStyle, textFont.value_or(std::string(rawValue(textStyle))));
+    return dictionary;
+}
+
+List InAppMessageComponentStyle::getJSON(const std::vector<InAppMessageComponentStyle>& ctas) {
+    List list;
+    for (const InAppMessageComponentStyle& cta : ctas) list.emplace_back(cta.getJSON());
+    return list;
+}
+
+Font InAppMessageComponentStyle::getFont() const {
+    if (textFont && !textFont->empty()) {
+        return isInstalled(*textFont) ? Font::named(*textFont, textSize) : Font::system(textSize);
+    }
+    switch (textStyle) {
+        case TextFontStyle::regular:
+            return Font::system(textSize);
+        case TextFontStyle::bold:
+            return Font::system(textSize, FontWeight::bold);
+        case TextFontStyle::italic:
+            return Font::italicSystem(textSize);
+    }
+    return Font::system(textSize);
+}
+
+InAppRatingStyle InAppRatingStyle::generate(const Dictionary& dictionary) {
+    InAppRatingStyle style;
+    readColor(dictionary, Keys::starSelectedColor, style.selectedColor);
+    readColor(dictionary, Keys::starNotSelectedColor, style.unselectedColor);
+    return style;
+}
+
+Dictionary InAppRatingStyle::getJSON() const {
+    Dictionary dictionary;
+    writeColor(dictionary, Keys::starSelectedColor, selectedColor);
+    writeColor(dictionary, Keys::starNotSelectedColor, unselectedColor);
+    return dictionary;
+}
+
+InAppMessageStyle InAppMessageStyle::generate(const std::string& text) {
+    auto dictionary = dictionaryFromText(text, "InAppMessageStyle not available due to invalid json response",
+                                         "error occurred during json generation for InAppMessageStyle:",
+                                         {"Core/InAppMessagePayload/InAppMessageStyle", "generate(from:)"});
+    if (!dictionary) return {};
+
+    InAppMessageStyle style;
+    style.textRepresentation = text;
+    readComponent(*dictionary, Keys::title, style.title);
+    readComponent(*dictionary, Keys::message, style.message);
+    if (const List* list = dictionary->list(Keys::ctas)) {
+        if (auto objects = dictionaries(*list)) style.ctas = InAppMessageComponentStyle::generate(*objects);
+    }
+    readColor(*dictionary, Keys::phoneBackgroundColor, style.phoneBackgroundColor);
+    readColor(*dictionary, Keys::layoutBackgroundColor, style.layoutBackgroundColor);
+    if (const Dictionary* rating = dictionary->dictionary(Keys::rating))
+        style.rating = InAppRatingStyle::generate(*rating);
+    return style;
+}
+
+Dictionary InAppMessageStyle::getJSON() const {
+    Dictionary dictionary{{Keys::title, title.getJSON()},
+                          {Keys::message, message.getJSON()},
+                          {Keys::ctas, InAppMessageComponentStyle::getJSON(ctas)}};
+    writeColor(dictionary, Keys::phoneBackgroundColor, phoneBackgroundColor);
+    writeColor(dictionary, Keys::layoutBackgroundColor, layoutBackgroundColor);
+    dictionary.set(Keys::rating, rating.getJSON());
+    return dictionary;
+}
+
+}  // namespace vantix

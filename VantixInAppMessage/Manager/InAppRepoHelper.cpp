@@ -1,0 +1,149 @@
+#include "VantixInAppMessage/Manager/InAppRepoHelper.h"
+
+#include "Platform/FatalError.h"
+#include "VantixCore/Vantix.h"
+#include "VantixCore/VantixLogger.h"
+#include "VantixInAppMessage/Manager/VantixInAppDBDefaults.h"
+
+namespace vantix {
+
+namespace {
+
+constexpr const char* file = "Manager/InAppRepoHelper";
+
+/// The log lines of one operation's outcome.
+struct OutcomeTexts {
+    const char* function;
+    std::string success;
+    std::string failure;
+    /// Stands between the failure's text and the reason.
+    const char* reason;
+};
+
+/// Logs the outcome of a store operation and passes it on as a boolean.
+std::function<void(Result<bool>)> reporting(OutcomeTexts texts, InAppRepoHelper::Completion completion) {
+    return [texts = std::move(texts), completion = std::move(completion)](const Result<bool>& result) {
+        LogSource source{file, texts.function};
+        bool succeeded = result && result.value();
+        if (succeeded) {
+            VantixLogger::debug(texts.success, source);
+        } else if (result) {
+            VantixLogger::error(texts.failure, source);
+        } else {
+            VantixLogger::error(texts.failure + texts.reason + result.error().localizedDescription, source);
+        }
+        if (completion) completion(succeeded);
+    };
+}
+
+/// A text attribute of the record for each field of the message that has one.
+std::map<std::string, std::string> insertValues(const VantixInAppMessagePayload& message) {
+    using Property = InAppMessage::Property;
+    std::map<std::string, std::string> values;
+    auto set = [&](Property property, const std::string& text) { values[InAppMessage::name(property)] = text; };
+    set(Property::cuid, message.cuid);
+    set(Property::scope, message.scope);
+    if (message.campaignId) set(Property::campaignId, *message.campaignId);
+    if (message.variationId) set(Property::variationId, *message.variationId);
+    set(Property::senderID, message.senderID);
+    set(Property::senderSource, message.senderSource);
+    set(Property::custom, message.custom);
+    set(Property::priority, message.priority);
+    set(Property::validity, message.validity);
+    set(Property::body, message.body.textRepresentation);
+    set(Property::trigger, message.trigger.textRepresentation);
+    set(Property::templateText, message.style.textRepresentation);
+    set(Property::imageIdentifier, message.imageIdentifier);
+    return values;
+}
+
+ObjectModel modelOrStop() {
+    auto model = VantixInAppDBDefaults::defaultMOM();
+    if (!model) fatalError("The object model InAppMessageModel.momd is missing");
+    return *model;
+}
+
+}  // namespace
+
+const std::shared_ptr<InAppRepoHelper>& InAppRepoHelper::shared() {
+    static const auto instance = std::make_shared<InAppRepoHelper>();
+    return instance;
+}
+
+InAppRepoHelper::InAppRepoHelper(Env environment)
+    : inAppRepo_(VantixDBFactory::getRepositoryFor(VantixInAppDBDefaults::defaultEnityName,
+                                                   VantixInAppDBDefaults::defaultStoreName, modelOrStop(), environment,
+                                                   true, {})) {}
+
+void InAppRepoHelper::insert(const VantixInAppMessagePayload& message, Completion completion) {
+    auto payload = message.description();
+    inAppRepo_->insert(
+        insertValues(message),
+        reporting({"insert(message:completion:)", "Successfully inserted in app message with message " + payload,
+                   "Failed to insert in app message with message " + payload, " with error "},
+                  std::move(completion)));
+}
+
+void InAppRepoHelper::fetchAllInAppMessages(ListCompletion completion) {
+    constexpr LogSource source{file, "fetchAllInAppMessages(completion:)"};
+    auto settings = Vantix::getSharedUserDefaults();
+    if (!settings) {
+        VantixLogger::error(
+            "Unable to store the customer id because either customerId is empty or App group is not setup properly.",
+            source);
+        return completion({});
+    }
+    auto customerId = settings->customerId();
+    if (!customerId) {
+        VantixLogger::error("customer-cuid not exist", source);
+        return completion({});
+    }
+
+    Predicate ofCustomer{InAppMessage::name(InAppMessage::Property::cuid), Predicate::Comparison::equals, *customerId};
+    inAppRepo_->fetch(ofCustomer, {}, [completion = std::move(completion)](const Result<std::vector<Record>>& result) {
+        std::vector<InAppMessage> messages;
+        if (result) {
+            for (const Record& record : result.value()) messages.push_back(InAppMessage::from(record));
+        } else {
+            VantixLogger::error("Failed to fetch in app messages with error " + result.error().localizedDescription,
+                                {file, "fetchAllInAppMessages(completion:)"});
+        }
+        completion(std::move(messages));
+    });
+}
+
+void InAppRepoHelper::removeMessage(const std::string& scope, Completion completion) {
+    removeInAppMessage(
+        Predicate{InAppMessage::name(InAppMessage::Property::scope), Predicate::Comparison::equals, scope}, 1,
+        reporting({"removeMessage(with:completion:)", "Successfully removed in app message with message id " + scope,
+                   "Failed to remove in app message with message id " + scope, " with error "},
+                  std::move(completion)));
+}
+
+void InAppRepoHelper::removeAllExistingBroadcastMessages(Completion completion) {
+    removeInAppMessage(
+        Predicate{InAppMessage::name(InAppMessage::Property::trigger), Predicate::Comparison::containsIgnoringCase,
+                  std::string(rawValue(VantixInAppNotificationTriggerType::appLaunch))},
+        {},
+        reporting({"removeAllExistingBroadcastMessages(completion:)",
+                   "Successfully removed all existing broadcast in app messages",
+                   "Failed to remove all existing broadcast in app messages", " with error "},
+                  std::move(completion)));
+}
+
+void InAppRepoHelper::removeAllMessages(Completion completion) {
+    inAppRepo_->batchDelete(InAppMessage::fetchRequest(),
+                            reporting({"removeAllMessages(completion:)", "Successfully deleted all the in-app messages",
+                                       "Failed to delete all the in-app messages", " due to error: "},
+                                      std::move(completion)));
+}
+
+void InAppRepoHelper::removeInAppMessage(std::optional<Predicate> predicate, std::optional<int> fetchLimit,
+                                         std::function<void(Result<bool>)> completion) {
+    FetchRequest request = InAppMessage::fetchRequest();
+    request.predicate = std::move(predicate);
+    request.fetchLimit = fetchLimit;
+    inAppRepo_->batchDelete(request, std::move(completion));
+}
+
+}  // namespace vantix

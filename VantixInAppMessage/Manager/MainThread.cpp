@@ -1,0 +1,27 @@
+#include "VantixInAppMessage/Manager/MainThread.h"
+
+#include "Platform/Dispatcher.h"
+#include "Platform/FatalError.h"
+#include "Platform/Platform.h"
+
+#include <string>
+#include <utility>
+
+namespace vantix {
+
+void runOnMainThread(std::function<void()> work) {
+    auto& main = Platform::current().dispatcher->mainQueue();
+    if (main.isCurrent()) {
+        work();
+    } else {
+        main.async(std::move(work));
+    }
+}
+
+void assertMainThread(const char* operation) {
+    if (!Platform::current().dispatcher->mainQueue().isCurrent()) {
+        fatalError(std::string(operation) + " belongs to the main thread");
+    }
+}
+
+}  // namespace vantix

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "Platform/Value.h"
+
+namespace vantix {
+
+class VantixUtility {
+public:
+    /// Whether both values are hashable and equal.
+    static bool equals(const Value& a, const Value& b) { return a.isHashable() && b.isHashable() && a == b; }
+};
+
+}  // namespace vantix
