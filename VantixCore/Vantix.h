@@ -5,6 +5,8 @@
 #include "VantixCore/VantixEvents.h"
 #include "VantixCore/VantixLogger.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -41,6 +43,10 @@ struct VantixHost {
     std::filesystem::path dataDirectory = {};
     /// Whether the app group is set up; without it there are no shared settings.
     bool appGroup = true;
+    /// Bytes of images kept on disk; those used least recently go first.
+    std::uintmax_t imageCacheCapacity = 64U << 20;
+    /// 1 lets transfers end in the order in which they were asked for.
+    std::size_t maximumConcurrentTransfers = 32;
 
     /// Takes the log lines instead of standard error.
     std::function<void(const LogLine&)> logSink = {};

@@ -4,36 +4,19 @@
 #include "Platform/NotificationCenter.h"
 #include "Platform/Platform.h"
 #include "VantixCore/Vantix.h"
+#include "tests/Support/TemporaryFolder.h"
 
-#include <cstdlib>
-#include <filesystem>
 #include <memory>
-#include <string>
 #include <utility>
 
 namespace vantix {
-
-class TemporaryFolder {
-public:
-    TemporaryFolder() {
-        std::string name = std::filesystem::temp_directory_path() / "vantix-core-XXXXXX";
-        path_ = ::mkdtemp(name.data());
-    }
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-    ~TemporaryFolder() { std::filesystem::remove_all(path_); }
-
-    const std::filesystem::path& path() const { return path_; }
-
-private:
-    std::filesystem::path path_;
-};
 
 /// The platform and the host of one test, for as long as it lives: queues of a kind of its own, nothing to draw on.
 template <typename DispatcherKind>
 class InstalledHost {
 public:
-    explicit InstalledHost(VantixHost host) {
+    explicit InstalledHost(VantixHost host, std::shared_ptr<ImageDecoder> imageDecoder = {})
+        : imageDecoder_(std::move(imageDecoder)) {
         installPlatform();
         Vantix::install(std::move(host));
     }
@@ -56,8 +39,11 @@ private:
         Platform platform;
         platform.dispatcher = dispatcher;
         platform.notificationCenter = std::make_shared<NotificationCenter>();
+        platform.imageDecoder = imageDecoder_;
         Platform::install(std::move(platform));
     }
+
+    std::shared_ptr<ImageDecoder> imageDecoder_;
 };
 
 }  // namespace vantix
