@@ -4,10 +4,11 @@
 #include "Hosts/Qt/QtConversions.h"
 #include "Hosts/Qt/QtEnvironment.h"
 
-#include <QImageWriter>
 #include <QPainter>
 
+#include <algorithm>
 #include <cmath>
+#include <png.h>
 
 namespace vantix {
 
@@ -15,44 +16,54 @@ namespace {
 
 int pixels(double points, double scale) { return std::max(1, static_cast<int>(std::lround(points * scale))); }
 
-QImage transparentImage(const QSize& size) {
-    QImage image(size, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    return image;
-}
-
 }  // namespace
 
-Canvas::Canvas(Size size, double scale)
-    : image_(transparentImage({pixels(size.width, scale), pixels(size.height, scale)})), scale_(scale) {}
-
-void Canvas::fill(const Color& color) {
-    QPainter painter(&image_);
-    painter.fillRect(image_.rect(), toQt(color));
+Canvas::Canvas(Size size, double scale, const Color& background)
+    : image_(pixels(size.width, scale), pixels(size.height, scale), QImage::Format_RGB888), scale_(scale) {
+    QtEnvironment::start();
+    image_.fill(toQt(background));
 }
 
 void Canvas::paint(const DisplayList& list, DisplayListPainter& painter, double alpha) {
-    QtEnvironment::start();
     if (alpha <= 0) return;
-    bool isOpaque = alpha >= 1;
-    QImage layer = isOpaque ? QImage() : transparentImage(image_.size());
-
-    QPainter listPainter(isOpaque ? &image_ : &layer);
+    if (alpha >= 1) {
+        QPainter listPainter(&image_);
+        listPainter.scale(scale_, scale_);
+        return painter.paint(list, listPainter);
+    }
+    QImage layer(image_.size(), QImage::Format_ARGB32_Premultiplied);
+    layer.fill(Qt::transparent);
+    QPainter listPainter(&layer);
     listPainter.scale(scale_, scale_);
     painter.paint(list, listPainter);
     listPainter.end();
-    if (isOpaque) return;
 
     QPainter layerPainter(&image_);
     layerPainter.setOpacity(alpha);
     layerPainter.drawImage(0, 0, layer);
 }
 
+void Canvas::draw(const Canvas& picture, const Rect& frame) {
+    QPainter painter(&image_);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.scale(scale_, scale_);
+    painter.drawImage(toQt(frame), picture.image_);
+}
+
+/// Libpng's own writer for large pictures takes a third of the time that Qt's takes.
 std::optional<Error> Canvas::writePNG(const std::string& path) const {
-    QImageWriter writer(QString::fromStdString(path), "png");
-    writer.setCompression(1);
-    if (writer.write(image_)) return std::nullopt;
-    return Error{path + ": " + writer.errorString().toStdString()};
+    png_image header = {};
+    header.version = PNG_IMAGE_VERSION;
+    header.width = static_cast<png_uint_32>(image_.width());
+    header.height = static_cast<png_uint_32>(image_.height());
+    header.format = PNG_FORMAT_RGB;
+    header.flags = PNG_IMAGE_FLAG_FAST;
+    constexpr int keepFullColor = 0;
+    auto bytesPerRow = static_cast<png_int_32>(image_.bytesPerLine());
+    if (png_image_write_to_file(&header, path.c_str(), keepFullColor, image_.constBits(), bytesPerRow, nullptr)) {
+        return std::nullopt;
+    }
+    return Error{path + ": " + header.message};
 }
 
 }  // namespace vantix

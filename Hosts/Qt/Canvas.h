@@ -14,17 +14,17 @@ namespace vantix {
 
 class DisplayListPainter;
 
-/// A picture of a screen in memory. Main thread only.
+/// An opaque picture of a screen in memory. Main thread only.
 class Canvas {
 public:
-    /// `size` in points; transparent at first. `scale` is pixels per point.
-    Canvas(Size size, double scale);
-
-    /// Paints over everything so far.
-    void fill(const Color& color);
+    /// `size` in points; `scale` is pixels per point. The background's alpha is ignored.
+    Canvas(Size size, double scale, const Color& background = Color::white());
 
     /// Paints a list over everything so far, as one layer of this opacity (0 to 1).
     void paint(const DisplayList& list, DisplayListPainter& painter, double alpha = 1);
+
+    /// Draws another picture over everything so far, stretched over the frame.
+    void draw(const Canvas& picture, const Rect& frame);
 
     const QImage& image() const { return image_; }
 

@@ -1,7 +1,6 @@
 #include "Hosts/Qt/DisplayListPainter.h"
 
 #include "Hosts/Qt/QtConversions.h"
-#include "Hosts/Qt/QtEnvironment.h"
 
 #include <QImage>
 #include <QPainter>
@@ -131,7 +130,7 @@ private:
     static void drawBitmap(QPainter& target, const Rect& frame, QImage bitmap) {
         QSize size = target.deviceTransform().mapRect(toQt(frame)).size().toSize().expandedTo({1, 1});
         if (size.width() * 2 < bitmap.width() || size.height() * 2 < bitmap.height()) {
-            bitmap = bitmap.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+            bitmap = bitmap.scaled(size.boundedTo(bitmap.size()), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
         }
         target.drawImage(toQt(frame), bitmap);
     }
@@ -145,7 +144,6 @@ private:
 }  // namespace
 
 void DisplayListPainter::paint(const DisplayList& list, QPainter& painter) {
-    QtEnvironment::start();
     painter.save();
     painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing | QPainter::SmoothPixmapTransform);
     ItemPainter itemPainter(painter, shaping_, vectorImages_);

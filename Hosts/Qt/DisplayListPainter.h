@@ -14,7 +14,8 @@ public:
     /// Text is painted with the fonts of the catalogue that its measurer used.
     explicit DisplayListPainter(std::shared_ptr<const QtFontCatalogue> catalogue) : shaping_(std::move(catalogue)) {}
 
-    /// Paints in the painter's own coordinates, which are taken as points; leaves the painter as it was.
+    /// Paints in the painter's own coordinates, which are taken as points; leaves the painter as it was. A text or
+    /// picture that cannot be shown is left out. The QGuiApplication exists.
     void paint(const DisplayList& list, QPainter& painter);
 
 private:

@@ -1,5 +1,6 @@
 #include "Hosts/Qt/EncodedImage.h"
 
+#include <algorithm>
 #include <cstdint>
 
 namespace vantix::EncodedImage {

@@ -2,7 +2,6 @@
 
 #include <fontconfig/fontconfig.h>
 
-#include <cmath>
 #include <memory>
 #include <optional>
 

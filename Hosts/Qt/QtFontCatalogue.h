@@ -2,7 +2,6 @@
 
 #include "Platform/FontCatalogue.h"
 
-#include <functional>
 #include <map>
 #include <mutex>
 #include <string>

@@ -10,7 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
+#include <cstdint>
 
 namespace vantix {
 

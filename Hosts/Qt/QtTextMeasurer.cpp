@@ -7,12 +7,13 @@
 #include <QTextLayout>
 
 #include <algorithm>
+#include <optional>
 
 namespace vantix {
 
 namespace {
 
-constexpr qsizetype longestLine = 16384;
+constexpr qsizetype longestLine = 4096;
 
 /// Qt counts in 64ths of a pixel and rounds the offered width down; without this, a text would not fit into the very
 /// width that was measured for it.
@@ -24,13 +25,34 @@ bool isLineBreak(QChar character) {
 }
 
 bool isBlank(QChar character) {
-    constexpr QStringView unbreakable = u"\u00A0\u2007\u202F";
-    return character.isSpace() && !unbreakable.contains(character);
+    constexpr QStringView visible = u"\t\u00A0\u2007\u202F";
+    return character.isSpace() && !visible.contains(character);
 }
 
 QStringView withoutTrailingBlanks(QStringView text) {
     while (!text.isEmpty() && isBlank(text.back())) text.chop(1);
     return text;
+}
+
+/// Whether the letters on both sides of a place within a text are written joined, as in Arabic.
+bool joinsAt(QStringView text, qsizetype place) {
+    if (place <= 0 || place >= text.size()) return false;
+    qsizetype letter = place - 1;
+    while (letter > 0 && text[letter].joiningType() == QChar::Joining_Transparent) --letter;
+    QChar::JoiningType before = text[letter].joiningType();
+    QChar::JoiningType after = text[place].joiningType();
+    return (before == QChar::Joining_Dual || before == QChar::Joining_Causing) &&
+           (after == QChar::Joining_Dual || after == QChar::Joining_Causing || after == QChar::Joining_Right);
+}
+
+/// What stands on a line. Letters that were joined to those of a neighbouring line keep their joined forms, with which
+/// the line was measured.
+std::string lineText(QStringView text, qsizetype start, qsizetype length) {
+    constexpr char16_t zeroWidthJoiner = u'\u200D';
+    QString result = withoutTrailingBlanks(text.sliced(start, length)).toString();
+    if (joinsAt(text, start)) result.prepend(zeroWidthJoiner);
+    if (joinsAt(text, start + length)) result.append(zeroWidthJoiner);
+    return result.toStdString();
 }
 
 /// Takes the first paragraph, with its line break, off the text. Absent after the last one.
@@ -71,6 +93,7 @@ public:
     }
 
     void addParagraph(QStringView paragraph) {
+        paragraph = withoutTrailingBlanks(paragraph);
         do {
             paragraph = paragraph.sliced(addLines(chunk(paragraph), paragraph.size()));
         } while (!paragraph.isEmpty());
@@ -107,8 +130,7 @@ private:
     void addLine(const QTextLine& line, QStringView text) {
         double width = line.naturalTextWidth() * scale_;
         if (width <= maximumWidth_ + roundingSlack * scale_) width = std::min(width, maximumWidth_);
-        QStringView content = withoutTrailingBlanks(text.sliced(line.textStart(), line.textLength()));
-        lines_.push_back({content.toUtf8().toStdString(), width});
+        lines_.push_back({lineText(text, line.textStart(), line.textLength()), width});
         ascent_ = std::max(ascent_, line.ascent());
         descent_ = std::max(descent_, line.descent());
     }
