@@ -9,6 +9,7 @@
 #include <QTextLayout>
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 namespace vantix {
@@ -114,8 +115,10 @@ public:
 
 private:
     QRect visiblePixels(const Rect& frame) const {
-        QRect device(0, 0, painter_.device()->width(), painter_.device()->height());
-        return painter_.deviceTransform().mapRect(toQt(frame)).intersected(device).toAlignedRect();
+        QRectF pixels = painter_.deviceTransform().mapRect(toQt(frame));
+        if (!std::isfinite(pixels.x() + pixels.y() + pixels.width() + pixels.height())) return {};
+        QRectF device(0, 0, painter_.device()->width(), painter_.device()->height());
+        return pixels.intersected(device).toAlignedRect();
     }
 
     void drawPicture(QPainter& target, const Rect& frame, const Image& image) {
@@ -128,9 +131,10 @@ private:
 
     /// Qt's smooth drawing looks at four pixels only, so a picture that shrinks by more than half is scaled first.
     static void drawBitmap(QPainter& target, const Rect& frame, QImage bitmap) {
-        QSize size = target.deviceTransform().mapRect(toQt(frame)).size().toSize().expandedTo({1, 1});
+        QSizeF size = target.deviceTransform().mapRect(toQt(frame)).size();
         if (size.width() * 2 < bitmap.width() || size.height() * 2 < bitmap.height()) {
-            bitmap = bitmap.scaled(size.boundedTo(bitmap.size()), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+            QSize smaller = size.boundedTo(bitmap.size()).toSize().expandedTo({1, 1});
+            bitmap = bitmap.scaled(smaller, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
         }
         target.drawImage(toQt(frame), bitmap);
     }

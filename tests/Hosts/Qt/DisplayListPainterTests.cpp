@@ -131,6 +131,7 @@ TEST(DisplayListPainter, TintReplacesColoursAndKeepsTheShape) {
 }
 
 TEST(DisplayListPainter, LeavesOutWhatCannotBeShown) {
+    constexpr double infinity = std::numeric_limits<double>::infinity();
     double nan = std::numeric_limits<double>::quiet_NaN();
     Image noDrawing = {nullptr, std::make_shared<const std::string>("no drawing"), {1, 1}};
     const DisplayItem items[] = {
@@ -138,6 +139,7 @@ TEST(DisplayListPainter, LeavesOutWhatCannotBeShown) {
         DrawImage{square, noDrawing, red},
         DrawImage{{{5, 5}, {0, 0}}, bitmap(1, 1, {0xFFFF0000}), red},
         DrawImage{{{500, 500}, {9, 9}}, bitmap(1, 1, {0xFFFF0000}), red},
+        DrawImage{{{0, 0}, {infinity, 9}}, bitmap(1, 1, {0xFFFF0000}), red},
         DrawImage{{{nan, 0}, {nan, 9}}, bitmap(1, 1, {0xFFFF0000}), red},
         DrawText{{10, 30}, "", Font::system(16), red, false},
         DrawText{{10, 30}, std::string(3, '\0'), Font::system(16), Color::clear(), true},
