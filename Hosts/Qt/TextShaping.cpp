@@ -40,10 +40,10 @@ ReferenceFont TextShaping::font(const Font& font) const {
 }
 
 QTextOption TextShaping::option(bool rightToLeft, QTextOption::WrapMode wrapMode) {
-    QTextOption option(Qt::AlignLeft | Qt::AlignAbsolute);
+    QTextOption option;
     option.setTextDirection(rightToLeft ? Qt::RightToLeft : Qt::LeftToRight);
     option.setWrapMode(wrapMode);
-    option.setUseDesignMetrics(true);
+
     return option;
 }
 

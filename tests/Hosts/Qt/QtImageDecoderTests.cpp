@@ -93,6 +93,11 @@ TEST(QtImageDecoder, DecodesEachFormat) {
     EXPECT_EQ(image.value().bitmap->pixels, (std::vector<std::uint32_t>{0xFFFF0000, 0xFF0000FF}));
 }
 
+TEST(QtImageDecoder, AcceptsFillBytesBeforeAMarker) {
+    std::string bytes = encoded(sample(8, 8), "jpeg");
+    EXPECT_TRUE(QtImageDecoder().decode(bytes.insert(2, "\xFF\xFF"), {8, 8}));
+}
+
 TEST(QtImageDecoder, PremultipliesAlpha) {
     QImage image(1, 1, QImage::Format_ARGB32);
     image.fill(QColor(255, 0, 0, 128));

@@ -152,12 +152,23 @@ TEST_F(QtTextMeasurerTest, TellsFontsApart) {
 }
 
 TEST_F(QtTextMeasurerTest, KeepsEveryCharacterOfAVeryLongText) {
-    for (std::string unit : {"hello world ", "🎉", "x🎉", "欢迎回来", "W", "e\u0301"}) {
-        std::string text;
+    for (std::string unit : {"hello world ", "🎉", "欢迎回来", "W", "e\u0301"}) {
+        std::string text = "x";
         while (text.size() < 100'000) text += unit;
-        TextLayout layout = layOut(text, 300);
-        EXPECT_EQ(withoutBlanks(joined(layout)), withoutBlanks(text)) << unit;
-        EXPECT_LE(layout.size.width, 300) << unit;
+        for (double maximumWidth : {300.0, unbounded}) {
+            TextLayout layout = layOut(text, maximumWidth);
+            EXPECT_EQ(withoutBlanks(joined(layout)), withoutBlanks(text)) << unit;
+            EXPECT_LE(layout.size.width, maximumWidth) << unit;
+        }
+    }
+}
+
+TEST_F(QtTextMeasurerTest, BreaksAVeryLongTextBetweenWords) {
+    std::string text;
+    while (text.size() < 20'000) text += "hello, hello; ";
+    for (const std::string& line : lines(text, 300)) {
+        EXPECT_TRUE(line.starts_with("hello")) << line;
+        EXPECT_TRUE(line.ends_with(",") || line.ends_with(";")) << line;
     }
 }
 
