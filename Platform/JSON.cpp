@@ -8,6 +8,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <optional>
 #include <utility>
 
 namespace vantix {
@@ -184,6 +185,29 @@ std::string minifyJSON(std::string_view text) {
     if (simdjson::minify(text.data(), text.size(), out.data(), length)) return std::string(text);
     out.resize(length);
     return out;
+}
+
+std::optional<std::string> objectAsWritten(std::string_view object, std::string_view key) {
+    namespace ondemand = simdjson::ondemand;
+    ondemand::parser parser;
+    simdjson::padded_string source(object);
+    ondemand::document document;
+    ondemand::object members;
+    if (parser.iterate(source).get(document) || document.get_object().get(members)) return {};
+
+    std::optional<std::string> found;
+    for (simdjson::simdjson_result<ondemand::field> member : members) {
+        std::string_view name;
+        if (member.unescaped_key().get(name)) return {};
+        if (name != key) continue;
+        found.reset();
+        ondemand::value value;
+        ondemand::object nested;
+        std::string_view text;
+        if (member.value().get(value)) return {};
+        if (!value.get_object().get(nested) && !nested.raw_json().get(text)) found.emplace(text);
+    }
+    return found;
 }
 
 }  // namespace vantix

@@ -3,6 +3,7 @@
 #include "Platform/Result.h"
 #include "Platform/Value.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -23,5 +24,10 @@ std::string toJSON(const Value& value);
 
 /// The text without the white space between its tokens, everything else as written. Only for valid JSON.
 std::string minifyJSON(std::string_view text);
+
+/// The object that stands under the key of an object, as it is written, white space included. Of a repeated key the
+/// last value counts. Absent when the text is no object, or the key is missing or holds anything else. Only for valid
+/// JSON.
+std::optional<std::string> objectAsWritten(std::string_view object, std::string_view key);
 
 }  // namespace vantix

@@ -47,3 +47,24 @@ TEST(JSONTest, WritesBytesThatAreNoUTF8AsReplacementCharacters) {
 TEST(JSONTest, MinifyKeepsKeysAndNumbersAsWritten) {
     EXPECT_EQ(minifyJSON("{ \"b\" : 1.50 ,\n \"a\": [ 1e2, \"x y\" ] }"), R"({"b":1.50,"a":[1e2,"x y"]})");
 }
+
+TEST(JSONTest, GivesANestedObjectAsItIsWritten) {
+    struct {
+        const char *object, *written;
+    } const cases[] = {
+        {R"({"a": {"b" : 1.50, "b": 1e2 } , "c": 0})", R"({"b" : 1.50, "b": 1e2 })"},
+        {R"({"x": {"a": {"inner": 1}}, "a": {}})", "{}"},
+        {R"({"x": "\"a\": {}", "\u0061": {"n": 100000000000000000000}})", R"({"n": 100000000000000000000})"},
+        {R"({"a": {"b": "}\"{"}})", R"({"b": "}\"{"})"},
+        {R"({"a": {"first": 1}, "a": {"last": 1}})", R"({"last": 1})"},
+        {R"({"a": {"first": 1}, "a": "text"})", nullptr},
+        {R"({"a": "{}"})", nullptr},
+        {R"({"a": [{}]})", nullptr},
+        {R"({"b": {}})", nullptr},
+        {R"([{"a": {}}])", nullptr},
+        {"17", nullptr},
+    };
+    for (const auto& [object, written] : cases) {
+        EXPECT_EQ(objectAsWritten(object, "a"), written ? std::optional<std::string>(written) : std::nullopt) << object;
+    }
+}

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "Hosts/Qt/Canvas.h"
+#include "Tools/vantix-inapp/Devices.h"
+
+#include <functional>
+
+namespace vantix {
+
+/// One picture of all devices side by side, each under its name: the upright ones above, the turned ones below. Each
+/// device's picture is asked for once, when its turn comes.
+Canvas paintDeviceSheet(const std::function<Canvas(const Device& device)>& pictureOn);
+
+}  // namespace vantix

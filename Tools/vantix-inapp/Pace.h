@@ -1,0 +1,29 @@
+#pragma once
+
+#include "Platform/Clock.h"
+
+#include <memory>
+
+namespace vantix {
+
+class Dispatcher;
+
+/// How time passes while a scenario is played. Main thread only.
+class Pace {
+public:
+    /// Ends the dispatcher and its threads.
+    virtual ~Pace() = default;
+
+    /// Does not own the dispatcher: whoever keeps it beyond this object must not use it any more.
+    virtual std::shared_ptr<Dispatcher> dispatcher() const = 0;
+    /// Between two steps: does what is to be done before the next one.
+    virtual void settle() = 0;
+    virtual void wait(Duration duration) = 0;
+
+    /// Time stands still but for `wait`; every step's work, all it leads to included, comes to its end before the next.
+    static std::unique_ptr<Pace> makeVirtual();
+    /// Real time; work of other threads is not waited for.
+    static std::unique_ptr<Pace> makeLive();
+};
+
+}  // namespace vantix

@@ -1,0 +1,51 @@
+#include "Tools/vantix-inapp/PlayCommand.h"
+
+#include "Platform/Dispatcher.h"
+#include "Platform/FatalError.h"
+#include "Tools/vantix-inapp/Arguments.h"
+#include "Tools/vantix-inapp/EventLines.h"
+#include "Tools/vantix-inapp/LineWriter.h"
+#include "Tools/vantix-inapp/Pace.h"
+#include "Tools/vantix-inapp/Player.h"
+#include "Tools/vantix-inapp/ScenarioFile.h"
+#include "Tools/vantix-inapp/Simulation.h"
+#include "Tools/vantix-inapp/StateDirectory.h"
+
+#include <cstdio>
+
+namespace vantix {
+
+namespace {
+
+/// While it lives, a fatal condition is printed as the last line.
+class FatalLine {
+public:
+    FatalLine(LineWriter& lines, StateDirectory& state) {
+        setFatalErrorHandler([&lines, &state](std::string_view message) {
+            lines.write("fatal", std::string(message));
+            state.removeTemporary();
+        });
+    }
+    ~FatalLine() { setFatalErrorHandler({}); }
+};
+
+}  // namespace
+
+void play(const PlayArguments& arguments) {
+    Scenario scenario = readScenarioFile(arguments.scenario);
+
+    // In this order, so that the threads end before what they print to and write to.
+    StateDirectory state(arguments.stateDirectory);
+    LineWriter lines(stdout);
+    FatalLine fatalLine(lines, state);
+    EventLines events(lines, scenario.configuration.logLevel);
+    auto pace = arguments.live ? Pace::makeLive() : Pace::makeVirtual();
+    lines.setClock(pace->dispatcher()->clock());
+
+    Simulation simulation(scenario.configuration, state.path(), pace->dispatcher(), events.host());
+    events.observe(simulation.scene());
+    Player player(simulation, *pace, events, lines, arguments.outputDirectory);
+    for (const Step& step : scenario.steps) player.play(step);
+}
+
+}  // namespace vantix

@@ -1,0 +1,65 @@
+#include "Tools/vantix-inapp/RenderCommand.h"
+
+#include "Platform/Dispatcher.h"
+#include "Tools/vantix-inapp/Arguments.h"
+#include "Tools/vantix-inapp/BadInput.h"
+#include "Tools/vantix-inapp/Campaign.h"
+#include "Tools/vantix-inapp/DeviceSheet.h"
+#include "Tools/vantix-inapp/Pace.h"
+#include "Tools/vantix-inapp/ScreenPicture.h"
+#include "Tools/vantix-inapp/Simulation.h"
+#include "Tools/vantix-inapp/StateDirectory.h"
+#include "VantixCore/Vantix.h"
+#include "VantixInAppMessage/MVVM/View/InAppMessageViewBuilder.h"
+#include "VantixInAppMessage/Manager/InAppDisplayManager.h"
+
+#include <algorithm>
+
+namespace vantix {
+
+namespace {
+
+VantixHost silentHost() {
+    VantixHost host;
+    host.logSink = [](const LogLine&) {};
+    return host;
+}
+
+void expectShowable(const std::string& campaign, const VantixInAppMessagePayload& message) {
+    const auto& types = supportedInAppMessageTypes;
+    auto type = message.body.type;
+    bool isBanner = type == VantixInAppNotificationType::header || type == VantixInAppNotificationType::footer;
+    std::string word(rawValue(type));
+    if (std::find(types.begin(), types.end(), type) == types.end()) {
+        throw BadInput(campaign + ":1: a message of type " + word + " is never shown");
+    }
+    if (isBanner && message.body.message.empty()) {
+        throw BadInput(campaign + ":1: a message of type " + word + " without message text is never shown");
+    }
+}
+
+}  // namespace
+
+void render(const RenderArguments& arguments) {
+    Dictionary push = pushOfCampaignFile(arguments.campaign);
+    StateDirectory state({});
+    auto pace = Pace::makeVirtual();
+    Simulation simulation({}, state.path(), pace->dispatcher(), silentHost());
+
+    auto message = VantixInAppMessagePayload::generate(push);
+    expectShowable(arguments.campaign, message);
+    auto builder = std::make_shared<InAppMessageViewBuilder>(simulation.core().inAppDisplayManager());
+    builder->createInAppWindow(message);
+
+    auto pictureOn = [&](const Device& device) {
+        SceneTraits traits = device.traits;
+        traits.textScale = arguments.textScale;
+        simulation.scene().setTraits(traits);
+        pace->settle();
+        return paintScreen(simulation.scene());
+    };
+    writePicture(arguments.device ? pictureOn(*arguments.device) : paintDeviceSheet(pictureOn), arguments.picture);
+    builder->tearDown();
+}
+
+}  // namespace vantix

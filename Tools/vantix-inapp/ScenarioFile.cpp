@@ -1,0 +1,81 @@
+#include "Tools/vantix-inapp/ScenarioFile.h"
+
+#include "Platform/JSON.h"
+#include "Tools/vantix-inapp/BadInput.h"
+#include "Tools/vantix-inapp/Fields.h"
+#include "Tools/vantix-inapp/InputFile.h"
+
+namespace vantix {
+
+namespace {
+
+constexpr std::string_view blanks = " \t\r";
+
+/// Takes the lines of a scenario one by one.
+class ScenarioReader {
+public:
+    void read(std::string_view line) {
+        auto begin = line.find_first_not_of(blanks);
+        if (begin == std::string_view::npos || line[begin] == '#') return;
+        auto parsed = parseJSON(line);
+        if (!parsed) throw BadInput("not valid JSON: " + parsed.error().localizedDescription);
+        if (!parsed.value().dictionary()) throw BadInput("a step must be a JSON object");
+        readObject(line, *parsed.value().dictionary());
+        isFirst_ = false;
+    }
+
+    Scenario takeScenario() { return std::move(scenario_); }
+
+private:
+    void readObject(std::string_view line, const Dictionary& object) {
+        if (const Value* configuration = object.find("configure")) {
+            if (!isFirst_) throw BadInput("\"configure\" must be the first step");
+            expectOnlyKeys("the line of \"configure\"", object, {"configure"});
+            scenario_.configuration = readConfiguration(objectField("configure", *configuration));
+        } else {
+            scenario_.steps.push_back(readStep(line, object));
+            expectBoundedTime();
+        }
+    }
+
+    /// Keeps the clock, which counts nanoseconds, from running over.
+    void expectBoundedTime() {
+        constexpr auto longest = std::chrono::seconds(1'000'000'000);
+        if (auto* wait = std::get_if<step::Wait>(&scenario_.steps.back())) waited_ += wait->duration;
+        if (waited_ > longest) throw BadInput("all waits together must not exceed 1e+09 seconds");
+    }
+
+    Scenario scenario_;
+    bool isFirst_ = true;
+    Duration waited_{0};
+};
+
+std::string place(const std::string& file, int line) { return file + ":" + std::to_string(line) + ": "; }
+
+}  // namespace
+
+Scenario readScenario(const std::string& file, std::string_view text) {
+    ScenarioReader reader;
+    for (int number = 1; !text.empty(); ++number) {
+        auto length = std::min(text.find('\n'), text.size());
+        try {
+            reader.read(text.substr(0, length));
+        } catch (const BadInput& problem) {
+            throw BadInput(place(file, number) + problem.what());
+        }
+        text.remove_prefix(std::min(length + 1, text.size()));
+    }
+    return reader.takeScenario();
+}
+
+Scenario readScenarioFile(const std::string& file) {
+    std::string text;
+    try {
+        text = readInputFile(file);
+    } catch (const BadInput& problem) {
+        throw BadInput(place(file, 1) + problem.what());
+    }
+    return readScenario(file, text);
+}
+
+}  // namespace vantix

@@ -1,0 +1,40 @@
+#include "Tools/vantix-inapp/ScreenPicture.h"
+
+#include "Hosts/Qt/DisplayListPainter.h"
+#include "Hosts/Qt/QtFontCatalogue.h"
+#include "Tools/vantix-inapp/BadInput.h"
+
+#include <memory>
+#include <system_error>
+
+namespace vantix {
+
+namespace {
+
+DisplayList withBackdrop(const OffscreenScene::ShownWindow& window) {
+    DisplayList list = window.content->displayList();
+    const auto& [frame, backgroundColor, level, content, alpha, isHidden] = window.description;
+    if (backgroundColor) list.insert(list.begin(), FillRect{frame, 0, *backgroundColor});
+    return list;
+}
+
+}  // namespace
+
+Canvas paintScreen(const OffscreenScene& scene) {
+    Canvas canvas(scene.traits().size, scene.traits().scale);
+    DisplayListPainter painter(std::make_shared<QtFontCatalogue>());
+    for (const auto& window : scene.windows()) {
+        if (!window.description.isHidden) canvas.paint(withBackdrop(window), painter, window.description.alpha);
+    }
+    return canvas;
+}
+
+void writePicture(const Canvas& picture, const std::filesystem::path& file) {
+    std::error_code ignored;
+    if (file.has_parent_path()) std::filesystem::create_directories(file.parent_path(), ignored);
+    if (auto problem = picture.writePNG(file.string())) {
+        throw BadInput(file.string() + " cannot be written: " + problem->localizedDescription);
+    }
+}
+
+}  // namespace vantix

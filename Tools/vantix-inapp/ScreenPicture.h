@@ -1,0 +1,16 @@
+#pragma once
+
+#include "DeclarativeUI/OffscreenApplication.h"
+#include "Hosts/Qt/Canvas.h"
+
+#include <filesystem>
+
+namespace vantix {
+
+/// The whole screen of a scene as it stands: a plain white application, and every window above it.
+Canvas paintScreen(const OffscreenScene& scene);
+
+/// Writes a picture, making the folders that it stands in. Throws BadInput when it cannot.
+void writePicture(const Canvas& picture, const std::filesystem::path& file);
+
+}  // namespace vantix

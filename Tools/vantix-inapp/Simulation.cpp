@@ -1,0 +1,80 @@
+#include "Tools/vantix-inapp/Simulation.h"
+
+#include "Hosts/Qt/QtEnvironment.h"
+#include "Hosts/Qt/QtFontCatalogue.h"
+#include "Hosts/Qt/QtImageDecoder.h"
+#include "Hosts/Qt/QtTextMeasurer.h"
+#include "Platform/Dispatcher.h"
+#include "Platform/NotificationCenter.h"
+#include "Platform/Platform.h"
+#include "VantixCore/Vantix.h"
+
+namespace vantix {
+
+namespace {
+
+std::shared_ptr<ConfigurationGenerator> coreConfiguration(const Configuration& configuration) {
+    auto core = std::make_shared<VantixConfiguration>();
+    core->account = configuration.accountId;
+    core->base = configuration.baseURL;
+    core->keyHash = configuration.sslKeyHash;
+    core->token = configuration.accessToken;
+    return core;
+}
+
+}  // namespace
+
+Simulation::Simulation(const Configuration& configuration, const std::filesystem::path& stateDirectory,
+                       std::shared_ptr<Dispatcher> dispatcher, VantixHost host)
+    : configuration_(configuration) {
+    QtEnvironment::silenceWarnings();
+    auto fonts = std::make_shared<QtFontCatalogue>();
+    auto measurer = std::make_shared<QtTextMeasurer>(fonts);
+    scene_ = std::make_shared<OffscreenScene>(configuration.device, dispatcher, measurer);
+    Platform::install({dispatcher, std::make_shared<NotificationCenter>(),
+                       std::make_shared<OffscreenApplication>(scene_), fonts, measurer,
+                       std::make_shared<QtImageDecoder>()});
+
+    host.dataDirectory = stateDirectory;
+    host.appGroup = configuration.appGroup;
+    Vantix::install(std::move(host));
+
+    NotificationCore::setAllowed(configuration.pushAllowed);
+    setForegroundScene(configuration.scene);
+    setCustomer(configuration.customerId);
+}
+
+Simulation::~Simulation() {
+    scene_->setOnShown({});
+    scene_->setOnHidden({});
+    if (core_) core_->tearDown();
+}
+
+InAppMessagingCore& Simulation::core() {
+    if (!core_) start(configuration_.applicationState);
+    return *core_;
+}
+
+void Simulation::restart(ApplicationState applicationState) {
+    core().tearDown();
+    core_ = nullptr;
+    start(applicationState);
+}
+
+void Simulation::start(ApplicationState applicationState) {
+    auto configuration = std::make_shared<VantixInAppMessageConfiguration>(
+        coreConfiguration(configuration_), configuration_.notificationCore ? pushLibrary_ : nullptr,
+        configuration_.appStoreId);
+    core_ = InAppMessagingCore::create(configuration, configuration_.environment, applicationState);
+}
+
+void Simulation::setForegroundScene(bool inForeground) {
+    scene_->setActivationState(inForeground ? SceneActivationState::foregroundActive
+                                            : SceneActivationState::background);
+}
+
+void Simulation::setCustomer(const std::optional<std::string>& customerId) {
+    if (auto settings = Vantix::getSharedUserDefaults()) settings->setCustomerId(customerId);
+}
+
+}  // namespace vantix

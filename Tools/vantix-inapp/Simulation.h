@@ -1,0 +1,48 @@
+#pragma once
+
+#include "DeclarativeUI/OffscreenApplication.h"
+#include "Tools/vantix-inapp/Configuration.h"
+#include "VantixInAppMessage/Core/InAppMessagingCore.h"
+#include "VantixPushNotification/NotificationCore.h"
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace vantix {
+
+class Dispatcher;
+struct VantixHost;
+
+/// A host application without a display: the machine's ports, one screen, and the module in it. One at a time; main
+/// thread only.
+class Simulation {
+public:
+    /// Installs the ports and the host (whose data directory and app group are set here), starts nothing yet.
+    Simulation(const Configuration& configuration, const std::filesystem::path& stateDirectory,
+               std::shared_ptr<Dispatcher> dispatcher, VantixHost host);
+    /// Takes everything down again, silently.
+    ~Simulation();
+
+    /// The module, started at first use in the configured state.
+    InAppMessagingCore& core();
+    /// Tears the module down, if it runs, and starts it again on the same store.
+    void restart(ApplicationState applicationState);
+
+    const NotificationCore& pushLibrary() const { return *pushLibrary_; }
+    OffscreenScene& scene() { return *scene_; }
+    void setForegroundScene(bool inForeground);
+    /// Absent: no customer is known. Without an app group there is nowhere to keep it.
+    void setCustomer(const std::optional<std::string>& customerId);
+
+private:
+    void start(ApplicationState applicationState);
+
+    Configuration configuration_;
+    std::shared_ptr<NotificationCore> pushLibrary_ = std::make_shared<NotificationCore>();
+    std::shared_ptr<OffscreenScene> scene_;
+    std::shared_ptr<InAppMessagingCore> core_;
+};
+
+}  // namespace vantix

@@ -1,0 +1,43 @@
+#include "Tools/vantix-inapp/Arguments.h"
+#include "Tools/vantix-inapp/BadInput.h"
+#include "Tools/vantix-inapp/PlayCommand.h"
+#include "Tools/vantix-inapp/RenderCommand.h"
+
+#include <cstdio>
+#include <string>
+#include <variant>
+#include <vector>
+
+using namespace vantix;
+
+namespace {
+
+constexpr int done = 0;
+constexpr int badInput = 2;
+
+void run(const HelpArguments&) { std::fputs(usage, stdout); }
+void run(const PlayArguments& arguments) { play(arguments); }
+void run(const RenderArguments& arguments) { render(arguments); }
+
+int complain(const std::string& problem) {
+    std::fprintf(stderr, "%s\n", problem.c_str());
+    return badInput;
+}
+
+}  // namespace
+
+int main(int count, char** words) {
+    Arguments arguments;
+    try {
+        arguments = parseArguments(std::vector<std::string>(words + 1, words + count));
+    } catch (const BadInput& problem) {
+        std::fputs(usage, stderr);
+        return complain(problem.what());
+    }
+    try {
+        std::visit([](const auto& command) { run(command); }, arguments);
+    } catch (const BadInput& problem) {
+        return complain(problem.what());
+    }
+    return done;
+}
