@@ -20,19 +20,19 @@ const char* roleName(Role role);
 struct AccessibleElement {
     Role role = Role::text;
     /// The text that is shown, or a name for what shows none.
-    std::string label;
+    std::string label = {};
     /// What assistive technology says: label, kind and state in one phrase ("3 of 5 stars, selected").
-    std::string spokenText;
+    std::string spokenText = {};
     /// From 0, among the elements of the same role, in painting order.
     int index = 0;
     /// In points of the window, after scrolling.
-    Rect frame;
-    std::optional<Color> textColor;
-    std::optional<Color> background;
-    std::optional<Font> font;
-    std::optional<double> cornerRadius;
+    Rect frame = {};
+    std::optional<Color> textColor = {};
+    std::optional<Color> background = {};
+    std::optional<Font> font = {};
+    std::optional<double> cornerRadius = {};
     /// Present for elements that can be selected.
-    std::optional<bool> selected;
+    std::optional<bool> selected = {};
     /// Whether a tap on the element does something.
     bool isEnabled = false;
 };

@@ -71,6 +71,10 @@ public:
     static HostedView* current();
 
 private:
+    void layOut();
+    void scrollIntoView(const Rect& frame);
+    TapResult hitBesideControls(const AccessibleElement& container) const;
+
     struct Implementation;
     std::unique_ptr<Implementation> implementation_;
 };

@@ -77,6 +77,7 @@ public:
 
     View padding(double amount = standardPadding) const;
     View padding(Edge edges, double amount = standardPadding) const;
+    View padding(const EdgeInsets& insets) const;
     View frame(const FrameSpec& spec) const;
     /// An absent or clear colour leaves the background clear. Runs under safe areas that the view ignores.
     View background(std::optional<Color> color) const;
@@ -95,8 +96,9 @@ public:
     /// Touches anywhere in this view's frame (its padding excluded), unless something inside wants them.
     View onTapGesture(std::function<void()> action) const;
     View ignoresSafeArea(Edge edges) const;
-    /// Calls `action` once per life of the hosted root (found again by `key`) with the size this view was laid out at.
-    View onFirstLayout(std::string key, std::function<void(Size)> action) const;
+    /// Calls `action` after a layout that gave this view another size than the layout before, also before the first
+    /// redraw. The `key` tells it from others of the same hosted root.
+    View onLayout(std::string key, std::function<void(Size)> action) const;
 
     /// Makes the view an element that tools list and assistive technology speaks; see AccessibleElement. Frame,
     /// background, corner radius, font and text colour are taken from what the view paints at this point of the chain;
@@ -143,7 +145,7 @@ public:
 View SourcedImage(std::shared_ptr<ImageSource> source, std::optional<double> aspectRatio = {});
 
 View Spacer(double minLength = 0);
-/// A line one device pixel thick across the stack.
+/// A line one device pixel thick across the stack, drawn lightly over its background.
 View Divider();
 View ColorRectangle(Color color);
 View FilledCircle(Color color);
@@ -162,16 +164,22 @@ View ScrollView(View content);
 
 /// What a geometry reader knows when it builds its content.
 struct GeometryProxy {
+    /// What is offered: of a root, the safe area.
     Size size;
-    /// Pixels per point.
-    double scale = 1;
+    /// How far the window reaches beyond the safe area.
+    EdgeInsets safeArea;
+
+    Size windowSize() const {
+        return {size.width + safeArea.left + safeArea.right, size.height + safeArea.top + safeArea.bottom};
+    }
 };
 /// Takes all that is offered and builds its content once it knows how much that is; once per evaluation.
 View GeometryReader(std::function<View(const GeometryProxy&)> content);
 
-/// A control that acts on a tap, with the given label; an element of role "button".
+/// A control that acts on a tap, with the given label in the accent colour unless another is set; an element of role
+/// "button". What is put around it without padding (a frame, a background) belongs to it.
 View Button(std::function<void()> action, View label);
-/// The same without the role, for controls that name their own.
+/// The same without role and colour, for controls that name their own.
 View PlainButton(std::function<void()> action, View label);
 
 }  // namespace vantix

@@ -28,7 +28,8 @@ struct Predicate {
     std::string operand;
 };
 
-/// Selects records of an entity: all of them, in insertion order, unless a predicate or a limit restricts it.
+/// Selects records of an entity: all of them, in insertion order, unless a predicate or a limit restricts it. A limit
+/// below 1 selects none.
 struct FetchRequest {
     std::string entityName;
     std::optional<Predicate> predicate;
@@ -40,20 +41,27 @@ struct ObjectModel {
     struct Entity {
         std::string name;
         std::vector<std::string> attributes;
+
+        bool operator==(const Entity&) const = default;
     };
     std::vector<Entity> entities;
+
+    bool operator==(const ObjectModel&) const = default;
 };
 
 /// One record: a text, or nothing, for each attribute.
 using Record = std::map<std::string, std::optional<std::string>>;
 
 /// The records of one entity in one store. Every operation returns at once; operations run in order on the store
-/// thread, where completions are called, in order. Usable from any thread. A completion may be empty.
+/// thread, where completions are called, in order. Usable from any thread. A completion may be empty. An operation
+/// fails, and changes nothing, when it names an attribute or an entity that the repository does not have or when the
+/// file cannot be used; later operations try the file anew.
 class BaseRepository {
 public:
     virtual ~BaseRepository() = default;
 
-    /// Creates one record; attributes without a key stay empty.
+    /// Creates one record; attributes without a key stay empty. What was reported as stored survives a sudden end of
+    /// the process; a loss of power may cost the last changes, never the file.
     virtual void insert(std::map<std::string, std::string> values, std::function<void(Result<bool>)> completion) = 0;
     /// Without sort descriptors (none are offered) the order is that of insertion.
     virtual void fetch(std::optional<Predicate> predicate, std::optional<int> limit,
@@ -66,8 +74,10 @@ class VantixDBFactory {
 public:
     /// Opens nothing yet: the store "DATA DIRECTORY/NAME.sqlite" is opened, made or extended to the model on the store
     /// thread at the first operation; later callers of the same name share it. A file that is no database is set aside
-    /// under another name, logged at error level, and replaced. With `shouldInferMappingModelAutomatically` attributes
-    /// that the file lacks are added. An operation that cannot have the file within 5 seconds fails.
+    /// under another name ("NAME.sqlite.damaged-1"), logged at error level, and replaced. With
+    /// `shouldInferMappingModelAutomatically` attributes that the file lacks are added. An operation that cannot have
+    /// the file within 5 seconds fails. With an app group identifier the file lies in a folder of that name below the
+    /// data directory. An entity that the model lacks is a programming error and stops the process.
     static std::shared_ptr<BaseRepository> getRepositoryFor(const std::string& entity, const std::string& inStore,
                                                             const ObjectModel& withModel, Env configuredForEnv,
                                                             bool shouldInferMappingModelAutomatically,

@@ -12,7 +12,8 @@ public:
     virtual std::string accountID() const = 0;
     /// Scheme and host of the back end ("https://api.example.com"); empty means that nothing is sent.
     virtual std::string baseURL() const = 0;
-    /// The pin of the back end's public key, as "sha256//BASE64"; empty means that none is checked.
+    /// The pin of the back end's public key, as "sha256//BASE64", which over https decides instead of the certificate;
+    /// empty means that the certificate must be valid.
     virtual std::string sslKeyHash() const = 0;
     /// Sent as a bearer token with requests that ask for it; empty means none.
     virtual std::string accessToken() const = 0;

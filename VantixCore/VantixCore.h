@@ -18,7 +18,8 @@ public:
     virtual ~VantixCore() = default;
 
     /// Throws VantixError (`configuration`) when there is no configuration. `geoData`, `deviceScreenInfo` and
-    /// `inboxCoreConfig` are for libraries beside this one and are ignored here.
+    /// `inboxCoreConfig` are for libraries beside this one and are ignored here. `consoleLogLevel` becomes the
+    /// log's level; VantixLogger::setConsoleLogLevel may change it afterwards.
     static std::shared_ptr<VantixCore> generate(std::shared_ptr<ConfigurationGenerator> configuration,
                                                 std::optional<Dictionary> geoData, bool supportsPushNotifications,
                                                 std::optional<Dictionary> deviceScreenInfo,

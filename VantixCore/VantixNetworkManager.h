@@ -43,6 +43,7 @@ public:
 
 /// The answer to a call.
 struct VantixResponseGenerator {
+    /// Absent when the answer has no bytes.
     std::optional<std::string> rcvdData;
     /// Set for an HTTP status of 400 and above; the data is kept beside it.
     std::optional<VantixError> error;
@@ -55,6 +56,9 @@ public:
     /// Blocks until the answer is there, so call it on the utility queue. Throws VantixError when no answer arrives: no
     /// base address, name, connection, TLS, time-out, pin, or more than 8 MiB.
     std::optional<VantixResponseGenerator> callAPI(const VantixAPIRequestGenerator& request) const;
+
+    /// Lets every call and image download that is under way fail soon, for a program that wants to end.
+    static void cancelAll();
 };
 
 }  // namespace vantix

@@ -1,0 +1,127 @@
+#pragma once
+
+#include "DeclarativeUI/AccessibleElement.h"
+#include "DeclarativeUI/DisplayList.h"
+#include "DeclarativeUI/Element.h"
+#include "Platform/Application.h"
+#include "Platform/TextMeasurer.h"
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+namespace vantix {
+
+/// What layout has learnt of one evaluated tree; kept as long as the tree, so that scrolling measures nothing anew.
+struct LayoutMemory {
+    struct MeasureKey {
+        const Element* element;
+        const Environment* environment;
+        Proposal proposal;
+
+        bool operator==(const MeasureKey&) const = default;
+    };
+    struct MeasureKeyHash {
+        std::size_t operator()(const MeasureKey& key) const;
+    };
+
+    std::unordered_map<MeasureKey, Size, MeasureKeyHash> sizes;
+    std::map<std::pair<const Element*, const Environment*>, std::unique_ptr<const Environment>> environments;
+    std::map<std::pair<const Element*, std::pair<double, double>>, View> geometryContents;
+};
+
+/// A place that wants touches.
+struct TouchRegion {
+    Rect area;
+    std::function<void()> action;
+    /// What makes it an element; null when nothing does.
+    const SemanticElement* owner = nullptr;
+    /// The position of that element among the settled ones; -1 when it belongs to none.
+    int element = -1;
+};
+
+/// What a layout leads to.
+struct SettledLayout {
+    DisplayList displayList;
+    std::vector<AccessibleElement> elements;
+    /// In painting order.
+    std::vector<TouchRegion> touchRegions;
+    std::vector<Rect> cards;
+    bool passesTouchesOutsideCard = false;
+    /// Of the scrolling area: where it is and how far its content can move.
+    Rect viewport;
+    double scrollRange = 0;
+    std::vector<std::function<void()>> afterLayout;
+};
+
+/// One layout of an evaluated tree: measures, places, and collects what is drawn and what can be met.
+class LayoutPass {
+public:
+    LayoutPass(LayoutMemory& memory, const TextMeasurer& measurer, const SceneTraits& traits, double scrollOffset,
+               std::function<void(const std::string&, Size, const std::function<void(Size)>&)> tellSize);
+
+    SettledLayout run(const View& root);
+
+    // For elements.
+
+    Size measure(const View& view, const Proposal& proposal, const Environment& environment);
+    void place(const View& view, const Rect& frame, const Environment& environment);
+    /// The environment inside a modifier; the same object for the same question.
+    const Environment& derive(const Element& modifier, const Environment& outer,
+                              const std::function<void(Environment&)>& change);
+
+    const SceneTraits& traits() const { return traits_; }
+    /// The font as it is drawn here.
+    Font drawnFont(const Font& font) const;
+    TextLayout layOut(const std::string& text, const Font& drawnFont, double width) const;
+    double pixel() const { return 1 / traits_.scale; }
+    double roundUpToPixel(double length) const;
+    Rect safeArea() const;
+    Rect window() const { return {{}, traits_.size}; }
+    double scrollOffset() const { return scrollOffset_; }
+    const View& geometryContent(const Element& reader, Size size, const std::function<View()>& make);
+
+    void draw(DisplayItem item);
+    bool isVisible(const Rect& frame) const;
+    /// The radius to which this frame is being clipped, so that what fills it can be drawn round by itself.
+    double cornerRadiusOf(const Rect& frame) const;
+    void pushClip(const Rect& frame, double cornerRadius);
+    void popClip();
+    void setScrollRange(const Rect& viewport, double range);
+    void passTouchesOutsideCard() { settled_.passesTouchesOutsideCard = true; }
+    void addTouchRegion(const Rect& area, std::function<void()> action, const Element& owner);
+    void beginElement(const SemanticElement& semantic, AccessibleElement element);
+    void endElement();
+    /// Adds what a text or picture shows to the element that it stands in, or makes it an element of its own.
+    void show(const AccessibleElement& shown);
+    void tellSizeAfterLayout(const std::string& key, Size size, const std::function<void(Size)>& action);
+
+private:
+    void placeControl(const Element& outermost, const ButtonElement& button, const Rect& frame,
+                      const Environment& environment);
+
+    LayoutMemory& memory_;
+    const TextMeasurer& measurer_;
+    const SceneTraits& traits_;
+    double scrollOffset_;
+    std::function<void(const std::string&, Size, const std::function<void(Size)>&)> tellSize_;
+
+    SettledLayout settled_;
+    struct Clip {
+        Rect frame;
+        double cornerRadius = 0;
+        /// What remains visible inside this clip and those around it.
+        Rect visible;
+    };
+    std::vector<Clip> clips_;
+    /// Positions of the elements that are being placed, from the outermost.
+    std::vector<int> openElements_;
+    std::set<const ButtonElement*> placedButtons_;
+};
+
+}  // namespace vantix

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+namespace vantix {
+
+/// What a picture's bytes say about themselves before anybody decodes them.
+namespace EncodedImage {
+
+enum class Format { png, jpeg, gif, webp };
+
+/// Told from the first bytes alone; absent for anything else.
+std::optional<Format> format(std::string_view bytes);
+
+/// Whether the bytes reach to the end of the picture (of the first one, for a GIF). Decoders that fill what is missing
+/// with gray do not tell.
+bool isComplete(std::string_view bytes, Format format);
+
+}  // namespace EncodedImage
+
+}  // namespace vantix

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "Platform/ImageDecoder.h"
+
+namespace vantix {
+
+/// Decodes pictures with Qt's image readers, in sRGB. The orientation tag is applied where Qt knows one: in JPEG
+/// pictures. Usable from any thread; needs no QGuiApplication.
+class QtImageDecoder final : public ImageDecoder {
+public:
+    QtImageDecoder();
+
+    Result<PixelSize> probe(std::string_view bytes) const override;
+    Result<Image> decode(std::string_view bytes, PixelSize bound) const override;
+};
+
+}  // namespace vantix

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "Platform/DispatchQueue.h"
+#include "Platform/Value.h"
+#include "VantixCore/Vantix.h"
+
+#include <filesystem>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+
+namespace vantix {
+
+/// Settings kept as one JSON object in a file. The first use reads the file on the calling thread; every change is
+/// written by the queue, which must be serial. Keys of others stay as they are. A damaged file counts as empty and is
+/// logged; so is a failure to write.
+class FileUserDefaults final : public SharedUserDefaults, public std::enable_shared_from_this<FileUserDefaults> {
+public:
+    FileUserDefaults(std::filesystem::path file, std::shared_ptr<DispatchQueue> writer);
+
+    std::optional<std::string> customerId() const override;
+    void setCustomerId(std::optional<std::string> customerId) override;
+
+private:
+    /// Only under the lock.
+    Dictionary& settings() const;
+    void write() const;
+
+    std::filesystem::path file_;
+    std::shared_ptr<DispatchQueue> writer_;
+    mutable std::mutex mutex_;
+    mutable std::optional<Dictionary> settings_;
+};
+
+}  // namespace vantix

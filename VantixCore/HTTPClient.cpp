@@ -1,0 +1,95 @@
+#include "VantixCore/HTTPClient.h"
+
+#include "Platform/Platform.h"
+#include "Platform/URL.h"
+#include "VantixCore/NetworkPolicy.h"
+#include "VantixCore/PerInstallation.h"
+#include "VantixCore/Vantix.h"
+
+#include <strings.h>
+#include <utility>
+
+namespace vantix {
+
+namespace {
+
+bool isSecret(const std::string& headerName) { return strcasecmp(headerName.c_str(), "Authorization") == 0; }
+
+/// The value with all but its scheme hidden ("Bearer …").
+std::string withoutSecret(const std::string& value) { return value.substr(0, value.find(' ') + 1) + "…"; }
+
+void tellHost(const HTTPRequest& request) {
+    const auto& tell = Vantix::host().onRequest;
+    if (!tell) return;
+    SentRequest sent{request.method, request.url, {}, request.body.value_or("")};
+    for (const auto& [name, value] : request.headers) {
+        sent.headers.emplace_back(name, isSecret(name) ? withoutSecret(value) : value);
+    }
+    tell(sent);
+}
+
+std::string schemeOf(const std::string& url) {
+    auto parsed = URL::parse(url);
+    return parsed ? parsed->scheme() : std::string();
+}
+
+/// Why a redirect is not followed, if so.
+std::optional<VantixError> objectionTo(const HTTPRequest& from, const std::string& to, int redirectsLeft) {
+    auto refused = [](const std::string& why) { return VantixError(VantixError::Kind::refused, 0, why); };
+    if (redirectsLeft == 0) return refused("More than " + std::to_string(NetworkPolicy::mostRedirects) + " redirects");
+    auto url = URL::parse(to);
+    if (!url || !url->isWebAddress()) return refused("A redirect leads to an address that cannot be fetched: " + to);
+    if (url->scheme() == "http" && schemeOf(from.url) == "https") {
+        return refused("A redirect leads from https to http: " + to);
+    }
+    return {};
+}
+
+HTTPRequest redirected(HTTPRequest request, const HTTPResponse& response) {
+    bool losesMethod = response.status == 303 || (response.status <= 302 && request.method == "POST");
+    if (losesMethod && request.method != "GET") {
+        request.method = "GET";
+        request.body.reset();
+        request.headers.erase("Content-Type");
+    }
+    if (HTTPTransport::originOf(response.redirectURL) != HTTPTransport::originOf(request.url)) {
+        std::erase_if(request.headers, [](const auto& header) { return isSecret(header.first); });
+    }
+    request.url = response.redirectURL;
+    request.timeOut -= response.elapsed;
+    return request;
+}
+
+/// One request, and those that its redirects lead to.
+void exchange(const std::shared_ptr<HTTPTransport>& transport, HTTPRequest request, int redirectsLeft,
+              HTTPTransport::Completion completion) {
+    tellHost(request);
+    auto follow = [transport, request, redirectsLeft, completion](Result<HTTPResponse, VantixError> result) {
+        if (!result || result.value().redirectURL.empty()) return completion(std::move(result));
+        if (auto objection = objectionTo(request, result.value().redirectURL, redirectsLeft)) {
+            return completion(*objection);
+        }
+        exchange(transport, redirected(request, result.value()), redirectsLeft - 1, completion);
+    };
+    transport->send(std::move(request), std::move(follow));
+}
+
+}  // namespace
+
+HTTPClient::HTTPClient()
+    : transport_(std::make_shared<HTTPTransport>(*Platform::current().dispatcher,
+                                                 Vantix::host().maximumConcurrentTransfers)) {}
+
+std::shared_ptr<HTTPClient> HTTPClient::current() {
+    // Never destroyed: the network queue may outlive the statics.
+    static auto& clients = *new PerInstallation<HTTPClient>;
+    return clients.get();
+}
+
+void HTTPClient::send(HTTPRequest request, HTTPTransport::Completion completion) const {
+    exchange(transport_, std::move(request), NetworkPolicy::mostRedirects, std::move(completion));
+}
+
+void HTTPClient::cancelAll() const { transport_->cancelAll(); }
+
+}  // namespace vantix

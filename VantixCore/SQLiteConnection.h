@@ -1,0 +1,67 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace vantix {
+
+/// Why SQLite refused.
+class SQLiteError : public std::runtime_error {
+public:
+    SQLiteError(int code, const std::string& description) : std::runtime_error(description), code_(code) {}
+
+    /// Whether the file is no database, or a damaged one.
+    bool isDamage() const;
+
+private:
+    int code_;
+};
+
+/// A text or a number; texts are read until the call that takes them returns.
+using SQLiteParameter = std::variant<std::monostate, std::string_view, std::int64_t>;
+
+/// The columns of one row as texts; NULL is absent.
+using SQLiteRow = std::vector<std::optional<std::string>>;
+
+/// One open database file, with write-ahead logging. Used by one thread at a time. Whatever fails throws SQLiteError.
+///
+/// Statements may call `contains_folded(text, folded)`: whether the text, letter case removed, contains the operand,
+/// from which the caller has removed it already (foldCase). NULL contains nothing.
+class SQLiteConnection {
+public:
+    /// Makes the file, readable for this user alone, when it is missing.
+    explicit SQLiteConnection(const std::filesystem::path& file);
+
+    /// Runs one statement with its parameters in order. The compiled statement is kept, so the text should not vary
+    /// with the data.
+    std::vector<SQLiteRow> run(const std::string& sql, const std::vector<SQLiteParameter>& parameters = {});
+
+private:
+    struct CloseDatabase {
+        void operator()(sqlite3* database) const;
+    };
+    struct FinalizeStatement {
+        void operator()(sqlite3_stmt* statement) const;
+    };
+
+    void open(const std::filesystem::path& file);
+    void configureJournal();
+    sqlite3_stmt* compiled(const std::string& sql);
+    void check(int code) const;
+
+    std::unique_ptr<sqlite3, CloseDatabase> database_;
+    std::map<std::string, std::unique_ptr<sqlite3_stmt, FinalizeStatement>> statements_;
+};
+
+}  // namespace vantix

@@ -1,0 +1,111 @@
+#pragma once
+
+#include "DeclarativeUI/State.h"
+#include "DeclarativeUI/View.h"
+#include "VantixInAppMessage/templates/SelectionRow.h"
+
+#include <algorithm>
+#include <functional>
+#include <optional>
+#include <utility>
+#include <vector>
+
+namespace vantix {
+
+enum class Orientation { horizonal, vertical };
+
+enum class ButtonType { radio, checkMark };
+
+/// A row of which at most one is chosen in its group.
+template <typename Tag>
+struct RadioButton {
+    Tag tag;
+    bool shouldAddDivider = false;
+    Binding<std::optional<Tag>> selection;
+    /// The mark of a row that is chosen, or not.
+    std::function<View(bool isSelected)> button;
+    View label;
+
+    View body() const {
+        bool isSelected = selection.get() == tag;
+        return selectionRow(button(isSelected), label, isSelected, shouldAddDivider,
+                            [selection = selection, tag = tag] { selection.set(tag); });
+    }
+};
+
+/// A row that is ticked by itself.
+template <typename Tag>
+struct CheckMarkButton {
+    Tag tag;
+    std::function<View(bool isSelected)> button;
+    View label;
+    std::function<void(const Tag&)> selectionHandler;
+    std::function<bool()> isSelected;
+    std::function<bool()> shouldAddDivider;
+
+    View body() const {
+        return selectionRow(button(isSelected()), label, isSelected(), shouldAddDivider(),
+                            [handler = selectionHandler, tag = tag] { handler(tag); });
+    }
+};
+
+/// A row for each tag: of radio rows one is chosen, of check-mark rows any number, kept in the order of ticking.
+template <typename Tag>
+struct ButtonGroup {
+    using Tags = std::vector<Tag>;
+
+    Binding<std::optional<Tags>> multiSelection;
+    Binding<std::optional<Tag>> singleSelection;
+    /// `horizonal` sets the rows side by side.
+    Orientation orientation = Orientation::vertical;
+    Tags tags;
+    ButtonType type = ButtonType::radio;
+    std::function<View(const Tag&, bool isSelected)> button;
+    std::function<View(const Tag&)> label;
+
+    View body() const {
+        return orientation == Orientation::horizonal ? HStack(VerticalAlignment::top, rows())
+                                                     : VStack(HorizontalAlignment::leading, rows());
+    }
+
+private:
+    std::vector<View> rows() const {
+        std::vector<View> rows;
+        for (std::size_t at = 0; at < tags.size(); ++at) {
+            bool isLast = at + 1 == tags.size();
+            View row = type == ButtonType::radio ? radioRow(tags[at], !isLast) : checkMarkRow(tags[at], !isLast);
+            rows.push_back(row.padding(Edge::top));
+        }
+        return rows;
+    }
+
+    View radioRow(const Tag& tag, bool divider) const {
+        return RadioButton<Tag>{tag, divider, singleSelection, markOf(tag), label(tag)}.body();
+    }
+
+    View checkMarkRow(const Tag& tag, bool divider) const {
+        auto chosen = multiSelection.get().value_or(Tags());
+        bool isChosen = std::find(chosen.begin(), chosen.end(), tag) != chosen.end();
+        auto toggleTag = [selection = multiSelection](const Tag& toggled) { toggle(selection, toggled); };
+        return CheckMarkButton<Tag>{
+            tag, markOf(tag), label(tag), toggleTag, [isChosen] { return isChosen; }, [divider] { return divider; }}
+            .body();
+    }
+
+    std::function<View(bool)> markOf(const Tag& tag) const {
+        return [button = button, tag](bool isSelected) { return button(tag, isSelected); };
+    }
+
+    static void toggle(const Binding<std::optional<Tags>>& selection, const Tag& tag) {
+        auto chosen = selection.get().value_or(Tags());
+        auto found = std::find(chosen.begin(), chosen.end(), tag);
+        if (found == chosen.end()) {
+            chosen.push_back(tag);
+        } else {
+            chosen.erase(found);
+        }
+        selection.set(std::move(chosen));
+    }
+};
+
+}  // namespace vantix

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "DeclarativeUI/View.h"
+#include "VantixInAppMessage/templates/CloseButtonProtocol.h"
+
+#include <memory>
+
+namespace vantix {
+
+enum class VantixCloseButtonType { close = 0, closeFilled = 1 };
+
+/// The control that takes a message away: a small cross in the top-right corner of a target that a finger can hit. Both
+/// types look the same. A bundle without the cross is a programming error and stops the process.
+class CloseButton {
+public:
+    CloseButton(VantixCloseButtonType type, std::shared_ptr<CloseButtonProtocol> delegate)
+        : type_(type), delegate_(std::move(delegate)) {}
+
+    View body() const;
+
+private:
+    [[maybe_unused]] bool shouldAddLeadingSpacer() const { return type_ == VantixCloseButtonType::close; }
+
+    VantixCloseButtonType type_;
+    std::shared_ptr<CloseButtonProtocol> delegate_;
+};
+
+}  // namespace vantix

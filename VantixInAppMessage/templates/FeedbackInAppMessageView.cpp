@@ -1,0 +1,102 @@
+#include "VantixInAppMessage/templates/FeedbackInAppMessageView.h"
+
+#include "VantixInAppMessage/templates/ButtonGroup.h"
+
+namespace vantix {
+
+namespace {
+
+View optionLabel(const std::string& option) { return Text(option); }
+
+View radioMark(bool isSelected) {
+    View inside = FilledCircle(isSelected ? Color::systemBlue() : Color::white());
+    View centre = isSelected ? FilledCircle(Color::white()).frame({.width = 8, .height = 8}) : View();
+    return ZStack(Alignment::center(), {inside, StrokedCircle(Color::gray()), centre})
+        .frame({.width = 20, .height = 20})
+        .element(Role::mark);
+}
+
+View checkMark(bool isSelected) {
+    return SymbolImage(isSelected ? "checkmark.square.fill" : "square")
+        .foregroundColor(isSelected ? Color::systemBlue() : Color::secondary())
+        .element(Role::mark);
+}
+
+}  // namespace
+
+View FeedbackInAppMessageView::body() const {
+    return popupCard(viewModel_, popupCornerRadius_, [self = *this] {
+        return std::vector{
+            imageBlock(self.viewModel_, self.imageCornerRadius_),
+            self.titleRow(),
+            self.messageBlock(),
+            self.optionList(),
+            self.buttons(),
+        };
+    });
+}
+
+View FeedbackInAppMessageView::titleRow() const {
+    if (!viewModel_->hasTitle()) return {};
+    return HStack({Text(viewModel_->getTitle())})
+        .frame({.maxWidth = infinity})
+        .background(viewModel_->titleBackgroundColor())
+        .element(Role::title)
+        .padding(Edge::top);
+}
+
+View FeedbackInAppMessageView::messageBlock() const {
+    if (!viewModel_->hasMessage()) return {};
+    return Text(viewModel_->getMessage())
+        .foregroundColor(viewModel_->messageTextColor())
+        .font(viewModel_->messageFont())
+        .multilineTextAlignment(TextAlignment::center)
+        .frame({.maxWidth = infinity})
+        .padding(Edge::horizontal)
+        .background(viewModel_->messageBackgroundColor())
+        .element(Role::message)
+        .padding(Edge::top);
+}
+
+View FeedbackInAppMessageView::optionList() const {
+    if (!viewModel_->feedbackOptionsAvailable()) return {};
+    bool single = viewModel_->feedbackSelectionType() == InAppFeedbackSelectionType::singleSelection;
+    constexpr double listCornerRadius = 10;
+    return VStack({single ? singleSelectionFeedbackView() : multipleSelectionFeedbackView()})
+        .background(Color::white())
+        .cornerRadius(listCornerRadius)
+        .padding(Edge::horizontal)
+        .padding(Edge::top);
+}
+
+View FeedbackInAppMessageView::singleSelectionFeedbackView() const {
+    return ButtonGroup<std::string>{
+        .multiSelection = selectionFeedbackOptions_,
+        .singleSelection = selectedFeedback_,
+        .tags = viewModel_->feedbackOptions(),
+        .type = ButtonType::radio,
+        .button = [](const std::string&, bool isSelected) { return radioMark(isSelected); },
+        .label = optionLabel,
+    }
+        .body();
+}
+
+View FeedbackInAppMessageView::multipleSelectionFeedbackView() const {
+    return ButtonGroup<std::string>{
+        .multiSelection = selectionFeedbackOptions_,
+        .singleSelection = selectedFeedback_,
+        .tags = viewModel_->feedbackOptions(),
+        .type = ButtonType::checkMark,
+        .button = [](const std::string&, bool isSelected) { return checkMark(isSelected); },
+        .label = optionLabel,
+    }
+        .body();
+}
+
+View FeedbackInAppMessageView::buttons() const {
+    auto submit = [viewModel = viewModel_, single = selectedFeedback_, several = selectionFeedbackOptions_](
+                      const InAppCTA& cta) { viewModel->handleCTAAction(cta, {}, {}, single.get(), several.get()); };
+    return VStack(ctaButtons(viewModel_, buttonCornerRadius_, submit)).padding(Edge::bottom);
+}
+
+}  // namespace vantix

@@ -1,0 +1,56 @@
+#include "VantixInAppMessage/templates/InAppMessageView.h"
+
+#include "VantixInAppMessage/templates/AppStoreRatingsInAppMessageView.h"
+#include "VantixInAppMessage/templates/FeedbackInAppMessageView.h"
+#include "VantixInAppMessage/templates/FooterInAppView.h"
+#include "VantixInAppMessage/templates/FullScreenInAppMessageView.h"
+#include "VantixInAppMessage/templates/HeaderInAppView.h"
+#include "VantixInAppMessage/templates/PopupInAppMessageView.h"
+#include "VantixInAppMessage/templates/StartRatingsInAppView.h"
+
+namespace vantix {
+
+namespace {
+
+/// The body of a template that is made once and kept.
+template <typename Template>
+std::function<View()> bodyOf(const ViewModel& viewModel) {
+    return [kept = std::make_shared<Template>(viewModel)] { return kept->body(); };
+}
+
+std::function<View()> nothing() {
+    return [] { return View(); };
+}
+
+std::function<View()> templateFor(const ViewModel& viewModel) {
+    switch (viewModel->inAppMessage().body.type) {
+        case VantixInAppNotificationType::badge:
+            return [] { return VStack({}); };
+        case VantixInAppNotificationType::popup:
+            return bodyOf<PopupInAppMessageView>(viewModel);
+        case VantixInAppNotificationType::fullScreen:
+            return bodyOf<FullScreenInAppMessageView>(viewModel);
+        case VantixInAppNotificationType::header:
+            return viewModel->hasMessage() ? bodyOf<HeaderInAppView>(viewModel) : nothing();
+        case VantixInAppNotificationType::footer:
+            return viewModel->hasMessage() ? bodyOf<FooterInAppView>(viewModel) : nothing();
+        case VantixInAppNotificationType::rating:
+            return bodyOf<StartRatingsInAppView>(viewModel);
+        case VantixInAppNotificationType::feedback:
+            return bodyOf<FeedbackInAppMessageView>(viewModel);
+        case VantixInAppNotificationType::appRating:
+            return bodyOf<AppStoreRatingsInAppMessageView>(viewModel);
+    }
+    return nothing();
+}
+
+}  // namespace
+
+InAppMessageView::InAppMessageView(const VantixInAppMessagePayload& inAppMessage,
+                                   std::shared_ptr<InAppDisplayManager> displayManager)
+    : viewModel_(std::make_shared<InAppMessageViewModel>(inAppMessage, std::move(displayManager))),
+      template_(templateFor(viewModel_)) {}
+
+View InAppMessageView::body() const { return VStack(HorizontalAlignment::leading, {template_()}); }
+
+}  // namespace vantix

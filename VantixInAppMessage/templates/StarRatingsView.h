@@ -1,0 +1,30 @@
+#pragma once
+
+#include "DeclarativeUI/State.h"
+#include "DeclarativeUI/View.h"
+
+#include <optional>
+
+namespace vantix {
+
+/// A row of stars; a tap on one selects it and all before it.
+struct StarRatingsView {
+    Binding<int> rating;
+    /// Below 1 is a programming error and stops the process.
+    int maximumRating = 5;
+    /// Absent: the picture of a selected star.
+    std::optional<View> offImage = {};
+    View onImage = SymbolImage("star.fill");
+    /// Absent: gray.
+    std::optional<Color> offColor = {};
+    /// Absent: yellow.
+    std::optional<Color> onColor = {};
+
+    View body() const;
+
+private:
+    View star(int number) const;
+    View image(int number) const;
+};
+
+}  // namespace vantix

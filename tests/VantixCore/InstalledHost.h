@@ -1,0 +1,49 @@
+#pragma once
+
+#include "Platform/Dispatcher.h"
+#include "Platform/NotificationCenter.h"
+#include "Platform/Platform.h"
+#include "VantixCore/Vantix.h"
+#include "tests/Support/TemporaryFolder.h"
+
+#include <memory>
+#include <utility>
+
+namespace vantix {
+
+/// The platform and the host of one test, for as long as it lives: queues of a kind of its own, nothing to draw on.
+template <typename DispatcherKind>
+class InstalledHost {
+public:
+    explicit InstalledHost(VantixHost host, std::shared_ptr<ImageDecoder> imageDecoder = {})
+        : imageDecoder_(std::move(imageDecoder)) {
+        installPlatform();
+        Vantix::install(std::move(host));
+    }
+    ~InstalledHost() {
+        Vantix::install({});
+        Platform::install({});
+    }
+
+    /// As at the start of another process: work that was under way is dropped.
+    void restartPlatform() {
+        Platform::install({});
+        dispatcher = std::make_shared<DispatcherKind>();
+        installPlatform();
+    }
+
+    std::shared_ptr<DispatcherKind> dispatcher = std::make_shared<DispatcherKind>();
+
+private:
+    void installPlatform() {
+        Platform platform;
+        platform.dispatcher = dispatcher;
+        platform.notificationCenter = std::make_shared<NotificationCenter>();
+        platform.imageDecoder = imageDecoder_;
+        Platform::install(std::move(platform));
+    }
+
+    std::shared_ptr<ImageDecoder> imageDecoder_;
+};
+
+}  // namespace vantix
