@@ -36,7 +36,7 @@ public:
                 if (++word == words.end()) throw BadInput(option->first + " needs a value");
                 option->second(*word);
             } else if (word->size() > 1 && word->front() == '-') {
-                throw BadInput("unknown option " + quoted(*word));
+                throw BadInput("unknown option " + inQuotes(*word));
             } else {
                 others.push_back(*word);
             }
@@ -51,7 +51,7 @@ private:
 
 std::string onlyWord(const std::vector<std::string>& words, const std::string& what) {
     if (words.empty()) throw BadInput(what + " is missing");
-    if (words.size() > 1) throw BadInput("only one " + what + " is taken, not also " + quoted(words[1]));
+    if (words.size() > 1) throw BadInput("only one " + what + " is taken, not also " + inQuotes(words[1]));
     return words.front();
 }
 
@@ -96,8 +96,8 @@ Arguments parseArguments(const std::vector<std::string>& words) {
     if (command == "help" || std::find(words.begin(), words.end(), "--help") != words.end()) return HelpArguments{};
     if (command == "play") return parsePlay(rest);
     if (command == "render") return parseRender(rest);
-    if (isLaterCommand(command)) throw BadInput("the command " + quoted(command) + " does not exist yet");
-    throw BadInput("unknown command " + quoted(command));
+    if (isLaterCommand(command)) throw BadInput("the command " + inQuotes(command) + " does not exist yet");
+    throw BadInput("unknown command " + inQuotes(command));
 }
 
 }  // namespace vantix

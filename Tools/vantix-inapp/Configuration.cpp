@@ -35,14 +35,14 @@ LogLevel logLevelField(std::string_view key, const Value& value) {
 
 EdgeInsets safeAreaField(std::string_view key, const Value& value) {
     const List& edges = listField(key, value);
-    if (edges.size() != 4) throw BadInput(quoted(key) + " must be [top, left, bottom, right]");
+    if (edges.size() != 4) throw BadInput(inQuotes(key) + " must be [top, left, bottom, right]");
     auto edge = [&](std::size_t at) { return lengthField(key, edges[at]); };
     return {edge(0), edge(1), edge(2), edge(3)};
 }
 
 SceneTraits deviceField(std::string_view key, const Value& value) {
     if (value.text()) return deviceNamed(*value.text()).traits;
-    if (!value.dictionary()) throw BadInput(quoted(key) + " must be a device's name or an object");
+    if (!value.dictionary()) throw BadInput(inQuotes(key) + " must be a device's name or an object");
     const Dictionary& object = *value.dictionary();
     expectOnlyKeys(key, object, {"width", "height", "scale", "safeArea"});
     SceneTraits traits;

@@ -11,7 +11,7 @@ namespace vantix {
 namespace {
 
 [[noreturn]] void complain(std::string_view key, const std::string& kind) {
-    throw BadInput(quoted(key) + " must be " + kind);
+    throw BadInput(inQuotes(key) + " must be " + kind);
 }
 
 std::string inShort(double number) {
@@ -22,7 +22,7 @@ std::string inShort(double number) {
 
 }  // namespace
 
-std::string quoted(std::string_view key) { return '"' + std::string(key) + '"'; }
+std::string inQuotes(std::string_view key) { return '"' + std::string(key) + '"'; }
 
 const std::string& textField(std::string_view key, const Value& value) {
     if (!value.text()) complain(key, "a text");
@@ -67,7 +67,7 @@ const List& listField(std::string_view key, const Value& value) {
 void expectOnlyKeys(std::string_view owner, const Dictionary& object, std::initializer_list<std::string_view> known) {
     for (const auto& [key, value] : object) {
         if (std::find(known.begin(), known.end(), key) == known.end()) {
-            throw BadInput(quoted(owner) + " has no key " + quoted(key));
+            throw BadInput(inQuotes(owner) + " has no key " + inQuotes(key));
         }
     }
 }

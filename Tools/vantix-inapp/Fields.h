@@ -26,7 +26,7 @@ const List& listField(std::string_view key, const Value& value);
 void expectOnlyKeys(std::string_view owner, const Dictionary& object, std::initializer_list<std::string_view> known);
 
 /// The key in quotation marks, for complaints.
-std::string quoted(std::string_view key);
+std::string inQuotes(std::string_view key);
 
 /// One of a few words, each with its meaning.
 template <typename Meaning>
@@ -36,9 +36,9 @@ Meaning wordField(std::string_view key, const Value& value,
     std::string all;
     for (const auto& [word, meaning] : words) {
         if (text == word) return meaning;
-        all += (all.empty() ? "" : ", ") + quoted(word);
+        all += (all.empty() ? "" : ", ") + inQuotes(word);
     }
-    throw BadInput(quoted(key) + " must be one of " + all);
+    throw BadInput(inQuotes(key) + " must be one of " + all);
 }
 
 }  // namespace vantix

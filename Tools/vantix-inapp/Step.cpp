@@ -186,11 +186,11 @@ std::string_view stepName(const Dictionary& object) {
     std::string_view name;
     for (const auto& [key, value] : object) {
         if (!readers().contains(key)) continue;
-        if (!name.empty()) throw BadInput("two steps in one line: " + quoted(name) + " and " + quoted(key));
+        if (!name.empty()) throw BadInput("two steps in one line: " + inQuotes(name) + " and " + inQuotes(key));
         name = key;
     }
     if (name.empty()) {
-        throw BadInput(object.isEmpty() ? "no step" : "unknown step " + quoted(object.begin()->first));
+        throw BadInput(object.isEmpty() ? "no step" : "unknown step " + inQuotes(object.begin()->first));
     }
     return name;
 }
