@@ -1,6 +1,7 @@
 #include "Hosts/Qt/QtImageDecoder.h"
 
 #include "Hosts/Qt/EncodedImage.h"
+#include "Hosts/Qt/PNGReader.h"
 #include "Hosts/Qt/QtEnvironment.h"
 
 #include <QBuffer>
@@ -17,8 +18,8 @@ namespace vantix {
 namespace {
 
 constexpr std::int64_t mostPixels = 40'000'000;
-/// Of a picture with the most pixels at 16 bits a channel.
-constexpr int mostMegabytes = 320;
+/// Of a picture with the most pixels, at four bytes each.
+constexpr int mostMegabytes = 160;
 
 const char* name(EncodedImage::Format format) {
     switch (format) {
@@ -33,8 +34,6 @@ const char* name(EncodedImage::Format format) {
     }
     return "";
 }
-
-PixelSize toPixelSize(const QSize& size) { return {size.width(), size.height()}; }
 
 /// The largest size of the same shape within `bound` that is no enlargement.
 QSize fitted(const QSize& size, PixelSize bound) {
@@ -53,25 +52,39 @@ public:
         reader_.setAutoTransform(true);
     }
 
-    QSize uprightSize() {
+    Result<QSize> uprightSize() {
         QSize size = reader_.size();
+        if (size.isEmpty()) return error();
         return isTurned() ? size.transposed() : size;
     }
 
-    QImage read(const QSize& uprightSize) {
+    Result<QImage> read(const QSize& uprightSize) {
         reader_.setScaledSize(isTurned() ? uprightSize.transposed() : uprightSize);
-        return reader_.read();
+        QImage pixels = reader_.read();
+        if (pixels.isNull()) return error();
+        return pixels;
     }
 
-    std::string errorText() const { return reader_.errorString().toStdString(); }
-
 private:
+    Error error() const { return {reader_.errorString().toStdString()}; }
     bool isTurned() const { return reader_.transformation().testFlag(QImageIOHandler::TransformationRotate90); }
 
     QByteArray bytes_;
     QBuffer device_;
     QImageReader reader_;
 };
+
+Result<QSize> uprightSize(std::string_view bytes, EncodedImage::Format format) {
+    if (format == EncodedImage::Format::png) return PNGReader::size(bytes);
+    return OpenedImage(bytes, format).uprightSize();
+}
+
+Result<QImage> read(std::string_view bytes, EncodedImage::Format format, const QSize& size) {
+    if (format != EncodedImage::Format::png) return OpenedImage(bytes, format).read(size);
+    Result<QImage> pixels = PNGReader::read(bytes);
+    if (!pixels) return pixels;
+    return pixels.value().scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
 
 std::shared_ptr<const Bitmap> toBitmap(QImage image) {
     if (image.colorSpace().isValid()) image.convertToColorSpace(QColorSpace::SRgb);
@@ -99,10 +112,9 @@ QtImageDecoder::QtImageDecoder() {
 Result<PixelSize> QtImageDecoder::probe(std::string_view bytes) const {
     auto format = EncodedImage::format(bytes);
     if (!format) return Error{"the bytes are no PNG, JPEG, GIF or WebP picture"};
-    OpenedImage image(bytes, *format);
-    QSize size = image.uprightSize();
-    if (size.isEmpty()) return Error{"the picture's header cannot be read: " + image.errorText()};
-    return toPixelSize(size);
+    Result<QSize> size = uprightSize(bytes, *format);
+    if (!size) return Error{"the picture's header cannot be read: " + size.error().localizedDescription};
+    return PixelSize{size.value().width(), size.value().height()};
 }
 
 Result<Image> QtImageDecoder::decode(std::string_view bytes, PixelSize bound) const {
@@ -114,10 +126,9 @@ Result<Image> QtImageDecoder::decode(std::string_view bytes, PixelSize bound) co
     }
     auto format = *EncodedImage::format(bytes);
     if (!EncodedImage::isComplete(bytes, format)) return Error{"the picture's end is missing"};
-    OpenedImage image(bytes, format);
-    QImage pixels = image.read(fitted({width, height}, bound));
-    if (pixels.isNull()) return Error{"the picture cannot be decoded: " + image.errorText()};
-    return Image{toBitmap(std::move(pixels)), nullptr, {double(width), double(height)}};
+    Result<QImage> pixels = read(bytes, format, fitted({width, height}, bound));
+    if (!pixels) return Error{"the picture cannot be decoded: " + pixels.error().localizedDescription};
+    return Image{toBitmap(pixels.value()), nullptr, {double(width), double(height)}};
 }
 
 }  // namespace vantix

@@ -4,8 +4,8 @@
 
 namespace vantix {
 
-/// Decodes pictures with Qt's image readers, in sRGB. The orientation tag is applied where Qt knows one: in JPEG
-/// pictures. Usable from any thread; needs no QGuiApplication.
+/// Decodes pictures with Qt's image readers and libpng, in sRGB. The orientation tag is applied where Qt knows one: in
+/// JPEG pictures. Usable from any thread; needs no QGuiApplication.
 class QtImageDecoder final : public ImageDecoder {
 public:
     QtImageDecoder();
