@@ -1,7 +1,6 @@
 #include "Hosts/Qt/QtImageDecoder.h"
 
 #include "Hosts/Qt/EncodedImage.h"
-#include "Hosts/Qt/PNGReader.h"
 #include "Hosts/Qt/QtEnvironment.h"
 
 #include <QBuffer>
@@ -18,8 +17,8 @@ namespace vantix {
 namespace {
 
 constexpr std::int64_t mostPixels = 40'000'000;
-/// Of a picture with the most pixels, at four bytes each.
-constexpr int mostMegabytes = 160;
+/// Of a picture with the most pixels, at 16 bits a channel.
+constexpr int mostMegabytes = 320;
 
 const char* name(EncodedImage::Format format) {
     switch (format) {
@@ -74,18 +73,6 @@ private:
     QImageReader reader_;
 };
 
-Result<QSize> uprightSize(std::string_view bytes, EncodedImage::Format format) {
-    if (format == EncodedImage::Format::png) return PNGReader::size(bytes);
-    return OpenedImage(bytes, format).uprightSize();
-}
-
-Result<QImage> read(std::string_view bytes, EncodedImage::Format format, const QSize& size) {
-    if (format != EncodedImage::Format::png) return OpenedImage(bytes, format).read(size);
-    Result<QImage> pixels = PNGReader::read(bytes);
-    if (!pixels) return pixels;
-    return pixels.value().scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-}
-
 std::shared_ptr<const Bitmap> toBitmap(QImage image) {
     if (image.colorSpace().isValid()) image.convertToColorSpace(QColorSpace::SRgb);
     image.convertTo(QImage::Format_ARGB32_Premultiplied);
@@ -112,7 +99,8 @@ QtImageDecoder::QtImageDecoder() {
 Result<PixelSize> QtImageDecoder::probe(std::string_view bytes) const {
     auto format = EncodedImage::format(bytes);
     if (!format) return Error{"the bytes are no PNG, JPEG, GIF or WebP picture"};
-    Result<QSize> size = uprightSize(bytes, *format);
+    if (!EncodedImage::isIntact(bytes, *format)) return Error{"the picture is damaged or its end is missing"};
+    Result<QSize> size = OpenedImage(bytes, *format).uprightSize();
     if (!size) return Error{"the picture's header cannot be read: " + size.error().localizedDescription};
     return PixelSize{size.value().width(), size.value().height()};
 }
@@ -124,9 +112,8 @@ Result<Image> QtImageDecoder::decode(std::string_view bytes, PixelSize bound) co
     if (std::int64_t{width} * height > mostPixels) {
         return Error{"the picture is too large: " + std::to_string(width) + " x " + std::to_string(height) + " pixels"};
     }
-    auto format = *EncodedImage::format(bytes);
-    if (!EncodedImage::isComplete(bytes, format)) return Error{"the picture's end is missing"};
-    Result<QImage> pixels = read(bytes, format, fitted({width, height}, bound));
+    OpenedImage image(bytes, *EncodedImage::format(bytes));
+    Result<QImage> pixels = image.read(fitted({width, height}, bound));
     if (!pixels) return Error{"the picture cannot be decoded: " + pixels.error().localizedDescription};
     return Image{toBitmap(pixels.value()), nullptr, {double(width), double(height)}};
 }

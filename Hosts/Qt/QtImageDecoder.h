@@ -4,8 +4,9 @@
 
 namespace vantix {
 
-/// Decodes pictures with Qt's image readers and libpng, in sRGB. The orientation tag is applied where Qt knows one: in
-/// JPEG pictures. Usable from any thread; needs no QGuiApplication.
+/// Decodes pictures with Qt's image readers, in sRGB. The orientation tag is applied where Qt knows one: in JPEG
+/// pictures. A picture that is visibly damaged is refused by probing already. Usable from any thread; needs no
+/// QGuiApplication.
 class QtImageDecoder final : public ImageDecoder {
 public:
     QtImageDecoder();
