@@ -60,7 +60,8 @@ class BaseRepository {
 public:
     virtual ~BaseRepository() = default;
 
-    /// Creates one record; attributes without a key stay empty. What was reported as stored is on the disk.
+    /// Creates one record; attributes without a key stay empty. What was reported as stored survives a sudden end of
+    /// the process; a loss of power may cost the last changes, never the file.
     virtual void insert(std::map<std::string, std::string> values, std::function<void(Result<bool>)> completion) = 0;
     /// Without sort descriptors (none are offered) the order is that of insertion.
     virtual void fetch(std::optional<Predicate> predicate, std::optional<int> limit,

@@ -42,7 +42,6 @@ class SQLiteConnection {
 public:
     /// Makes the file, readable for this user alone, when it is missing.
     explicit SQLiteConnection(const std::filesystem::path& file);
-    ~SQLiteConnection();
 
     /// Runs one statement with its parameters in order. The compiled statement is kept, so the text should not vary
     /// with the data.
@@ -57,6 +56,7 @@ private:
     };
 
     void open(const std::filesystem::path& file);
+    void configureJournal();
     sqlite3_stmt* compiled(const std::string& sql);
     void check(int code) const;
 

@@ -77,10 +77,11 @@ void SQLiteStore::extendToModel(SQLiteConnection& connection) const {
 void SQLiteStore::setAside(const char* reason) {
     connection_.reset();
     auto name = freeNameBeside(file_);
-    std::filesystem::rename(file_, name);
-    auto log = withEnding(file_, "-wal");
-    if (std::filesystem::exists(log)) std::filesystem::rename(log, withEnding(name, "-wal"));
-    std::filesystem::remove(withEnding(file_, "-shm"));
+    for (const char* part : {"", "-wal"}) {
+        if (std::filesystem::exists(withEnding(file_, part))) {
+            std::filesystem::rename(withEnding(file_, part), withEnding(name, part));
+        }
+    }
     VantixLogger::error("The store " + file_.filename().string() + " is damaged (" + reason +
                             "); it was set aside as " + name.filename().string() + " and is replaced.",
                         {"SQLiteStore", "setAside(reason:)"});

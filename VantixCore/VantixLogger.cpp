@@ -25,7 +25,7 @@ spdlog::logger& standardError() {
     return *logger;
 }
 
-void log(LogLevel level, std::string_view message, LogSource source, std::source_location location) {
+void log(LogLevel level, std::string_view message, LogSource source, SourceLocation location) {
     if (!VantixLogger::isEnabled(level)) return;
     if (const auto& sink = Vantix::host().logSink) {
         sink({level, std::string(message), std::string(source.file), std::string(source.function), location});
@@ -50,15 +50,15 @@ const char* logLevelName(LogLevel level) {
     return "";
 }
 
-void VantixLogger::debug(std::string_view message, LogSource source, std::source_location location) {
+void VantixLogger::debug(std::string_view message, LogSource source, SourceLocation location) {
     log(LogLevel::debug, message, source, location);
 }
 
-void VantixLogger::info(std::string_view message, LogSource source, std::source_location location) {
+void VantixLogger::info(std::string_view message, LogSource source, SourceLocation location) {
     log(LogLevel::info, message, source, location);
 }
 
-void VantixLogger::error(std::string_view message, LogSource source, std::source_location location) {
+void VantixLogger::error(std::string_view message, LogSource source, SourceLocation location) {
     log(LogLevel::error, message, source, location);
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <source_location>
 #include <string>
 #include <string_view>
 
@@ -19,24 +18,32 @@ struct LogSource {
     std::string_view function;
 };
 
+/// The place in the code that writes a log line. (Clang 14 has no std::source_location.)
+struct SourceLocation {
+    const char* file;
+    int line;
+
+    /// As a default argument: the place of the call.
+    static constexpr SourceLocation current(const char* file = __builtin_FILE(), int line = __builtin_LINE()) {
+        return {file, line};
+    }
+};
+
 struct LogLine {
     LogLevel level = LogLevel::debug;
     std::string message;
     std::string file;
     std::string function;
-    std::source_location location;
+    SourceLocation location;
 };
 
 /// The one log of all Vantix libraries. Usable from any thread; lines below the console level are dropped before their
 /// text is handed on. Without a sink (VantixHost::logSink) lines go to standard error.
 class VantixLogger {
 public:
-    static void debug(std::string_view message, LogSource source,
-                      std::source_location location = std::source_location::current());
-    static void info(std::string_view message, LogSource source,
-                     std::source_location location = std::source_location::current());
-    static void error(std::string_view message, LogSource source,
-                      std::source_location location = std::source_location::current());
+    static void debug(std::string_view message, LogSource source, SourceLocation location = SourceLocation::current());
+    static void info(std::string_view message, LogSource source, SourceLocation location = SourceLocation::current());
+    static void error(std::string_view message, LogSource source, SourceLocation location = SourceLocation::current());
 
     /// Default: debug, everything is written. LogLevel::none silences the log.
     static void setConsoleLogLevel(LogLevel level);

@@ -112,15 +112,6 @@ protected:
         return outcome;
     }
 
-    Texts filesInFolder() const {
-        Texts names;
-        for (const auto& entry : std::filesystem::directory_iterator(folder_.path() / "data")) {
-            names.push_back(entry.path().filename());
-        }
-        std::sort(names.begin(), names.end());
-        return names;
-    }
-
     std::filesystem::path file() const { return folder_.path() / "data" / "Messages.sqlite"; }
 
     TemporaryFolder folder_;
@@ -143,7 +134,8 @@ Predicate contains(std::string attribute, std::string operand) {
 }  // namespace
 
 TEST_F(Store, KeepsTextsVerbatimAndTellsAbsentFromEmptyAcrossARestart) {
-    std::string awkward("NUL \0 quote ' \" percent % \xFF \xF0\x9F\x98\x80", 34);
+    using namespace std::string_literals;
+    std::string awkward = "NUL \0 quote ' \" percent % \xFF \xF0\x9F\x98\x80"s;
     EXPECT_EQ(insert({{"scope", awkward}, {"body", ""}}), "true");
     closeStore();
 
@@ -304,8 +296,6 @@ TEST_F(Store, AStaleLogOfADamagedFileIsNotReadIntoItsSuccessor) {
     std::filesystem::copy(folder_.path() / "log", file().string() + "-wal");
 
     EXPECT_EQ(scopes(), Texts());
-    EXPECT_EQ(filesInFolder(), Texts({"Messages.sqlite", "Messages.sqlite-shm", "Messages.sqlite-wal",
-                                      "Messages.sqlite.damaged-1", "Messages.sqlite.damaged-1-wal"}));
 }
 
 TEST_F(Store, ReportsAFolderThatCannotBeUsedAndRecovers) {
