@@ -43,9 +43,9 @@ View VantixImageView::body() const {
 
     auto loader = loaderFor(*this, *host);
     loader->setPlaceholder(placeholderFor(*this));
-    View picture = SourcedImage(loader, aspectRatio);
-    if (delegate) picture = picture.onTapGesture([delegate = delegate] { delegate->didTapOnImage(); });
-    return picture.element(Role::image, "Image");
+    View picture = SourcedImage(loader, aspectRatio).element(Role::image, "Image");
+    if (!delegate) return picture;
+    return picture.onTapGesture([delegate = delegate] { delegate->didTapOnImage(); });
 }
 
 void VantixImageView::setDefaultPlaceholder(std::function<Image()> provider) {

@@ -24,7 +24,7 @@ public:
 ///
 /// Used inside a body: the picture belongs to the hosted view that is being evaluated and survives its redraws.
 struct VantixImageView {
-    std::optional<URL> url;
+    std::optional<URL> url = {};
     std::optional<std::string> imageIdentifier = {};
     /// Absent: the placeholder of `setDefaultPlaceholder`.
     std::optional<Image> placeholder = {};
