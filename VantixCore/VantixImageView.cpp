@@ -22,7 +22,7 @@ Image placeholderFor(const VantixImageView& view) {
 std::shared_ptr<ImageLoader> makeLoader(const VantixImageView& view, const std::weak_ptr<HostedView>& host) {
     ImageRequest request{view.url, view.imageIdentifier, view.asynchronousDownload};
     auto loader = std::make_shared<ImageLoader>(std::move(request), [host] {
-        if (auto alive = host.lock()) alive->invalidate();
+        if (auto alive = host.lock()) alive->setNeedsLayout();
     });
     loader->start();
     return loader;

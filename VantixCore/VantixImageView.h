@@ -31,6 +31,8 @@ struct VantixImageView {
     std::shared_ptr<VantixImageViewProtocol> delegate = {};
     /// Width by height; absent: the picture's own.
     std::optional<double> aspectRatio = {};
+    /// Points.
+    double cornerRadius = 0;
     /// Whether a picture that the cache lacks is fetched.
     bool asynchronousDownload = true;
 
