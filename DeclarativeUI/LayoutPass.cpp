@@ -142,8 +142,6 @@ const View& LayoutPass::geometryContent(const Element& reader, Size size, const 
     return known->second;
 }
 
-void LayoutPass::draw(DisplayItem item) { settled_.displayList.push_back(std::move(item)); }
-
 bool LayoutPass::isVisible(const Rect& frame) const {
     const Rect& clip = clips_.back().visible;
     return frame.maxX() >= clip.minX() && frame.minX() <= clip.maxX() && frame.maxY() >= clip.minY() &&

@@ -86,7 +86,10 @@ public:
     double scrollOffset() const { return scrollOffset_; }
     const View& geometryContent(const Element& reader, Size size, const std::function<View()>& make);
 
-    void draw(DisplayItem item);
+    template <typename Item>
+    void draw(Item item) {
+        settled_.displayList.emplace_back(std::move(item));
+    }
     bool isVisible(const Rect& frame) const;
     /// The radius to which this frame is being clipped, so that what fills it can be drawn round by itself.
     double cornerRadiusOf(const Rect& frame) const;

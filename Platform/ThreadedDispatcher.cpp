@@ -129,20 +129,27 @@ private:
     bool closed_ = false;
 };
 
-/// Every thread that the dispatcher has started, for the final join.
+/// Every thread that the dispatcher has started, for the final join; starts none afterwards.
 class ThreadRegistry {
 public:
     void start(Work body) {
         std::lock_guard lock(mutex_);
-        threads_.emplace_back(std::move(body));
+        if (!closed_) threads_.emplace_back(std::move(body));
     }
 
     void joinAll() {
-        for (std::thread& thread : std::exchange(threads_, {})) thread.join();
+        std::vector<std::thread> threads;
+        {
+            std::lock_guard lock(mutex_);
+            closed_ = true;
+            threads.swap(threads_);
+        }
+        for (std::thread& thread : threads) thread.join();
     }
 
 private:
     std::mutex mutex_;
+    bool closed_ = false;
     std::vector<std::thread> threads_;
 };
 

@@ -2,12 +2,15 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <zlib.h>
 
 namespace vantix::EncodedImage {
 
 namespace {
 
 using namespace std::string_view_literals;
+
+constexpr std::string_view pngSignature = "\x89PNG\r\n\x1A\n"sv;
 
 /// Reads bytes one after the other; beyond their end it reads zeros and remembers that it did.
 class Reader {
@@ -29,6 +32,19 @@ public:
         bytes_.remove_prefix(std::min(count, bytes_.size()));
     }
 
+    /// The most significant byte first.
+    std::uint32_t number(int byteCount) {
+        std::uint32_t value = 0;
+        while (byteCount-- > 0) value = value << 8 | byte();
+        return value;
+    }
+
+    std::string_view take(std::size_t count) {
+        std::string_view taken = bytes_.substr(0, count);
+        skip(count);
+        return taken;
+    }
+
     std::string_view rest() const { return bytes_; }
     bool isExhausted() const { return isExhausted_; }
 
@@ -37,8 +53,26 @@ private:
     bool isExhausted_ = false;
 };
 
+bool isIntactPNG(std::string_view bytes) {
+    Reader reader(bytes);
+    reader.skip(pngSignature.size());
+    std::string_view type;
+    while (type != "IEND"sv) {
+        std::uint32_t length = reader.number(4);
+        std::string_view typeAndData = reader.take(std::size_t{length} + 4);
+        std::uint32_t checksum = reader.number(4);
+        if (reader.isExhausted()) return false;
+        auto actual = crc32_z(0, reinterpret_cast<const Bytef*>(typeAndData.data()), typeAndData.size());
+        if (checksum != actual) return false;
+        bool isFirst = type.empty();
+        type = typeAndData.substr(0, 4);
+        if (isFirst && type != "IHDR"sv) return false;
+    }
+    return true;
+}
+
 /// Walks the segments to the picture's data, within which only the end marker can read as one.
-bool isCompleteJPEG(std::string_view bytes) {
+bool isIntactJPEG(std::string_view bytes) {
     constexpr std::uint8_t startOfScan = 0xDA;
     Reader reader(bytes);
     reader.skip("\xFF\xD8"sv.size());
@@ -46,8 +80,7 @@ bool isCompleteJPEG(std::string_view bytes) {
         if (reader.byte() != 0xFF) return false;
         std::uint8_t marker = reader.byte();
         while (marker == 0xFF) marker = reader.byte();
-        std::size_t length = std::size_t{reader.byte()} << 8;
-        length |= reader.byte();
+        std::uint32_t length = reader.number(2);
         if (length < 2) return false;
         reader.skip(length - 2);
         if (marker == startOfScan) return reader.rest().find("\xFF\xD9"sv) != std::string_view::npos;
@@ -64,7 +97,7 @@ void skipSubBlocks(Reader& reader) {
     while (std::uint8_t length = reader.byte()) reader.skip(length);
 }
 
-bool isCompleteGIF(std::string_view bytes) {
+bool isIntactGIF(std::string_view bytes) {
     Reader reader(bytes);
     reader.skip("GIF89a"sv.size() + 4);
     std::size_t globalColorTable = colorTableSize(reader.byte());
@@ -84,22 +117,23 @@ bool isCompleteGIF(std::string_view bytes) {
 }  // namespace
 
 std::optional<Format> format(std::string_view bytes) {
-    if (bytes.starts_with("\x89PNG\r\n\x1A\n"sv)) return Format::png;
+    if (bytes.starts_with(pngSignature)) return Format::png;
     if (bytes.starts_with("\xFF\xD8\xFF"sv)) return Format::jpeg;
     if (bytes.starts_with("GIF87a"sv) || bytes.starts_with("GIF89a"sv)) return Format::gif;
     if (bytes.starts_with("RIFF"sv) && bytes.substr(0, 12).ends_with("WEBP"sv)) return Format::webp;
     return std::nullopt;
 }
 
-bool isComplete(std::string_view bytes, Format format) {
+bool isIntact(std::string_view bytes, Format format) {
     switch (format) {
         case Format::jpeg:
-            return isCompleteJPEG(bytes);
+            return isIntactJPEG(bytes);
         case Format::gif:
-            return isCompleteGIF(bytes);
+            return isIntactGIF(bytes);
         case Format::png:
+            return isIntactPNG(bytes);
         case Format::webp:
-            return true;
+            return true;  // Its decoder refuses damaged bytes, and says so only to its caller.
     }
     return false;
 }

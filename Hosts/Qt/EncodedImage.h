@@ -13,9 +13,9 @@ enum class Format { png, jpeg, gif, webp };
 /// Told from the first bytes alone; absent for anything else.
 std::optional<Format> format(std::string_view bytes);
 
-/// Whether the bytes reach to the end of the picture (of the first one, for a GIF). Decoders that fill what is missing
-/// with gray do not tell.
-bool isComplete(std::string_view bytes, Format format);
+/// Whether the bytes reach to the end of the picture (of the first one, for a GIF) and, in a PNG, agree with their
+/// checksums. Some decoders fill what is missing with gray; others write their complaints to standard error.
+bool isIntact(std::string_view bytes, Format format);
 
 }  // namespace EncodedImage
 

@@ -17,7 +17,7 @@ namespace vantix {
 namespace {
 
 constexpr std::int64_t mostPixels = 40'000'000;
-/// Of a picture with the most pixels at 16 bits a channel.
+/// Of a picture with the most pixels, at 16 bits a channel.
 constexpr int mostMegabytes = 320;
 
 const char* name(EncodedImage::Format format) {
@@ -33,8 +33,6 @@ const char* name(EncodedImage::Format format) {
     }
     return "";
 }
-
-PixelSize toPixelSize(const QSize& size) { return {size.width(), size.height()}; }
 
 /// The largest size of the same shape within `bound` that is no enlargement.
 QSize fitted(const QSize& size, PixelSize bound) {
@@ -53,19 +51,21 @@ public:
         reader_.setAutoTransform(true);
     }
 
-    QSize uprightSize() {
+    Result<QSize> uprightSize() {
         QSize size = reader_.size();
+        if (size.isEmpty()) return error();
         return isTurned() ? size.transposed() : size;
     }
 
-    QImage read(const QSize& uprightSize) {
+    Result<QImage> read(const QSize& uprightSize) {
         reader_.setScaledSize(isTurned() ? uprightSize.transposed() : uprightSize);
-        return reader_.read();
+        QImage pixels = reader_.read();
+        if (pixels.isNull()) return error();
+        return pixels;
     }
 
-    std::string errorText() const { return reader_.errorString().toStdString(); }
-
 private:
+    Error error() const { return {reader_.errorString().toStdString()}; }
     bool isTurned() const { return reader_.transformation().testFlag(QImageIOHandler::TransformationRotate90); }
 
     QByteArray bytes_;
@@ -99,10 +99,10 @@ QtImageDecoder::QtImageDecoder() {
 Result<PixelSize> QtImageDecoder::probe(std::string_view bytes) const {
     auto format = EncodedImage::format(bytes);
     if (!format) return Error{"the bytes are no PNG, JPEG, GIF or WebP picture"};
-    OpenedImage image(bytes, *format);
-    QSize size = image.uprightSize();
-    if (size.isEmpty()) return Error{"the picture's header cannot be read: " + image.errorText()};
-    return toPixelSize(size);
+    if (!EncodedImage::isIntact(bytes, *format)) return Error{"the picture is damaged or its end is missing"};
+    Result<QSize> size = OpenedImage(bytes, *format).uprightSize();
+    if (!size) return Error{"the picture's header cannot be read: " + size.error().localizedDescription};
+    return PixelSize{size.value().width(), size.value().height()};
 }
 
 Result<Image> QtImageDecoder::decode(std::string_view bytes, PixelSize bound) const {
@@ -112,12 +112,10 @@ Result<Image> QtImageDecoder::decode(std::string_view bytes, PixelSize bound) co
     if (std::int64_t{width} * height > mostPixels) {
         return Error{"the picture is too large: " + std::to_string(width) + " x " + std::to_string(height) + " pixels"};
     }
-    auto format = *EncodedImage::format(bytes);
-    if (!EncodedImage::isComplete(bytes, format)) return Error{"the picture's end is missing"};
-    OpenedImage image(bytes, format);
-    QImage pixels = image.read(fitted({width, height}, bound));
-    if (pixels.isNull()) return Error{"the picture cannot be decoded: " + image.errorText()};
-    return Image{toBitmap(std::move(pixels)), nullptr, {double(width), double(height)}};
+    OpenedImage image(bytes, *EncodedImage::format(bytes));
+    Result<QImage> pixels = image.read(fitted({width, height}, bound));
+    if (!pixels) return Error{"the picture cannot be decoded: " + pixels.error().localizedDescription};
+    return Image{toBitmap(pixels.value()), nullptr, {double(width), double(height)}};
 }
 
 }  // namespace vantix

@@ -43,7 +43,6 @@ QTextOption TextShaping::option(bool rightToLeft, QTextOption::WrapMode wrapMode
     QTextOption option;
     option.setTextDirection(rightToLeft ? Qt::RightToLeft : Qt::LeftToRight);
     option.setWrapMode(wrapMode);
-
     return option;
 }
 

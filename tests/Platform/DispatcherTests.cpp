@@ -183,3 +183,12 @@ TEST(ThreadedDispatcherTest, FinishesWhatItWasHandedBeforeItGoes) {
     queue->async([&] { ++ran; });
     EXPECT_EQ(ran, 100);
 }
+
+TEST(ThreadedDispatcherTest, AQueueThatIsFirstUsedAfterItsDispatcherRefusesTheWork) {
+    auto dispatcher = std::make_unique<ThreadedDispatcher>();
+    auto queue = dispatcher->makeSerialQueue("test", QualityOfService::utility);
+    dispatcher.reset();
+    bool ran = false;
+    queue->async([&] { ran = true; });
+    EXPECT_FALSE(ran);
+}

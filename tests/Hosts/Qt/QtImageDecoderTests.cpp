@@ -176,6 +176,19 @@ TEST(QtImageDecoder, RefusesTruncatedPictures) {
     }
 }
 
+TEST(QtImageDecoder, WritesNothingToStandardErrorAboutDamagedPictures) {
+    testing::internal::CaptureStderr();
+    for (const char* format : {"png", "jpeg", "webp"}) {
+        std::string bytes = encoded(sample(64, 64), format);
+        for (std::size_t position = 12; position < bytes.size(); position += 5) {
+            std::string damaged = bytes;
+            damaged[position] = static_cast<char>(~damaged[position]);
+            QtImageDecoder().decode(damaged, {64, 64});
+        }
+    }
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
 TEST(QtImageDecoder, RefusesMoreThanFortyMegapixelsByTheHeader) {
     std::string bytes = pngHeader(8000, 5001);
     EXPECT_EQ(QtImageDecoder().probe(bytes).value(), (PixelSize{8000, 5001}));
