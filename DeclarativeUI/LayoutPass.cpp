@@ -17,7 +17,11 @@ constexpr double largestFont = 1e4;
 
 double sane(double length) { return std::isnan(length) ? 0 : std::clamp(length, 0.0, longestLength); }
 
-std::size_t mix(std::size_t seed, std::size_t hash) { return seed * 31 + hash; }
+/// Spreads the bits: keys are pointers and lengths, which differ in few of them.
+std::size_t mix(std::size_t seed, std::size_t hash) {
+    std::size_t mixed = (seed ^ hash) * 0x9e3779b97f4a7c15ULL;
+    return mixed ^ (mixed >> 32);
+}
 
 std::size_t hashLength(const std::optional<double>& length) {
     return length ? std::hash<double>{}(*length) : 0x9e3779b9;
@@ -173,8 +177,10 @@ void LayoutPass::addTouchRegion(const Rect& area, std::function<void()> action, 
 
 void LayoutPass::beginElement(const SemanticElement& semantic, AccessibleElement element) {
     int position = static_cast<int>(settled_.elements.size());
-    for (TouchRegion& region : settled_.touchRegions) {
-        if (region.owner == &semantic) region.element = position;
+    // The touches that mean this element were claimed by the layers right outside it.
+    auto& regions = settled_.touchRegions;
+    for (auto region = regions.rbegin(); region != regions.rend() && region->owner == &semantic; ++region) {
+        region->element = position;
     }
     if (element.role == Role::card) settled_.cards.push_back(element.frame);
     settled_.elements.push_back(std::move(element));

@@ -116,8 +116,8 @@ private:
     std::shared_ptr<const Element> element_;
 };
 
-/// A text in any script; wraps over as many lines as it needs. Default colour black, default font the 16-point system
-/// font.
+/// A text in any script; wraps over as many lines as it needs, up to 16 KiB of text; an ellipsis stands for the rest.
+/// Default colour black, default font the 16-point system font.
 View Text(std::string text);
 
 /// A picture at its natural size.
