@@ -37,7 +37,8 @@ struct HostedView::Implementation {
     SettledLayout settled;
     double scrollOffset = 0;
 
-    bool isOutOfDate = true;
+    bool treeIsOutOfDate = true;
+    bool layoutIsOutOfDate = true;
     bool hasAsked = false;
     bool hasBeenEvaluated = false;
 
@@ -64,22 +65,32 @@ void HostedView::setTraits(const SceneTraits& traits) {
 }
 
 void HostedView::invalidate() {
-    implementation_->isOutOfDate = true;
+    implementation_->treeIsOutOfDate = true;
+    setNeedsLayout();
+}
+
+void HostedView::setNeedsLayout() {
+    implementation_->layoutIsOutOfDate = true;
+    askForDisplay();
+}
+
+void HostedView::askForDisplay() {
     if (!implementation_->hasBeenEvaluated || std::exchange(implementation_->hasAsked, true)) return;
     if (implementation_->onNeedsDisplay) implementation_->onNeedsDisplay();
 }
 
 void HostedView::evaluate(const TextMeasurer& measurer) {
     auto& all = *implementation_;
-    if (!std::exchange(all.isOutOfDate, false)) return;
+    if (!std::exchange(all.layoutIsOutOfDate, false)) return;
     all.hasAsked = false;
     all.hasBeenEvaluated = true;
     all.measurer = &measurer;
-    {
+    if (std::exchange(all.treeIsOutOfDate, false)) {
         Evaluation evaluation(this);
         all.tree = all.body();
+        all.memory = {};
     }
-    all.memory = {};
+    all.memory.sizes.clear();
     layOut();
 }
 

@@ -40,6 +40,9 @@ public:
 
     /// Marks the tree as out of date and asks for display.
     void invalidate();
+    /// Marks the layout alone as out of date and asks for display: something that the tree draws has changed, the tree
+    /// has not.
+    void setNeedsLayout();
 
     bool hasBeenEvaluated() const;
     const DisplayList& displayList() const;
@@ -71,6 +74,7 @@ public:
     static HostedView* current();
 
 private:
+    void askForDisplay();
     void layOut();
     void scrollIntoView(const Rect& frame);
     TapResult hitBesideControls(const AccessibleElement& container) const;

@@ -15,7 +15,7 @@ constexpr double longestLength = 1e7;
 constexpr double smallestFont = 1;
 constexpr double largestFont = 1e4;
 
-double sane(double length) { return std::isfinite(length) ? std::clamp(length, 0.0, longestLength) : 0; }
+double sane(double length) { return std::isnan(length) ? 0 : std::clamp(length, 0.0, longestLength); }
 
 std::size_t mix(std::size_t seed, std::size_t hash) { return seed * 31 + hash; }
 

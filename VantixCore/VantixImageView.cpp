@@ -22,7 +22,7 @@ Image placeholderFor(const VantixImageView& view) {
 std::shared_ptr<ImageLoader> makeLoader(const VantixImageView& view, const std::weak_ptr<HostedView>& host) {
     ImageRequest request{view.url, view.imageIdentifier, view.asynchronousDownload};
     auto loader = std::make_shared<ImageLoader>(std::move(request), [host] {
-        if (auto alive = host.lock()) alive->invalidate();
+        if (auto alive = host.lock()) alive->setNeedsLayout();
     });
     loader->start();
     return loader;
@@ -43,9 +43,9 @@ View VantixImageView::body() const {
 
     auto loader = loaderFor(*this, *host);
     loader->setPlaceholder(placeholderFor(*this));
-    View picture = SourcedImage(loader, aspectRatio);
-    if (delegate) picture = picture.onTapGesture([delegate = delegate] { delegate->didTapOnImage(); });
-    return picture.element(Role::image, "Image");
+    View picture = SourcedImage(loader, aspectRatio).element(Role::image, "Image");
+    if (!delegate) return picture;
+    return picture.onTapGesture([delegate = delegate] { delegate->didTapOnImage(); });
 }
 
 void VantixImageView::setDefaultPlaceholder(std::function<Image()> provider) {

@@ -24,13 +24,15 @@ public:
 ///
 /// Used inside a body: the picture belongs to the hosted view that is being evaluated and survives its redraws.
 struct VantixImageView {
-    std::optional<URL> url;
+    std::optional<URL> url = {};
     std::optional<std::string> imageIdentifier = {};
     /// Absent: the placeholder of `setDefaultPlaceholder`.
     std::optional<Image> placeholder = {};
     std::shared_ptr<VantixImageViewProtocol> delegate = {};
     /// Width by height; absent: the picture's own.
     std::optional<double> aspectRatio = {};
+    /// Points.
+    double cornerRadius = 0;
     /// Whether a picture that the cache lacks is fetched.
     bool asynchronousDownload = true;
 

@@ -20,9 +20,8 @@ View BannerCard::contentRow() const {
 
 View BannerCard::thumbnail() const {
     if (!viewModel_->hasImage() || content_ == BannerContent::messageOnly) return {};
-    return VantixImageView{.url = viewModel_->getImageURL(), .delegate = viewModel_}
+    return VantixImageView{.url = viewModel_->getImageURL(), .delegate = viewModel_, .cornerRadius = imageCornerRadius_}
         .body()
-        .cornerRadius(imageCornerRadius_)
         .frame({.width = imageViewSize_, .height = imageViewSize_});
 }
 

@@ -35,9 +35,11 @@ View FullScreenInAppMessageView::content() const {
                                                           viewModel_->messageFont(), viewModel_->titleBackgroundColor())
                                                   .element(Role::message)
                                             : View();
+    Image icon = Platform::current().application->icon();
+    auto placeholder = icon.isNull() ? std::nullopt : std::optional(icon);
     return VStack({
         textBlock(title),
-        imageBlock(viewModel_, imageCornerRadius_, Platform::current().application->icon()),
+        imageBlock(viewModel_, imageCornerRadius_, placeholder),
         textBlock(message),
         primaryButton(),
     });

@@ -31,16 +31,18 @@ View titleBlock(const ViewModel& viewModel) {
 
 View imageBlock(const ViewModel& viewModel, double cornerRadius, std::optional<Image> placeholder) {
     if (!viewModel->hasImage()) return {};
-    return VantixImageView{.url = viewModel->getImageURL(), .placeholder = placeholder, .delegate = viewModel}
+    return VantixImageView{.url = viewModel->getImageURL(),
+                           .placeholder = placeholder,
+                           .delegate = viewModel,
+                           .cornerRadius = cornerRadius}
         .body()
-        .cornerRadius(cornerRadius)
         .padding(Edge::top)
         .frame({.maxWidth = infinity});
 }
 
 View compactButton(const std::string& title, std::optional<Color> textColor, const Font& font,
                    std::optional<Color> background, double cornerRadius, std::function<void()> action) {
-    return Button(std::move(action), Text(title))
+    return Button(std::move(action), Text(title).padding())
         .background(background)
         .foregroundColor(textColor)
         .font(font)
