@@ -49,12 +49,12 @@ void render(const RenderArguments& arguments) {
     auto message = VantixInAppMessagePayload::generate(push);
     expectShowable(arguments.campaign, message);
     auto builder = std::make_shared<InAppMessageViewBuilder>(simulation.core().inAppDisplayManager());
-    builder->createInAppWindow(message);
 
     auto pictureOn = [&](const Device& device) {
         SceneTraits traits = device.traits;
         traits.textScale = arguments.textScale;
         simulation.scene().setTraits(traits);
+        builder->createInAppWindow(message);
         pace->settle();
         return paintScreen(simulation.scene());
     };
