@@ -70,15 +70,15 @@ public:
 
 private:
     Proposal inner(const Proposal& proposal) const {
-        auto offered = [](const std::optional<double>& fixed, const std::optional<double>& minimum,
-                          const std::optional<double>& maximum, std::optional<double> length) {
-            if (fixed) return fixed;
-            if (length && minimum) length = std::max(*length, *minimum);
-            if (length && maximum) length = std::min(*length, *maximum);
-            return length;
-        };
-        return {offered(spec_.width, {}, spec_.maxWidth, proposal.width),
-                offered(spec_.height, spec_.minHeight, spec_.maxHeight, proposal.height)};
+        return {offer(spec_.width, {}, spec_.maxWidth, proposal.width),
+                offer(spec_.height, spec_.minHeight, spec_.maxHeight, proposal.height)};
+    }
+
+    static std::optional<double> offer(const std::optional<double>& fixed, const std::optional<double>& minimum,
+                                       const std::optional<double>& maximum, const std::optional<double>& proposed) {
+        if (fixed) return fixed;
+        if (!proposed) return {};
+        return std::min(std::max(*proposed, minimum.value_or(0)), maximum.value_or(infinity));
     }
 
     static double length(const std::optional<double>& fixed, const std::optional<double>& minimum,
