@@ -31,7 +31,7 @@ public:
         return {pass.roundUpToPixel(width), pass.roundUpToPixel(layout.size.height)};
     }
 
-    void place(const Rect& frame, const Environment& environment, LayoutPass& pass) const override {
+    void place(const Rect& frame, const Proposal&, const Environment& environment, LayoutPass& pass) const override {
         Font font = pass.drawnFont(environment.font);
         Color color = environment.foregroundColor.value_or(Color::black());
         pass.show({.role = Role::text, .label = text_, .frame = frame, .textColor = color, .font = font});
