@@ -31,10 +31,10 @@ void expectShowable(const std::string& campaign, const VantixInAppMessagePayload
     bool isBanner = type == VantixInAppNotificationType::header || type == VantixInAppNotificationType::footer;
     std::string word(rawValue(type));
     if (std::find(types.begin(), types.end(), type) == types.end()) {
-        throw BadInput(campaign + ":1: a message of type " + word + " is never shown");
+        throw BadInput::at(campaign, 1, "a message of type " + word + " is never shown");
     }
     if (isBanner && message.body.message.empty()) {
-        throw BadInput(campaign + ":1: a message of type " + word + " without message text is never shown");
+        throw BadInput::at(campaign, 1, "a message of type " + word + " without message text is never shown");
     }
 }
 
