@@ -56,9 +56,10 @@ void render(const RenderArguments& arguments) {
         simulation.scene().setTraits(traits);
         builder->createInAppWindow(message);
         pace->settle();
-        return paintScreen(simulation.scene());
+        return paintScreen(simulation.scene(), simulation.painter());
     };
-    writePicture(arguments.device ? pictureOn(*arguments.device) : paintDeviceSheet(pictureOn), arguments.picture);
+    writePicture(arguments.device ? pictureOn(*arguments.device) : paintDeviceSheet(pictureOn, simulation.painter()),
+                 arguments.picture);
     builder->tearDown();
 }
 
