@@ -16,7 +16,8 @@ struct ProgramRun {
     std::string lastError() const { return errors.empty() ? "" : errors.back(); }
 };
 
-/// Runs vantix-inapp to its end in the folder, with the text on its standard input.
+/// Runs vantix-inapp to its end in the folder, which takes its temporary files, too, with the text on its standard
+/// input.
 ProgramRun runProgram(const std::vector<std::string>& arguments, const std::filesystem::path& folder,
                       const std::string& input = "");
 
