@@ -1,6 +1,7 @@
 #include "DeclarativeUI/LayoutPass.h"
 
 #include "DeclarativeUI/Button.h"
+#include "DeclarativeUI/Placement.h"
 #include "DeclarativeUI/Semantics.h"
 
 #include <algorithm>
@@ -15,19 +16,11 @@ constexpr double longestLength = 1e7;
 constexpr double smallestFont = 1;
 constexpr double largestFont = 1e4;
 
-double sane(double length) { return std::isnan(length) ? 0 : std::clamp(length, 0.0, longestLength); }
+/// What arithmetic may add to a length or take from it.
+constexpr double tolerance = 1e-6;
 
-std::size_t mix(std::size_t seed, std::size_t hash) { return seed * 31 + hash; }
-
-std::size_t hashLength(const std::optional<double>& length) {
-    return length ? std::hash<double>{}(*length) : 0x9e3779b9;
-}
-
-Rect intersection(const Rect& a, const Rect& b) {
-    double left = std::max(a.minX(), b.minX());
-    double top = std::max(a.minY(), b.minY());
-    return {{left, top},
-            {std::max(0.0, std::min(a.maxX(), b.maxX()) - left), std::max(0.0, std::min(a.maxY(), b.maxY()) - top)}};
+bool isClose(Size a, Size b) {
+    return std::abs(a.width - b.width) < tolerance && std::abs(a.height - b.height) < tolerance;
 }
 
 std::string spoken(const AccessibleElement& element) {
@@ -40,9 +33,10 @@ std::string spoken(const AccessibleElement& element) {
 
 }  // namespace
 
-std::size_t LayoutMemory::MeasureKeyHash::operator()(const MeasureKey& key) const {
-    auto hash = mix(std::hash<const void*>{}(key.element), std::hash<const void*>{}(key.environment));
-    return mix(mix(hash, hashLength(key.proposal.width)), hashLength(key.proposal.height));
+double bounded(double length) { return std::isnan(length) ? 0 : std::clamp(length, -longestLength, longestLength); }
+
+std::size_t LayoutMemory::SubjectHash::operator()(const Subject& subject) const {
+    return std::hash<const void*>{}(subject.first) * 31 + std::hash<const void*>{}(subject.second);
 }
 
 LayoutPass::LayoutPass(LayoutMemory& memory, const TextMeasurer& measurer, const SceneTraits& traits,
@@ -57,6 +51,7 @@ LayoutPass::LayoutPass(LayoutMemory& memory, const TextMeasurer& measurer, const
 SettledLayout LayoutPass::run(const View& root) {
     static const Environment outermost;
     clips_ = {{window(), 0, window()}};
+    settled_.viewport = window();
     auto size = measure(root, Proposal::of(safeArea().size), outermost);
     auto center = safeArea().center();
     place(root, {{center.x - size.width / 2, center.y - size.height / 2}, size}, outermost);
@@ -74,12 +69,22 @@ SettledLayout LayoutPass::run(const View& root) {
 
 Size LayoutPass::measure(const View& view, const Proposal& proposal, const Environment& environment) {
     if (view.isEmpty()) return {};
-    LayoutMemory::MeasureKey key{view.element().get(), &environment, proposal};
-    if (auto known = memory_.sizes.find(key); known != memory_.sizes.end()) return known->second;
-    Size size = view.element()->measure(proposal, environment, *this);
-    size = {sane(size.width), sane(size.height)};
-    memory_.sizes.emplace(key, size);
+    LayoutMemory::Subject subject{view.element().get(), &environment};
+    for (const auto& known : memory_.answers[subject]) {
+        if (known.proposal == proposal) return known.size;
+    }
+    Size answer = view.element()->measure(proposal, environment, *this);
+    Size size{std::max(0.0, bounded(answer.width)), std::max(0.0, bounded(answer.height))};
+    memory_.answers[subject].push_back({proposal, size});
     return size;
+}
+
+Proposal LayoutPass::answeredProposal(const Element& element, Size size, const Environment& environment) const {
+    auto answers = memory_.answers.find({&element, &environment});
+    if (answers == memory_.answers.end()) return Proposal::of(size);
+    auto answer = std::find_if(answers->second.begin(), answers->second.end(),
+                               [&](const LayoutMemory::Answer& known) { return isClose(known.size, size); });
+    return answer == answers->second.end() ? Proposal::of(size) : answer->proposal;
 }
 
 void LayoutPass::place(const View& view, const Rect& frame, const Environment& environment) {
@@ -87,24 +92,21 @@ void LayoutPass::place(const View& view, const Rect& frame, const Environment& e
     const Element& element = *view.element();
     // The first layer that is met around a button is the outermost one, which decides how far the button reaches.
     const ButtonElement* button = buttonIn(element);
-    if (button && placedButtons_.insert(button).second) {
-        placeControl(element, *button, frame, environment);
-    } else {
-        element.place(frame, environment, *this);
-    }
+    if (!button || button == openButton_) return element.place(frame, environment, *this);
+
+    auto outerButton = std::exchange(openButton_, button);
+    placeControl(element, *button, frame, environment);
+    openButton_ = outerButton;
 }
 
 void LayoutPass::placeControl(const Element& outermost, const ButtonElement& button, const Rect& frame,
                               const Environment& environment) {
     addTouchRegion(frame, button.action(), outermost);
-    if (semanticIn(outermost) || !button.role()) return outermost.place(frame, environment, *this);
+    if (outermost.touchedElement() || !button.role()) return outermost.place(frame, environment, *this);
 
-    int position = static_cast<int>(settled_.elements.size());
-    settled_.elements.push_back(describedElement(outermost, *button.role(), {}, frame));
-    settled_.touchRegions.back().element = position;
-    openElements_.push_back(position);
+    settled_.touchRegions.back().element = open(describedElement(outermost, *button.role(), {}, frame));
     outermost.place(frame, environment, *this);
-    openElements_.pop_back();
+    endElement();
 }
 
 const Environment& LayoutPass::derive(const Element& modifier, const Environment& outer,
@@ -120,17 +122,22 @@ const Environment& LayoutPass::derive(const Element& modifier, const Environment
 
 Font LayoutPass::drawnFont(const Font& font) const {
     Font drawn = font;
-    drawn.size = std::clamp(font.size * traits_.textScale, smallestFont, largestFont);
+    double size = font.size * traits_.textScale;
+    drawn.size = size > smallestFont ? std::min(size, largestFont) : smallestFont;
     return drawn;
 }
 
-TextLayout LayoutPass::layOut(const std::string& text, const Font& drawnFont, double width) const {
-    // Half a pixel of grace: a text that is placed into the width that it measured breaks as it did then.
-    return measurer_.layOut(text, drawnFont, width + pixel() / 2);
+const TextLayout& LayoutPass::layOut(const Element& element, const std::string& text, const Environment& environment,
+                                     const Proposal& proposal) {
+    double width = proposal.width.value_or(infinity);
+    auto& texts = memory_.texts[{&element, &environment}];
+    for (const auto& known : texts) {
+        if (known.maximumWidth == width) return known.layout;
+    }
+    return texts.emplace_back(width, measurer_.layOut(text, drawnFont(environment.font), width)).layout;
 }
 
 double LayoutPass::roundUpToPixel(double length) const {
-    constexpr double tolerance = 1e-6;
     return std::ceil(length * traits_.scale - tolerance) / traits_.scale;
 }
 
@@ -167,30 +174,40 @@ void LayoutPass::setScrollRange(const Rect& viewport, double range) {
     settled_.scrollRange = range;
 }
 
-void LayoutPass::addTouchRegion(const Rect& area, std::function<void()> action, const Element& owner) {
-    settled_.touchRegions.push_back({intersection(area, clips_.back().visible), std::move(action), semanticIn(owner)});
+void LayoutPass::addTouchRegion(const Rect& area, std::function<void()> action, const Element& view) {
+    TouchRegion region{intersection(area, clips_.back().visible), std::move(action), view.touchedElement()};
+    if (!region.owner && !openElements_.empty()) region.element = openElements_.back().position;
+    settled_.touchRegions.push_back(std::move(region));
 }
 
 void LayoutPass::beginElement(const SemanticElement& semantic, AccessibleElement element) {
-    int position = static_cast<int>(settled_.elements.size());
-    for (TouchRegion& region : settled_.touchRegions) {
-        if (region.owner == &semantic) region.element = position;
-    }
     if (element.role == Role::card) settled_.cards.push_back(element.frame);
-    settled_.elements.push_back(std::move(element));
-    openElements_.push_back(position);
+    if (double radius = cornerRadiusOf(element.frame); radius > 0 && !element.cornerRadius) {
+        element.cornerRadius = radius;
+    }
+    int position = open(std::move(element));
+    // The regions that wait for this element are those of the layers around it, which came last.
+    for (auto region = settled_.touchRegions.rbegin(); region != settled_.touchRegions.rend(); ++region) {
+        if (region->owner != &semantic || region->element >= 0) break;
+        region->element = position;
+    }
 }
 
-void LayoutPass::endElement() { openElements_.pop_back(); }
+int LayoutPass::open(AccessibleElement element) {
+    int position = static_cast<int>(settled_.elements.size());
+    openElements_.push_back({position, element.label.empty()});
+    settled_.elements.push_back(std::move(element));
+    return position;
+}
 
 void LayoutPass::show(const AccessibleElement& shown) {
     AccessibleElement* enclosing =
-        openElements_.empty() ? nullptr : &settled_.elements[static_cast<std::size_t>(openElements_.back())];
+        openElements_.empty() ? nullptr : &settled_.elements[static_cast<std::size_t>(openElements_.back().position)];
     if (!enclosing || isContainer(enclosing->role)) {
         if (shown.role == Role::text) settled_.elements.push_back(shown);
         return;
     }
-    if (!shown.label.empty() && enclosing->role != Role::star && enclosing->role != Role::close) {
+    if (!shown.label.empty() && openElements_.back().collectsTexts) {
         enclosing->label += (enclosing->label.empty() ? "" : " ") + shown.label;
     }
     if (!enclosing->textColor) enclosing->textColor = shown.textColor;

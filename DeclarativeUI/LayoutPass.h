@@ -6,10 +6,10 @@
 #include "Platform/Application.h"
 #include "Platform/TextMeasurer.h"
 
+#include <deque>
 #include <functional>
 #include <map>
 #include <memory>
-#include <set>
 #include <string>
 #include <unordered_map>
 #include <utility>
@@ -19,19 +19,27 @@ namespace vantix {
 
 /// What layout has learnt of one evaluated tree; kept as long as the tree, so that scrolling measures nothing anew.
 struct LayoutMemory {
-    struct MeasureKey {
-        const Element* element;
-        const Environment* environment;
+    /// An element in its environment: the same view may stand in several places.
+    using Subject = std::pair<const Element*, const Environment*>;
+    struct SubjectHash {
+        std::size_t operator()(const Subject& subject) const;
+    };
+    template <typename Known>
+    using BySubject = std::unordered_map<Subject, Known, SubjectHash>;
+
+    struct Answer {
         Proposal proposal;
-
-        bool operator==(const MeasureKey&) const = default;
+        Size size;
     };
-    struct MeasureKeyHash {
-        std::size_t operator()(const MeasureKey& key) const;
+    struct BrokenText {
+        double maximumWidth = 0;
+        TextLayout layout;
     };
 
-    std::unordered_map<MeasureKey, Size, MeasureKeyHash> sizes;
-    std::map<std::pair<const Element*, const Environment*>, std::unique_ptr<const Environment>> environments;
+    BySubject<std::vector<Answer>> answers;
+    BySubject<std::deque<BrokenText>> texts;
+    /// By the modifier and the environment around it.
+    BySubject<std::unique_ptr<const Environment>> environments;
     std::map<std::pair<const Element*, std::pair<double, double>>, View> geometryContents;
 };
 
@@ -39,9 +47,9 @@ struct LayoutMemory {
 struct TouchRegion {
     Rect area;
     std::function<void()> action;
-    /// What makes it an element; null when nothing does.
+    /// What will make it an element; null when nothing does.
     const SemanticElement* owner = nullptr;
-    /// The position of that element among the settled ones; -1 when it belongs to none.
+    /// The position of its element among the settled ones; -1 when it belongs to none.
     int element = -1;
 };
 
@@ -53,7 +61,7 @@ struct SettledLayout {
     std::vector<TouchRegion> touchRegions;
     std::vector<Rect> cards;
     bool passesTouchesOutsideCard = false;
-    /// Of the scrolling area: where it is and how far its content can move.
+    /// Where the scrolling area is, the window when there is none, and how far its content can move.
     Rect viewport;
     double scrollRange = 0;
     std::vector<std::function<void()>> afterLayout;
@@ -71,6 +79,8 @@ public:
 
     Size measure(const View& view, const Proposal& proposal, const Environment& environment);
     void place(const View& view, const Rect& frame, const Environment& environment);
+    /// The proposal to which the element answered this size; the size itself when it never did.
+    Proposal answeredProposal(const Element& element, Size size, const Environment& environment) const;
     /// The environment inside a modifier; the same object for the same question.
     const Environment& derive(const Element& modifier, const Environment& outer,
                               const std::function<void(Environment&)>& change);
@@ -78,7 +88,9 @@ public:
     const SceneTraits& traits() const { return traits_; }
     /// The font as it is drawn here.
     Font drawnFont(const Font& font) const;
-    TextLayout layOut(const std::string& text, const Font& drawnFont, double width) const;
+    /// The text of an element, broken for the width that is proposed to it.
+    const TextLayout& layOut(const Element& element, const std::string& text, const Environment& environment,
+                             const Proposal& proposal);
     double pixel() const { return 1 / traits_.scale; }
     double roundUpToPixel(double length) const;
     Rect safeArea() const;
@@ -97,14 +109,16 @@ public:
     void popClip();
     void setScrollRange(const Rect& viewport, double range);
     void passTouchesOutsideCard() { settled_.passesTouchesOutsideCard = true; }
-    void addTouchRegion(const Rect& area, std::function<void()> action, const Element& owner);
+    /// Touches there mean the element that `view` is, or else the one in which it stands.
+    void addTouchRegion(const Rect& area, std::function<void()> action, const Element& view);
     void beginElement(const SemanticElement& semantic, AccessibleElement element);
-    void endElement();
+    void endElement() { openElements_.pop_back(); }
     /// Adds what a text or picture shows to the element that it stands in, or makes it an element of its own.
     void show(const AccessibleElement& shown);
     void tellSizeAfterLayout(const std::string& key, Size size, const std::function<void(Size)>& action);
 
 private:
+    int open(AccessibleElement element);
     void placeControl(const Element& outermost, const ButtonElement& button, const Rect& frame,
                       const Environment& environment);
 
@@ -122,9 +136,15 @@ private:
         Rect visible;
     };
     std::vector<Clip> clips_;
-    /// Positions of the elements that are being placed, from the outermost.
-    std::vector<int> openElements_;
-    std::set<const ButtonElement*> placedButtons_;
+    struct OpenElement {
+        int position = 0;
+        /// Whether the texts inside make up its label.
+        bool collectsTexts = true;
+    };
+    /// The elements that are being placed, from the outermost.
+    std::vector<OpenElement> openElements_;
+    /// The button whose layers are being placed.
+    const ButtonElement* openButton_ = nullptr;
 };
 
 }  // namespace vantix

@@ -65,7 +65,10 @@ public:
     }
 
     void place(const Rect& frame, const Environment& environment, LayoutPass& pass) const override {
-        placeAligned(content(), frame, spec_.alignment, environment, pass);
+        Proposal offered = inner(pass.answeredProposal(*this, frame.size, environment));
+        if (spec_.width || spec_.maxWidth) offered.width = frame.size.width;
+        if (spec_.height || spec_.minHeight || spec_.maxHeight) offered.height = frame.size.height;
+        placeAligned(content(), frame, offered, spec_.alignment, environment, pass);
     }
 
 private:
@@ -211,7 +214,7 @@ View inherited(const View& content, std::function<void(Environment&)> change) {
 View View::padding(double amount) const { return padding(Edge::all, amount); }
 
 View View::padding(Edge edges, double amount) const {
-    auto along = [&](Edge edge) { return includes(edges, edge) ? amount : 0; };
+    auto along = [&](Edge edge) { return includes(edges, edge) ? bounded(amount) : 0; };
     EdgeInsets insets{along(Edge::top), along(Edge::leading), along(Edge::bottom), along(Edge::trailing)};
     return modified<PaddingElement>(*this, insets, true);
 }

@@ -5,11 +5,15 @@
 
 namespace vantix {
 
+Rect intersection(const Rect& a, const Rect& b);
+
 /// Where `length` begins in a room of that length, for the three alignments.
 double leadingOffset(HorizontalAlignment alignment, double room, double length, const Environment& environment);
 double topOffset(VerticalAlignment alignment, double room, double length);
 
-/// Offers the whole frame to the view and places it there, aligned.
+/// Places the view in the frame, aligned, with the size that it answers to a proposal; by default to the whole frame.
+void placeAligned(const View& view, const Rect& frame, const Proposal& proposal, Alignment alignment,
+                  const Environment& environment, LayoutPass& pass);
 void placeAligned(const View& view, const Rect& frame, Alignment alignment, const Environment& environment,
                   LayoutPass& pass);
 

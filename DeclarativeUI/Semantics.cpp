@@ -48,13 +48,6 @@ const ButtonElement* buttonIn(const Element& outermost) {
     return nullptr;
 }
 
-const SemanticElement* semanticIn(const Element& outermost) {
-    for (const Element* layer = &outermost; layer; layer = layer->wrapped()) {
-        if (auto semantic = layer->asSemantic()) return semantic;
-    }
-    return nullptr;
-}
-
 AccessibleElement describedElement(const Element& outermost, Role role, const std::optional<std::string>& label,
                                    const Rect& frame) {
     AccessibleElement element;

@@ -13,7 +13,7 @@ public:
     SemanticElement(View content, Role role, std::optional<std::string> label);
 
     void place(const Rect& frame, const Environment& environment, LayoutPass& pass) const override;
-    const SemanticElement* asSemantic() const override { return this; }
+    const SemanticElement* touchedElement() const override { return this; }
 
     Role role() const { return role_; }
 
@@ -26,9 +26,8 @@ private:
 AccessibleElement describedElement(const Element& outermost, Role role, const std::optional<std::string>& label,
                                    const Rect& frame);
 
-/// The layer of that kind on the way from the outermost layer to the content; null when there is none.
+/// The button on the way from the outermost layer to the content; null when there is none.
 const ButtonElement* buttonIn(const Element& outermost);
-const SemanticElement* semanticIn(const Element& outermost);
 
 /// Whether elements of this role hold others, and are no text or picture themselves.
 bool isContainer(Role role);

@@ -20,6 +20,8 @@ class SpacerElement final : public Element {
 public:
     explicit SpacerElement(double minLength) : minLength_(minLength) {}
 
+    bool takesWhatIsLeft() const override { return true; }
+
     Size measure(const Proposal& proposal, const Environment& environment, LayoutPass&) const override {
         auto stretched = [this](const std::optional<double>& offered) {
             return std::max(minLength_, offered.value_or(minLength_));

@@ -12,7 +12,7 @@ public:
     explicit TextElement(std::string text) : text_(std::move(text)) {}
 
     Size measure(const Proposal& proposal, const Environment& environment, LayoutPass& pass) const override {
-        auto layout = pass.layOut(text_, pass.drawnFont(environment.font), proposal.width.value_or(infinity));
+        const TextLayout& layout = pass.layOut(*this, text_, environment, proposal);
         return {pass.roundUpToPixel(layout.size.width), pass.roundUpToPixel(layout.size.height)};
     }
 
@@ -21,15 +21,16 @@ public:
         Color color = environment.foregroundColor.value_or(Color::black());
         pass.show({.role = Role::text, .label = text_, .frame = frame, .textColor = color, .font = font});
 
-        auto layout = pass.layOut(text_, font, frame.size.width);
+        // In the lines in which it was measured.
+        const TextLayout& layout =
+            pass.layOut(*this, text_, environment, pass.answeredProposal(*this, frame.size, environment));
         double top = frame.minY();
-        for (TextLine& line : layout.lines) {
+        for (const TextLine& line : layout.lines) {
             Rect lineFrame{{frame.minX(), top}, {frame.size.width, layout.lineHeight}};
             top += layout.lineHeight;
             if (line.text.empty() || !pass.isVisible(lineFrame)) continue;
             double left = frame.minX() + offset(frame.size.width - line.width, environment);
-            pass.draw(DrawText{
-                {left, lineFrame.minY() + layout.ascent}, std::move(line.text), font, color, layout.rightToLeft});
+            pass.draw(DrawText{{left, lineFrame.minY() + layout.ascent}, line.text, font, color, layout.rightToLeft});
         }
     }
 

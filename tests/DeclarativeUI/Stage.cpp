@@ -17,7 +17,7 @@ std::string number(double value) {
     return text.str();
 }
 
-std::string describe(const Color& color) {
+std::string colorText(const Color& color) {
     std::ostringstream text;
     text << " #" << std::hex << std::setfill('0');
     for (double part : {color.red, color.green, color.blue}) text << std::setw(2) << std::lround(part * 255);
@@ -28,28 +28,24 @@ std::string radius(double cornerRadius) { return cornerRadius > 0 ? " r" + numbe
 
 struct ItemDescriber {
     std::string operator()(const FillRect& item) const {
-        return "fill " + describe(item.frame) + describe(item.color) + radius(item.cornerRadius);
+        return "fill " + describe(item.frame) + colorText(item.color) + radius(item.cornerRadius);
     }
     std::string operator()(const FillEllipse& item) const {
-        return "disc " + describe(item.frame) + describe(item.color);
+        return "disc " + describe(item.frame) + colorText(item.color);
     }
     std::string operator()(const StrokeEllipse& item) const {
-        return "ring " + describe(item.frame) + describe(item.color) + " w" + number(item.lineWidth);
+        return "ring " + describe(item.frame) + colorText(item.color) + " w" + number(item.lineWidth);
     }
     std::string operator()(const DrawText& item) const {
         return "text " + describe(item.origin) + " '" + item.text + "'" + (item.rightToLeft ? " rtl" : "");
     }
     std::string operator()(const DrawImage& item) const {
-        return "image " + describe(item.frame) + (item.tint ? describe(*item.tint) : "");
+        return "image " + describe(item.frame) + (item.tint ? colorText(*item.tint) : "");
     }
     std::string operator()(const PushClip& item) const {
         return "clip " + describe(item.frame) + radius(item.cornerRadius);
     }
     std::string operator()(const PopClip&) const { return "unclip"; }
-
-    static std::string describe(const Color& color) { return vantix::describe(color); }
-    static std::string describe(const Rect& frame) { return vantix::describe(frame); }
-    static std::string describe(Point point) { return vantix::describe(point); }
 };
 
 void join(std::string& list, const std::string& item) { list += (list.empty() ? "" : " | ") + item; }

@@ -76,7 +76,9 @@ private:
 
     static bool isStart(char byte) { return (static_cast<unsigned char>(byte) & 0xC0) != 0x80; }
 
-    static std::ptrdiff_t charactersIn(std::string_view text) { return std::count_if(text.begin(), text.end(), isStart); }
+    static std::ptrdiff_t charactersIn(std::string_view text) {
+        return std::count_if(text.begin(), text.end(), isStart);
+    }
 
     /// Where each character begins, and where the last one ends.
     static std::vector<std::size_t> characterStarts(std::string_view text) {
