@@ -14,7 +14,7 @@ class SemanticElement;
 
 enum class Axis { horizontal, vertical };
 
-/// A length with which layout can count: between the longest ones of either sign, 0 for what is no number.
+/// A length with which layout can count: no longer than any screen, 0 for what is no number.
 double bounded(double length);
 
 /// What an ancestor offers; an absent length leaves that axis open.
@@ -46,8 +46,9 @@ public:
 
     /// The size that the element answers to a proposal. Called through LayoutPass::measure, which remembers the answer.
     virtual Size measure(const Proposal& proposal, const Environment& environment, LayoutPass& pass) const = 0;
-    /// Draws the element into its frame. Called through LayoutPass::place.
-    virtual void place(const Rect& frame, const Environment& environment, LayoutPass& pass) const = 0;
+    /// Draws the element into its frame, whose size is its answer to the proposal. Called through LayoutPass::place.
+    virtual void place(const Rect& frame, const Proposal& proposal, const Environment& environment,
+                       LayoutPass& pass) const = 0;
 
     /// Whether a stack serves the element after all others, with what they left.
     virtual bool takesWhatIsLeft() const { return false; }
@@ -69,7 +70,8 @@ public:
     explicit WrapperElement(View content) : content_(std::move(content)) {}
 
     Size measure(const Proposal& proposal, const Environment& environment, LayoutPass& pass) const override;
-    void place(const Rect& frame, const Environment& environment, LayoutPass& pass) const override;
+    void place(const Rect& frame, const Proposal& proposal, const Environment& environment,
+               LayoutPass& pass) const override;
     Rect touchArea(const Rect& frame, const Environment& environment) const override {
         return content_.element()->touchArea(frame, environment);
     }

@@ -91,7 +91,7 @@ void HostedView::evaluate(const TextMeasurer& measurer) {
         all.tree = all.body();
         all.memory = {};
     }
-    all.memory.answers.clear();
+    all.memory.sizes.clear();
     layOut();
 }
 
@@ -157,8 +157,7 @@ const AccessibleElement* HostedView::find(const AccessibleElement& element) cons
 HostedView::TapResult HostedView::hitBesideControls(const AccessibleElement& element) const {
     constexpr int steps = 32;
     constexpr double border = 1;
-    const AccessibleElement* container = find(element);
-    Rect frame = intersection(container->frame, implementation_->settled.viewport);
+    Rect frame = intersection(find(element)->frame, implementation_->settled.viewport);
     frame = frame.inset({border, border, border, border});
     for (int row = 0; row <= steps; ++row) {
         for (int column = 0; column <= steps; ++column) {

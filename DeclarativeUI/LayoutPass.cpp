@@ -16,11 +16,14 @@ constexpr double longestLength = 1e7;
 constexpr double smallestFont = 1;
 constexpr double largestFont = 1e4;
 
-/// What arithmetic may add to a length or take from it.
-constexpr double tolerance = 1e-6;
+/// Spreads the bits: keys are pointers and lengths, which differ in few of them.
+std::size_t mix(std::size_t seed, std::size_t hash) {
+    std::size_t mixed = (seed ^ hash) * 0x9e3779b97f4a7c15ULL;
+    return mixed ^ (mixed >> 32);
+}
 
-bool isClose(Size a, Size b) {
-    return std::abs(a.width - b.width) < tolerance && std::abs(a.height - b.height) < tolerance;
+std::size_t hashLength(const std::optional<double>& length) {
+    return length ? std::hash<double>{}(*length) : 0x9e3779b9;
 }
 
 std::string spoken(const AccessibleElement& element) {
@@ -35,8 +38,9 @@ std::string spoken(const AccessibleElement& element) {
 
 double bounded(double length) { return std::isnan(length) ? 0 : std::clamp(length, -longestLength, longestLength); }
 
-std::size_t LayoutMemory::SubjectHash::operator()(const Subject& subject) const {
-    return std::hash<const void*>{}(subject.first) * 31 + std::hash<const void*>{}(subject.second);
+std::size_t LayoutMemory::MeasureKeyHash::operator()(const MeasureKey& key) const {
+    auto hash = mix(std::hash<const void*>{}(key.element), std::hash<const void*>{}(key.environment));
+    return mix(mix(hash, hashLength(key.proposal.width)), hashLength(key.proposal.height));
 }
 
 LayoutPass::LayoutPass(LayoutMemory& memory, const TextMeasurer& measurer, const SceneTraits& traits,
@@ -52,9 +56,10 @@ SettledLayout LayoutPass::run(const View& root) {
     static const Environment outermost;
     clips_ = {{window(), 0, window()}};
     settled_.viewport = window();
-    auto size = measure(root, Proposal::of(safeArea().size), outermost);
+    auto offered = Proposal::of(safeArea().size);
+    auto size = measure(root, offered, outermost);
     auto center = safeArea().center();
-    place(root, {{center.x - size.width / 2, center.y - size.height / 2}, size}, outermost);
+    place(root, {{center.x - size.width / 2, center.y - size.height / 2}, size}, offered, outermost);
 
     std::map<Role, int> counts;
     for (AccessibleElement& element : settled_.elements) {
@@ -69,43 +74,33 @@ SettledLayout LayoutPass::run(const View& root) {
 
 Size LayoutPass::measure(const View& view, const Proposal& proposal, const Environment& environment) {
     if (view.isEmpty()) return {};
-    LayoutMemory::Subject subject{view.element().get(), &environment};
-    for (const auto& known : memory_.answers[subject]) {
-        if (known.proposal == proposal) return known.size;
-    }
-    Size answer = view.element()->measure(proposal, environment, *this);
-    Size size{std::max(0.0, bounded(answer.width)), std::max(0.0, bounded(answer.height))};
-    memory_.answers[subject].push_back({proposal, size});
+    LayoutMemory::MeasureKey key{view.element().get(), &environment, proposal};
+    if (auto known = memory_.sizes.find(key); known != memory_.sizes.end()) return known->second;
+    Size size = view.element()->measure(proposal, environment, *this);
+    size = {std::max(0.0, bounded(size.width)), std::max(0.0, bounded(size.height))};
+    memory_.sizes.emplace(key, size);
     return size;
 }
 
-Proposal LayoutPass::answeredProposal(const Element& element, Size size, const Environment& environment) const {
-    auto answers = memory_.answers.find({&element, &environment});
-    if (answers == memory_.answers.end()) return Proposal::of(size);
-    auto answer = std::find_if(answers->second.begin(), answers->second.end(),
-                               [&](const LayoutMemory::Answer& known) { return isClose(known.size, size); });
-    return answer == answers->second.end() ? Proposal::of(size) : answer->proposal;
-}
-
-void LayoutPass::place(const View& view, const Rect& frame, const Environment& environment) {
+void LayoutPass::place(const View& view, const Rect& frame, const Proposal& proposal, const Environment& environment) {
     if (view.isEmpty()) return;
     const Element& element = *view.element();
     // The first layer that is met around a button is the outermost one, which decides how far the button reaches.
     const ButtonElement* button = buttonIn(element);
-    if (!button || button == openButton_) return element.place(frame, environment, *this);
+    if (!button || button == openButton_) return element.place(frame, proposal, environment, *this);
 
     auto outerButton = std::exchange(openButton_, button);
-    placeControl(element, *button, frame, environment);
+    placeControl(element, *button, frame, proposal, environment);
     openButton_ = outerButton;
 }
 
 void LayoutPass::placeControl(const Element& outermost, const ButtonElement& button, const Rect& frame,
-                              const Environment& environment) {
+                              const Proposal& proposal, const Environment& environment) {
     addTouchRegion(frame, button.action(), outermost);
-    if (outermost.touchedElement() || !button.role()) return outermost.place(frame, environment, *this);
+    if (outermost.touchedElement() || !button.role()) return outermost.place(frame, proposal, environment, *this);
 
-    settled_.touchRegions.back().element = open(describedElement(outermost, *button.role(), {}, frame));
-    outermost.place(frame, environment, *this);
+    settled_.touchRegions.back().element = open(describedElement(outermost, *button.role(), {}, frame), nullptr);
+    outermost.place(frame, proposal, environment, *this);
     endElement();
 }
 
@@ -130,14 +125,13 @@ Font LayoutPass::drawnFont(const Font& font) const {
 const TextLayout& LayoutPass::layOut(const Element& element, const std::string& text, const Environment& environment,
                                      const Proposal& proposal) {
     double width = proposal.width.value_or(infinity);
-    auto& texts = memory_.texts[{&element, &environment}];
-    for (const auto& known : texts) {
-        if (known.maximumWidth == width) return known.layout;
-    }
-    return texts.emplace_back(width, measurer_.layOut(text, drawnFont(environment.font), width)).layout;
+    auto [known, isNew] = memory_.texts.try_emplace({&element, &environment, {width, {}}});
+    if (isNew) known->second = measurer_.layOut(text, drawnFont(environment.font), width);
+    return known->second;
 }
 
 double LayoutPass::roundUpToPixel(double length) const {
+    constexpr double tolerance = 1e-6;
     return std::ceil(length * traits_.scale - tolerance) / traits_.scale;
 }
 
@@ -176,26 +170,27 @@ void LayoutPass::setScrollRange(const Rect& viewport, double range) {
 
 void LayoutPass::addTouchRegion(const Rect& area, std::function<void()> action, const Element& view) {
     TouchRegion region{intersection(area, clips_.back().visible), std::move(action), view.touchedElement()};
-    if (!region.owner && !openElements_.empty()) region.element = openElements_.back().position;
+    if (!region.owner && !openElements_.empty()) {
+        const OpenElement& enclosing = openElements_.back();
+        if (enclosing.semantic && isLayerOf(*enclosing.semantic, view)) region.element = enclosing.position;
+    }
     settled_.touchRegions.push_back(std::move(region));
 }
 
 void LayoutPass::beginElement(const SemanticElement& semantic, AccessibleElement element) {
-    if (element.role == Role::card) settled_.cards.push_back(element.frame);
-    if (double radius = cornerRadiusOf(element.frame); radius > 0 && !element.cornerRadius) {
-        element.cornerRadius = radius;
-    }
-    int position = open(std::move(element));
-    // The regions that wait for this element are those of the layers around it, which came last.
-    for (auto region = settled_.touchRegions.rbegin(); region != settled_.touchRegions.rend(); ++region) {
+    if (element.role == Role::card) settled_.cards.push_back(intersection(element.frame, clips_.back().visible));
+    int position = open(std::move(element), &semantic);
+    // The touches that mean this element were claimed by the layers right outside it.
+    auto& regions = settled_.touchRegions;
+    for (auto region = regions.rbegin(); region != regions.rend(); ++region) {
         if (region->owner != &semantic || region->element >= 0) break;
         region->element = position;
     }
 }
 
-int LayoutPass::open(AccessibleElement element) {
+int LayoutPass::open(AccessibleElement element, const SemanticElement* semantic) {
     int position = static_cast<int>(settled_.elements.size());
-    openElements_.push_back({position, element.label.empty()});
+    openElements_.push_back({position, semantic, element.label.empty()});
     settled_.elements.push_back(std::move(element));
     return position;
 }

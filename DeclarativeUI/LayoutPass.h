@@ -6,7 +6,6 @@
 #include "Platform/Application.h"
 #include "Platform/TextMeasurer.h"
 
-#include <deque>
 #include <functional>
 #include <map>
 #include <memory>
@@ -19,27 +18,21 @@ namespace vantix {
 
 /// What layout has learnt of one evaluated tree; kept as long as the tree, so that scrolling measures nothing anew.
 struct LayoutMemory {
-    /// An element in its environment: the same view may stand in several places.
-    using Subject = std::pair<const Element*, const Environment*>;
-    struct SubjectHash {
-        std::size_t operator()(const Subject& subject) const;
-    };
-    template <typename Known>
-    using BySubject = std::unordered_map<Subject, Known, SubjectHash>;
-
-    struct Answer {
+    struct MeasureKey {
+        const Element* element;
+        const Environment* environment;
         Proposal proposal;
-        Size size;
+
+        bool operator==(const MeasureKey&) const = default;
     };
-    struct BrokenText {
-        double maximumWidth = 0;
-        TextLayout layout;
+    struct MeasureKeyHash {
+        std::size_t operator()(const MeasureKey& key) const;
     };
 
-    BySubject<std::vector<Answer>> answers;
-    BySubject<std::deque<BrokenText>> texts;
-    /// By the modifier and the environment around it.
-    BySubject<std::unique_ptr<const Environment>> environments;
+    std::unordered_map<MeasureKey, Size, MeasureKeyHash> sizes;
+    /// For these the height of the proposal is open.
+    std::unordered_map<MeasureKey, TextLayout, MeasureKeyHash> texts;
+    std::map<std::pair<const Element*, const Environment*>, std::unique_ptr<const Environment>> environments;
     std::map<std::pair<const Element*, std::pair<double, double>>, View> geometryContents;
 };
 
@@ -59,6 +52,7 @@ struct SettledLayout {
     std::vector<AccessibleElement> elements;
     /// In painting order.
     std::vector<TouchRegion> touchRegions;
+    /// Their visible parts.
     std::vector<Rect> cards;
     bool passesTouchesOutsideCard = false;
     /// Where the scrolling area is, the window when there is none, and how far its content can move.
@@ -78,9 +72,7 @@ public:
     // For elements.
 
     Size measure(const View& view, const Proposal& proposal, const Environment& environment);
-    void place(const View& view, const Rect& frame, const Environment& environment);
-    /// The proposal to which the element answered this size; the size itself when it never did.
-    Proposal answeredProposal(const Element& element, Size size, const Environment& environment) const;
+    void place(const View& view, const Rect& frame, const Proposal& proposal, const Environment& environment);
     /// The environment inside a modifier; the same object for the same question.
     const Environment& derive(const Element& modifier, const Environment& outer,
                               const std::function<void(Environment&)>& change);
@@ -109,7 +101,7 @@ public:
     void popClip();
     void setScrollRange(const Rect& viewport, double range);
     void passTouchesOutsideCard() { settled_.passesTouchesOutsideCard = true; }
-    /// Touches there mean the element that `view` is, or else the one in which it stands.
+    /// Touches there mean the element that the view is.
     void addTouchRegion(const Rect& area, std::function<void()> action, const Element& view);
     void beginElement(const SemanticElement& semantic, AccessibleElement element);
     void endElement() { openElements_.pop_back(); }
@@ -118,9 +110,9 @@ public:
     void tellSizeAfterLayout(const std::string& key, Size size, const std::function<void(Size)>& action);
 
 private:
-    int open(AccessibleElement element);
+    int open(AccessibleElement element, const SemanticElement* semantic);
     void placeControl(const Element& outermost, const ButtonElement& button, const Rect& frame,
-                      const Environment& environment);
+                      const Proposal& proposal, const Environment& environment);
 
     LayoutMemory& memory_;
     const TextMeasurer& measurer_;
@@ -138,6 +130,8 @@ private:
     std::vector<Clip> clips_;
     struct OpenElement {
         int position = 0;
+        /// What makes it an element; null for a button that is one by itself.
+        const SemanticElement* semantic = nullptr;
         /// Whether the texts inside make up its label.
         bool collectsTexts = true;
     };

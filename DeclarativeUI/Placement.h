@@ -11,10 +11,8 @@ Rect intersection(const Rect& a, const Rect& b);
 double leadingOffset(HorizontalAlignment alignment, double room, double length, const Environment& environment);
 double topOffset(VerticalAlignment alignment, double room, double length);
 
-/// Places the view in the frame, aligned, with the size that it answers to a proposal; by default to the whole frame.
+/// Places the size that the view answers to the proposal into the frame, aligned.
 void placeAligned(const View& view, const Rect& frame, const Proposal& proposal, Alignment alignment,
                   const Environment& environment, LayoutPass& pass);
-void placeAligned(const View& view, const Rect& frame, Alignment alignment, const Environment& environment,
-                  LayoutPass& pass);
 
 }  // namespace vantix

@@ -12,7 +12,8 @@ class SemanticElement final : public WrapperElement {
 public:
     SemanticElement(View content, Role role, std::optional<std::string> label);
 
-    void place(const Rect& frame, const Environment& environment, LayoutPass& pass) const override;
+    void place(const Rect& frame, const Proposal& proposal, const Environment& environment,
+               LayoutPass& pass) const override;
     const SemanticElement* touchedElement() const override { return this; }
 
     Role role() const { return role_; }
@@ -28,6 +29,8 @@ AccessibleElement describedElement(const Element& outermost, Role role, const st
 
 /// The button on the way from the outermost layer to the content; null when there is none.
 const ButtonElement* buttonIn(const Element& outermost);
+/// Whether the layer lies on that way.
+bool isLayerOf(const Element& outermost, const Element& layer);
 
 /// Whether elements of this role hold others, and are no text or picture themselves.
 bool isContainer(Role role);

@@ -27,27 +27,33 @@ public:
     Size measure(const Proposal& proposal, const Environment& environment, LayoutPass& pass) const override {
         double length = gaps();
         double thickness = 0;
-        for (const Size& size : childSizes(proposal, inside(environment, pass), pass)) {
-            length += along(size);
-            thickness = std::max(thickness, across(size));
+        for (const Child& child : shares(proposal, inside(environment, pass), pass)) {
+            length += along(child.size);
+            thickness = std::max(thickness, across(child.size));
         }
         return axis_ == Axis::horizontal ? Size{length, thickness} : Size{thickness, length};
     }
 
-    void place(const Rect& frame, const Environment& environment, LayoutPass& pass) const override {
+    void place(const Rect& frame, const Proposal& proposal, const Environment& environment,
+               LayoutPass& pass) const override {
         const Environment& inner = inside(environment, pass);
-        auto sizes = childSizes(pass.answeredProposal(*this, frame.size, environment), inner, pass);
         bool fromTheRight = axis_ == Axis::horizontal && inner.isRightToLeft();
+        auto placed = shares(proposal, inner, pass);
         double at = 0;
-        for (std::size_t child = 0; child < children_.size(); ++child) {
-            const Size& size = sizes[child];
+        for (std::size_t index = 0; index < children_.size(); ++index) {
+            const auto& [share, size] = placed[index];
             double offset = fromTheRight ? along(frame.size) - at - along(size) : at;
-            pass.place(children_[child], {placeOf(offset, size, frame, inner), size}, inner);
+            pass.place(children_[index], {placeOf(offset, size, frame, inner), size}, share, inner);
             at += along(size) + spacing_;
         }
     }
 
 private:
+    struct Child {
+        Proposal share;
+        Size size;
+    };
+
     double along(const Size& size) const { return axis_ == Axis::horizontal ? size.width : size.height; }
     double across(const Size& size) const { return axis_ == Axis::horizontal ? size.height : size.width; }
     double gaps() const { return children_.empty() ? 0 : spacing_ * static_cast<double>(children_.size() - 1); }
@@ -70,14 +76,16 @@ private:
                 frame.minY() + offset};
     }
 
-    std::vector<Size> childSizes(const Proposal& proposal, const Environment& environment, LayoutPass& pass) const {
+    /// What each child is offered and answers.
+    std::vector<Child> shares(const Proposal& proposal, const Environment& environment, LayoutPass& pass) const {
+        std::vector<Child> result(children_.size());
+        auto offerTo = [&](std::size_t child, const Proposal& share) {
+            result[child] = {share, pass.measure(children_[child], share, environment)};
+        };
         auto length = axis_ == Axis::horizontal ? proposal.width : proposal.height;
-        std::vector<Size> sizes(children_.size());
         if (!length) {
-            for (std::size_t child = 0; child < children_.size(); ++child) {
-                sizes[child] = pass.measure(children_[child], proposal, environment);
-            }
-            return sizes;
+            for (std::size_t child = 0; child < children_.size(); ++child) offerTo(child, proposal);
+            return result;
         }
         auto order = leastFlexibleFirst(proposal, environment, pass);
         auto firstSpacer = std::stable_partition(order.begin(), order.end(), [this](std::size_t child) {
@@ -85,19 +93,17 @@ private:
         });
         auto serve = [&](auto first, auto last, double room) {
             for (auto child = first; child != last; ++child) {
-                auto share = offer(room / static_cast<double>(last - child), proposal);
-                sizes[*child] = pass.measure(children_[*child], share, environment);
-                room = std::max(0.0, room - along(sizes[*child]));
+                offerTo(*child, offer(room / static_cast<double>(last - child), proposal));
+                room = std::max(0.0, room - along(result[*child].size));
             }
             return room;
         };
-        double kept = 0;
-        for (auto spacer = firstSpacer; spacer != order.end(); ++spacer) {
-            kept += along(pass.measure(children_[*spacer], offer(0.0, proposal), environment));
-        }
+        double kept = std::accumulate(firstSpacer, order.end(), 0.0, [&](double sum, std::size_t spacer) {
+            return sum + along(pass.measure(children_[spacer], offer(0.0, proposal), environment));
+        });
         double left = serve(order.begin(), firstSpacer, std::max(0.0, *length - gaps() - kept));
         serve(firstSpacer, order.end(), left + kept);
-        return sizes;
+        return result;
     }
 
     std::vector<std::size_t> leastFlexibleFirst(const Proposal& proposal, const Environment& environment,
@@ -138,8 +144,9 @@ public:
         return size;
     }
 
-    void place(const Rect& frame, const Environment& environment, LayoutPass& pass) const override {
-        for (const View& child : children_) placeAligned(child, frame, alignment_, environment, pass);
+    void place(const Rect& frame, const Proposal& proposal, const Environment& environment,
+               LayoutPass& pass) const override {
+        for (const View& child : children_) placeAligned(child, frame, proposal, alignment_, environment, pass);
     }
 
 private:

@@ -2,6 +2,8 @@
 
 #include "Platform/FatalError.h"
 
+#include <algorithm>
+
 namespace vantix {
 
 namespace {
@@ -53,7 +55,7 @@ View compactButton(const std::string& title, std::optional<Color> textColor, con
 std::vector<View> ctaButtons(const ViewModel& viewModel, double cornerRadius,
                              const std::function<void(const InAppCTA&)>& action) {
     std::vector<View> buttons;
-    for (int index = 0; index < viewModel->numberOfCTAs(); ++index) {
+    for (int index = 0; index < std::min(viewModel->numberOfCTAs(), mostDrawnRows); ++index) {
         auto cta = viewModel->getCTA(index);
         if (!cta || !cta->actionText) {
             fatalError("Unexpectedly found nil while implicitly unwrapping an Optional value");

@@ -88,13 +88,6 @@ TEST(Elements, ControlsTellWhatStandsAroundThem) {
     EXPECT_EQ(second.textColor, blue);
 }
 
-TEST(Elements, CarryTheCornersThatAreCutAroundThem) {
-    View picture = ColorRectangle(blue).element(Role::image, "Image");
-    EXPECT_EQ(staged(picture.cornerRadius(10)).element(Role::image).cornerRadius, 10);
-    EXPECT_EQ(staged(picture.padding(1).cornerRadius(10)).element(Role::image).cornerRadius, std::nullopt);
-    EXPECT_EQ(staged(ScrollView(picture.frame({.height = 100}))).element(Role::image).cornerRadius, std::nullopt);
-}
-
 TEST(Elements, StarsAndSymbolsShowTheirTint) {
     View star = SymbolImage("star.fill").foregroundColor(red).selected(true).element(Role::star, "2");
     Stage stage = staged(star);

@@ -12,6 +12,20 @@
 
 namespace vantix {
 
+/// Counts how often it is asked, for tests of what is measured again.
+class CountingMeasurer final : public TextMeasurer {
+public:
+    TextLayout layOut(std::string_view text, const Font& font, double maximumWidth) const override {
+        ++layoutCount_;
+        return measurer_.layOut(text, font, maximumWidth);
+    }
+    int layoutCount() const { return layoutCount_; }
+
+private:
+    FixedTextMeasurer measurer_;
+    mutable int layoutCount_ = 0;
+};
+
 /// A hosted view in a window of its own, and its layout as text.
 class Stage {
 public:
@@ -38,7 +52,7 @@ public:
     }
 
     HostedView& view() { return *view_; }
-    const FixedTextMeasurer& measurer() const { return measurer_; }
+    const CountingMeasurer& measurer() const { return measurer_; }
     int requests() const { return requests_; }
     AccessibleElement element(Role role, int index = 0) const;
 
@@ -48,7 +62,7 @@ public:
     std::string drawing() const;
 
 private:
-    FixedTextMeasurer measurer_;
+    CountingMeasurer measurer_;
     std::shared_ptr<HostedView> view_;
     int requests_ = 0;
 };
