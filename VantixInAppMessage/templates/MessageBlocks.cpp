@@ -78,11 +78,10 @@ View popupCard(const ViewModel& viewModel, double cornerRadius, std::function<st
         View card = VStack(rows())
                         .background(viewModel->layoutBackgroundColor())
                         .cornerRadius(cornerRadius)
-                        .element(Role::card)
-                        .padding();
+                        .element(Role::card);
         if (onTap) card = card.onTapGesture(onTap);
-        card = card.overlay(Alignment::topTrailing(),
-                            closeRow(close).padding(Edge::trailing | Edge::top, closeRowPadding));
+        card = card.padding().overlay(Alignment::topTrailing(),
+                                      closeRow(close).padding(Edge::trailing | Edge::top, closeRowPadding));
 
         return ScrollView(card.frame({.width = area.size.width, .minHeight = area.size.height}))
             .frame({.width = area.size.width, .height = area.size.height});
