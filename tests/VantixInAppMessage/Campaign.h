@@ -2,10 +2,15 @@
 
 #include "Platform/JSON.h"
 #include "Platform/Value.h"
+#include "VantixInAppMessage/Core/InAppMessagePayload/VantixInAppMessagePayload.h"
 
 #include <string>
 
 namespace vantix {
+
+inline Value callToAction(const std::string& type, const std::string& action, const std::string& text = "Go") {
+    return Dictionary{{"type", type}, {"action", action}, {"actionText", text}};
+}
 
 /// A campaign as a test describes it: a message that is shown at once, unless the test says otherwise.
 struct Campaign {
@@ -14,9 +19,9 @@ struct Campaign {
     std::string type = "POPUP";
     std::string message = "Hello";
     std::string image = {};
-    List ctas = {};
+    List ctas = {callToAction("EXTERNAL", "https://a.example")};
     Dictionary attributes = {};
-    Dictionary style = {};
+    Dictionary style = {{"ctas", List{Dictionary()}}};
     List feedbackOptions = {};
     std::string cuid = "customer";
 
@@ -32,12 +37,10 @@ struct Campaign {
                 {"template", toJSON(style)}};
     }
 
+    VantixInAppMessagePayload payload() const { return VantixInAppMessagePayload::generate(push()); }
+
 private:
     Dictionary feedback() const { return {{"selectionType", "multiSelection"}, {"options", feedbackOptions}}; }
 };
-
-inline Value callToAction(const std::string& type, const std::string& action, const std::string& text = "Go") {
-    return Dictionary{{"type", type}, {"action", action}, {"actionText", text}};
-}
 
 }  // namespace vantix

@@ -77,6 +77,7 @@ protected:
 
     /// Puts a file where the data directory should be. Before the store's first use.
     void makeStoreUnusable() {
+        settle();
         std::filesystem::remove_all(dataDirectory());
         std::ofstream(dataDirectory()) << "in the way";
     }
@@ -88,8 +89,8 @@ protected:
         settle();
     }
 
-    void push(const Campaign& campaign) { push(campaign.push()); }
-    void push(const Dictionary& notification) {
+    void push(const Campaign& campaign) { receive(campaign.push()); }
+    void receive(const Dictionary& notification) {
         notificationCore->receiveSilentPush("inapp", notification);
         settle();
     }
