@@ -14,8 +14,9 @@ public:
     Size measure(const Proposal& proposal, const Environment& environment, LayoutPass& pass) const override {
         return pass.measure(content(), proposal, tinted(environment, pass));
     }
-    void place(const Rect& frame, const Environment& environment, LayoutPass& pass) const override {
-        pass.place(content(), frame, tinted(environment, pass));
+    void place(const Rect& frame, const Proposal& proposal, const Environment& environment,
+               LayoutPass& pass) const override {
+        pass.place(content(), frame, proposal, tinted(environment, pass));
     }
 
 private:
@@ -33,9 +34,10 @@ public:
     TapElement(const View& content, std::function<void()> action)
         : WrapperElement(content), action_(std::move(action)) {}
 
-    void place(const Rect& frame, const Environment& environment, LayoutPass& pass) const override {
+    void place(const Rect& frame, const Proposal& proposal, const Environment& environment,
+               LayoutPass& pass) const override {
         pass.addTouchRegion(touchArea(frame, environment), action_, *this);
-        WrapperElement::place(frame, environment, pass);
+        WrapperElement::place(frame, proposal, environment, pass);
     }
 
 private:

@@ -18,14 +18,16 @@ public:
         return {proposal.width.value_or(content.width), proposal.height.value_or(content.height)};
     }
 
-    void place(const Rect& frame, const Environment& environment, LayoutPass& pass) const override {
-        Size content = pass.measure(content_, {frame.size.width, {}}, environment);
+    void place(const Rect& frame, const Proposal&, const Environment& environment, LayoutPass& pass) const override {
+        Proposal openHeight{frame.size.width, {}};
+        Size content = pass.measure(content_, openHeight, environment);
         double range = std::max(0.0, content.height - frame.size.height);
         pass.setScrollRange(frame, range);
         pass.pushClip(frame, 0);
         double left =
             frame.minX() + leadingOffset(HorizontalAlignment::center, frame.size.width, content.width, environment);
-        pass.place(content_, {{left, frame.minY() - std::min(pass.scrollOffset(), range)}, content}, environment);
+        pass.place(content_, {{left, frame.minY() - std::min(pass.scrollOffset(), range)}, content}, openHeight,
+                   environment);
         pass.popClip();
     }
 
@@ -41,10 +43,11 @@ public:
         return {proposal.width.value_or(0), proposal.height.value_or(0)};
     }
 
-    void place(const Rect& frame, const Environment& environment, LayoutPass& pass) const override {
+    void place(const Rect& frame, const Proposal&, const Environment& environment, LayoutPass& pass) const override {
         GeometryProxy proxy{frame.size, pass.traits().safeArea};
         const View& content = pass.geometryContent(*this, frame.size, [&] { return content_(proxy); });
-        placeAligned(content, frame, {HorizontalAlignment::leading, VerticalAlignment::top}, environment, pass);
+        placeAligned(content, frame, Proposal::of(frame.size), {HorizontalAlignment::leading, VerticalAlignment::top},
+                     environment, pass);
     }
 
 private:

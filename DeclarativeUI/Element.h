@@ -43,8 +43,9 @@ public:
 
     /// The size that the element answers to a proposal. Called through LayoutPass::measure, which remembers the answer.
     virtual Size measure(const Proposal& proposal, const Environment& environment, LayoutPass& pass) const = 0;
-    /// Draws the element into its frame. Called through LayoutPass::place.
-    virtual void place(const Rect& frame, const Environment& environment, LayoutPass& pass) const = 0;
+    /// Draws the element into its frame, whose size is its answer to the proposal. Called through LayoutPass::place.
+    virtual void place(const Rect& frame, const Proposal& proposal, const Environment& environment,
+                       LayoutPass& pass) const = 0;
 
     /// The part of the element's frame that a touch means: without its outer padding.
     virtual Rect touchArea(const Rect& frame, const Environment&) const { return frame; }
@@ -63,7 +64,8 @@ public:
     explicit WrapperElement(View content) : content_(std::move(content)) {}
 
     Size measure(const Proposal& proposal, const Environment& environment, LayoutPass& pass) const override;
-    void place(const Rect& frame, const Environment& environment, LayoutPass& pass) const override;
+    void place(const Rect& frame, const Proposal& proposal, const Environment& environment,
+               LayoutPass& pass) const override;
     Rect touchArea(const Rect& frame, const Environment& environment) const override {
         return content_.element()->touchArea(frame, environment);
     }

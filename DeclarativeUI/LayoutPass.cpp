@@ -17,7 +17,11 @@ constexpr double largestFont = 1e4;
 
 double sane(double length) { return std::isnan(length) ? 0 : std::clamp(length, 0.0, longestLength); }
 
-std::size_t mix(std::size_t seed, std::size_t hash) { return seed * 31 + hash; }
+/// Spreads the bits: keys are pointers and lengths, which differ in few of them.
+std::size_t mix(std::size_t seed, std::size_t hash) {
+    std::size_t mixed = (seed ^ hash) * 0x9e3779b97f4a7c15ULL;
+    return mixed ^ (mixed >> 32);
+}
 
 std::size_t hashLength(const std::optional<double>& length) {
     return length ? std::hash<double>{}(*length) : 0x9e3779b9;
@@ -57,9 +61,10 @@ LayoutPass::LayoutPass(LayoutMemory& memory, const TextMeasurer& measurer, const
 SettledLayout LayoutPass::run(const View& root) {
     static const Environment outermost;
     clips_ = {{window(), 0, window()}};
-    auto size = measure(root, Proposal::of(safeArea().size), outermost);
+    auto offered = Proposal::of(safeArea().size);
+    auto size = measure(root, offered, outermost);
     auto center = safeArea().center();
-    place(root, {{center.x - size.width / 2, center.y - size.height / 2}, size}, outermost);
+    place(root, {{center.x - size.width / 2, center.y - size.height / 2}, size}, offered, outermost);
 
     std::map<Role, int> counts;
     for (AccessibleElement& element : settled_.elements) {
@@ -82,28 +87,28 @@ Size LayoutPass::measure(const View& view, const Proposal& proposal, const Envir
     return size;
 }
 
-void LayoutPass::place(const View& view, const Rect& frame, const Environment& environment) {
+void LayoutPass::place(const View& view, const Rect& frame, const Proposal& proposal, const Environment& environment) {
     if (view.isEmpty()) return;
     const Element& element = *view.element();
     // The first layer that is met around a button is the outermost one, which decides how far the button reaches.
     const ButtonElement* button = buttonIn(element);
     if (button && placedButtons_.insert(button).second) {
-        placeControl(element, *button, frame, environment);
+        placeControl(element, *button, frame, proposal, environment);
     } else {
-        element.place(frame, environment, *this);
+        element.place(frame, proposal, environment, *this);
     }
 }
 
 void LayoutPass::placeControl(const Element& outermost, const ButtonElement& button, const Rect& frame,
-                              const Environment& environment) {
+                              const Proposal& proposal, const Environment& environment) {
     addTouchRegion(frame, button.action(), outermost);
-    if (semanticIn(outermost) || !button.role()) return outermost.place(frame, environment, *this);
+    if (semanticIn(outermost) || !button.role()) return outermost.place(frame, proposal, environment, *this);
 
     int position = static_cast<int>(settled_.elements.size());
     settled_.elements.push_back(describedElement(outermost, *button.role(), {}, frame));
     settled_.touchRegions.back().element = position;
     openElements_.push_back(position);
-    outermost.place(frame, environment, *this);
+    outermost.place(frame, proposal, environment, *this);
     openElements_.pop_back();
 }
 
@@ -173,8 +178,10 @@ void LayoutPass::addTouchRegion(const Rect& area, std::function<void()> action, 
 
 void LayoutPass::beginElement(const SemanticElement& semantic, AccessibleElement element) {
     int position = static_cast<int>(settled_.elements.size());
-    for (TouchRegion& region : settled_.touchRegions) {
-        if (region.owner == &semantic) region.element = position;
+    // The touches that mean this element were claimed by the layers right outside it.
+    auto& regions = settled_.touchRegions;
+    for (auto region = regions.rbegin(); region != regions.rend() && region->owner == &semantic; ++region) {
+        region->element = position;
     }
     if (element.role == Role::card) settled_.cards.push_back(element.frame);
     settled_.elements.push_back(std::move(element));

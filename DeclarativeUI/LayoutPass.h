@@ -70,7 +70,7 @@ public:
     // For elements.
 
     Size measure(const View& view, const Proposal& proposal, const Environment& environment);
-    void place(const View& view, const Rect& frame, const Environment& environment);
+    void place(const View& view, const Rect& frame, const Proposal& proposal, const Environment& environment);
     /// The environment inside a modifier; the same object for the same question.
     const Environment& derive(const Element& modifier, const Environment& outer,
                               const std::function<void(Environment&)>& change);
@@ -106,7 +106,7 @@ public:
 
 private:
     void placeControl(const Element& outermost, const ButtonElement& button, const Rect& frame,
-                      const Environment& environment);
+                      const Proposal& proposal, const Environment& environment);
 
     LayoutMemory& memory_;
     const TextMeasurer& measurer_;

@@ -12,8 +12,9 @@ Size WrapperElement::measure(const Proposal& proposal, const Environment& enviro
     return pass.measure(content_, proposal, environment);
 }
 
-void WrapperElement::place(const Rect& frame, const Environment& environment, LayoutPass& pass) const {
-    pass.place(content_, frame, environment);
+void WrapperElement::place(const Rect& frame, const Proposal& proposal, const Environment& environment,
+                           LayoutPass& pass) const {
+    pass.place(content_, frame, proposal, environment);
 }
 
 namespace {
@@ -25,18 +26,13 @@ public:
         : WrapperElement(content), insets_(insets), mirrors_(mirrors) {}
 
     Size measure(const Proposal& proposal, const Environment& environment, LayoutPass& pass) const override {
-        auto reduced = [](const std::optional<double>& length, double inset) {
-            return length ? std::optional(std::max(0.0, *length - inset)) : std::nullopt;
-        };
-        double horizontal = insets_.left + insets_.right;
-        double vertical = insets_.top + insets_.bottom;
-        Size size = pass.measure(content(), {reduced(proposal.width, horizontal), reduced(proposal.height, vertical)},
-                                 environment);
-        return {size.width + horizontal, size.height + vertical};
+        Size size = pass.measure(content(), inner(proposal), environment);
+        return {size.width + insets_.left + insets_.right, size.height + insets_.top + insets_.bottom};
     }
 
-    void place(const Rect& frame, const Environment& environment, LayoutPass& pass) const override {
-        pass.place(content(), frame.inset(resolved(environment)), environment);
+    void place(const Rect& frame, const Proposal& proposal, const Environment& environment,
+               LayoutPass& pass) const override {
+        pass.place(content(), frame.inset(resolved(environment)), inner(proposal), environment);
     }
 
     Rect touchArea(const Rect& frame, const Environment& environment) const override {
@@ -45,6 +41,14 @@ public:
     const Element* wrapped() const override { return nullptr; }
 
 private:
+    Proposal inner(const Proposal& proposal) const {
+        auto reduced = [](const std::optional<double>& length, double inset) {
+            return length ? std::optional(std::max(0.0, *length - inset)) : std::nullopt;
+        };
+        return {reduced(proposal.width, insets_.left + insets_.right),
+                reduced(proposal.height, insets_.top + insets_.bottom)};
+    }
+
     EdgeInsets resolved(const Environment& environment) const {
         if (!mirrors_ || !environment.isRightToLeft()) return insets_;
         return {insets_.top, insets_.right, insets_.bottom, insets_.left};
@@ -64,21 +68,22 @@ public:
                 length(spec_.height, spec_.minHeight, spec_.maxHeight, proposal.height, size.height)};
     }
 
-    void place(const Rect& frame, const Environment& environment, LayoutPass& pass) const override {
-        placeAligned(content(), frame, spec_.alignment, environment, pass);
+    void place(const Rect& frame, const Proposal& proposal, const Environment& environment,
+               LayoutPass& pass) const override {
+        placeAligned(content(), frame, inner(proposal), spec_.alignment, environment, pass);
     }
 
 private:
     Proposal inner(const Proposal& proposal) const {
-        auto offered = [](const std::optional<double>& fixed, const std::optional<double>& minimum,
-                          const std::optional<double>& maximum, std::optional<double> length) {
-            if (fixed) return fixed;
-            if (length && minimum) length = std::max(*length, *minimum);
-            if (length && maximum) length = std::min(*length, *maximum);
-            return length;
-        };
-        return {offered(spec_.width, {}, spec_.maxWidth, proposal.width),
-                offered(spec_.height, spec_.minHeight, spec_.maxHeight, proposal.height)};
+        return {offer(spec_.width, {}, spec_.maxWidth, proposal.width),
+                offer(spec_.height, spec_.minHeight, spec_.maxHeight, proposal.height)};
+    }
+
+    static std::optional<double> offer(const std::optional<double>& fixed, const std::optional<double>& minimum,
+                                       const std::optional<double>& maximum, const std::optional<double>& proposed) {
+        if (fixed) return fixed;
+        if (!proposed) return {};
+        return std::min(std::max(*proposed, minimum.value_or(0)), maximum.value_or(infinity));
     }
 
     static double length(const std::optional<double>& fixed, const std::optional<double>& minimum,
@@ -96,9 +101,10 @@ class BackgroundElement final : public WrapperElement {
 public:
     BackgroundElement(const View& content, std::optional<Color> color) : WrapperElement(content), color_(color) {}
 
-    void place(const Rect& frame, const Environment& environment, LayoutPass& pass) const override {
+    void place(const Rect& frame, const Proposal& proposal, const Environment& environment,
+               LayoutPass& pass) const override {
         if (isPainted() && pass.isVisible(frame)) pass.draw(FillRect{frame, pass.cornerRadiusOf(frame), *color_});
-        WrapperElement::place(frame, environment, pass);
+        WrapperElement::place(frame, proposal, environment, pass);
     }
 
     void describe(AccessibleElement& element) const override {
@@ -115,9 +121,10 @@ class CornerRadiusElement final : public WrapperElement {
 public:
     CornerRadiusElement(const View& content, double radius) : WrapperElement(content), radius_(radius) {}
 
-    void place(const Rect& frame, const Environment& environment, LayoutPass& pass) const override {
+    void place(const Rect& frame, const Proposal& proposal, const Environment& environment,
+               LayoutPass& pass) const override {
         pass.pushClip(frame, radius_);
-        WrapperElement::place(frame, environment, pass);
+        WrapperElement::place(frame, proposal, environment, pass);
         pass.popClip();
     }
 
@@ -134,9 +141,10 @@ public:
     OverlayElement(const View& content, Alignment alignment, View overlay)
         : WrapperElement(content), alignment_(alignment), overlay_(std::move(overlay)) {}
 
-    void place(const Rect& frame, const Environment& environment, LayoutPass& pass) const override {
-        WrapperElement::place(frame, environment, pass);
-        placeAligned(overlay_, frame, alignment_, environment, pass);
+    void place(const Rect& frame, const Proposal& proposal, const Environment& environment,
+               LayoutPass& pass) const override {
+        WrapperElement::place(frame, proposal, environment, pass);
+        placeAligned(overlay_, frame, Proposal::of(frame.size), alignment_, environment, pass);
     }
     const Element* wrapped() const override { return nullptr; }
 
@@ -153,8 +161,9 @@ public:
     Size measure(const Proposal& proposal, const Environment& environment, LayoutPass& pass) const override {
         return pass.measure(content(), proposal, pass.derive(*this, environment, change_));
     }
-    void place(const Rect& frame, const Environment& environment, LayoutPass& pass) const override {
-        pass.place(content(), frame, pass.derive(*this, environment, change_));
+    void place(const Rect& frame, const Proposal& proposal, const Environment& environment,
+               LayoutPass& pass) const override {
+        pass.place(content(), frame, proposal, pass.derive(*this, environment, change_));
     }
 
 private:
@@ -165,8 +174,9 @@ class IgnoresSafeAreaElement final : public WrapperElement {
 public:
     IgnoresSafeAreaElement(const View& content, Edge edges) : WrapperElement(content), edges_(edges) {}
 
-    void place(const Rect& frame, const Environment& environment, LayoutPass& pass) const override {
-        pass.place(content(), expanded(frame, pass), environment);
+    void place(const Rect& frame, const Proposal&, const Environment& environment, LayoutPass& pass) const override {
+        Rect reached = expanded(frame, pass);
+        pass.place(content(), reached, Proposal::of(reached.size), environment);
     }
 
 private:
@@ -192,9 +202,10 @@ public:
     LayoutObserverElement(const View& content, std::string key, std::function<void(Size)> action)
         : WrapperElement(content), key_(std::move(key)), action_(std::move(action)) {}
 
-    void place(const Rect& frame, const Environment& environment, LayoutPass& pass) const override {
+    void place(const Rect& frame, const Proposal& proposal, const Environment& environment,
+               LayoutPass& pass) const override {
         pass.tellSizeAfterLayout(key_, frame.size, action_);
-        WrapperElement::place(frame, environment, pass);
+        WrapperElement::place(frame, proposal, environment, pass);
     }
 
 private:

@@ -15,14 +15,14 @@ double topOffset(VerticalAlignment alignment, double room, double length) {
     return alignment == VerticalAlignment::top ? 0 : rest;
 }
 
-void placeAligned(const View& view, const Rect& frame, Alignment alignment, const Environment& environment,
-                  LayoutPass& pass) {
-    Size size = pass.measure(view, Proposal::of(frame.size), environment);
+void placeAligned(const View& view, const Rect& frame, const Proposal& proposal, Alignment alignment,
+                  const Environment& environment, LayoutPass& pass) {
+    Size size = pass.measure(view, proposal, environment);
     pass.place(view,
                {{frame.minX() + leadingOffset(alignment.horizontal, frame.size.width, size.width, environment),
                  frame.minY() + topOffset(alignment.vertical, frame.size.height, size.height)},
                 size},
-               environment);
+               proposal, environment);
 }
 
 }  // namespace vantix

@@ -9,8 +9,8 @@ namespace vantix {
 double leadingOffset(HorizontalAlignment alignment, double room, double length, const Environment& environment);
 double topOffset(VerticalAlignment alignment, double room, double length);
 
-/// Offers the whole frame to the view and places it there, aligned.
-void placeAligned(const View& view, const Rect& frame, Alignment alignment, const Environment& environment,
-                  LayoutPass& pass);
+/// Places the size that the view answers to the proposal into the frame, aligned.
+void placeAligned(const View& view, const Rect& frame, const Proposal& proposal, Alignment alignment,
+                  const Environment& environment, LayoutPass& pass);
 
 }  // namespace vantix

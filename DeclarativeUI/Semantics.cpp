@@ -31,9 +31,10 @@ class PassThroughElement final : public WrapperElement {
 public:
     using WrapperElement::WrapperElement;
 
-    void place(const Rect& frame, const Environment& environment, LayoutPass& pass) const override {
+    void place(const Rect& frame, const Proposal& proposal, const Environment& environment,
+               LayoutPass& pass) const override {
         pass.passTouchesOutsideCard();
-        WrapperElement::place(frame, environment, pass);
+        WrapperElement::place(frame, proposal, environment, pass);
     }
 };
 
@@ -68,9 +69,10 @@ AccessibleElement describedElement(const Element& outermost, Role role, const st
 SemanticElement::SemanticElement(View content, Role role, std::optional<std::string> label)
     : WrapperElement(std::move(content)), role_(role), label_(std::move(label)) {}
 
-void SemanticElement::place(const Rect& frame, const Environment& environment, LayoutPass& pass) const {
+void SemanticElement::place(const Rect& frame, const Proposal& proposal, const Environment& environment,
+                            LayoutPass& pass) const {
     pass.beginElement(*this, describedElement(*this, role_, label_, frame));
-    WrapperElement::place(frame, environment, pass);
+    WrapperElement::place(frame, proposal, environment, pass);
     pass.endElement();
 }
 

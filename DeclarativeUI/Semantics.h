@@ -12,7 +12,8 @@ class SemanticElement final : public WrapperElement {
 public:
     SemanticElement(View content, Role role, std::optional<std::string> label);
 
-    void place(const Rect& frame, const Environment& environment, LayoutPass& pass) const override;
+    void place(const Rect& frame, const Proposal& proposal, const Environment& environment,
+               LayoutPass& pass) const override;
     const SemanticElement* asSemantic() const override { return this; }
 
     Role role() const { return role_; }

@@ -27,7 +27,7 @@ public:
         if (environment.stackAxis == Axis::horizontal) return {stretched(proposal.width), 0};
         return {0, stretched(proposal.height)};
     }
-    void place(const Rect&, const Environment&, LayoutPass&) const override {}
+    void place(const Rect&, const Proposal&, const Environment&, LayoutPass&) const override {}
 
 private:
     double minLength_;
@@ -39,7 +39,7 @@ public:
         if (environment.stackAxis == Axis::horizontal) return {pass.pixel(), proposal.height.value_or(defaultSide)};
         return {proposal.width.value_or(defaultSide), pass.pixel()};
     }
-    void place(const Rect& frame, const Environment& environment, LayoutPass& pass) const override {
+    void place(const Rect& frame, const Proposal&, const Environment& environment, LayoutPass& pass) const override {
         pass.draw(FillRect{frame, 0, environment.foregroundColor.value_or(separator)});
     }
 };
@@ -51,7 +51,7 @@ public:
     Size measure(const Proposal& proposal, const Environment&, LayoutPass&) const override {
         return allThatIsOffered(proposal);
     }
-    void place(const Rect& frame, const Environment&, LayoutPass& pass) const override {
+    void place(const Rect& frame, const Proposal&, const Environment&, LayoutPass& pass) const override {
         if (color_.alpha > 0) pass.draw(FillRect{frame, 0, color_});
     }
 
@@ -69,7 +69,7 @@ public:
         double diameter = std::min(offered.width, offered.height);
         return {diameter, diameter};
     }
-    void place(const Rect& frame, const Environment&, LayoutPass& pass) const override {
+    void place(const Rect& frame, const Proposal&, const Environment&, LayoutPass& pass) const override {
         if (lineWidth_) {
             pass.draw(StrokeEllipse{frame, *lineWidth_, color_});
         } else {

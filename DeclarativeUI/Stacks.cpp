@@ -24,27 +24,33 @@ public:
     Size measure(const Proposal& proposal, const Environment& environment, LayoutPass& pass) const override {
         double length = gaps();
         double thickness = 0;
-        for (const Size& size : childSizes(proposal, inside(environment, pass), pass)) {
-            length += along(size);
-            thickness = std::max(thickness, across(size));
+        for (const Child& child : shares(proposal, inside(environment, pass), pass)) {
+            length += along(child.size);
+            thickness = std::max(thickness, across(child.size));
         }
         return axis_ == Axis::horizontal ? Size{length, thickness} : Size{thickness, length};
     }
 
-    void place(const Rect& frame, const Environment& environment, LayoutPass& pass) const override {
+    void place(const Rect& frame, const Proposal& proposal, const Environment& environment,
+               LayoutPass& pass) const override {
         const Environment& inner = inside(environment, pass);
-        auto sizes = childSizes(Proposal::of(frame.size), inner, pass);
         bool fromTheRight = axis_ == Axis::horizontal && inner.isRightToLeft();
+        auto placed = shares(proposal, inner, pass);
         double at = 0;
-        for (std::size_t child = 0; child < children_.size(); ++child) {
-            const Size& size = sizes[child];
+        for (std::size_t index = 0; index < children_.size(); ++index) {
+            const auto& [share, size] = placed[index];
             double offset = fromTheRight ? along(frame.size) - at - along(size) : at;
-            pass.place(children_[child], {placeOf(offset, size, frame, inner), size}, inner);
+            pass.place(children_[index], {placeOf(offset, size, frame, inner), size}, share, inner);
             at += along(size) + spacing_;
         }
     }
 
 private:
+    struct Child {
+        Proposal share;
+        Size size;
+    };
+
     double along(const Size& size) const { return axis_ == Axis::horizontal ? size.width : size.height; }
     double across(const Size& size) const { return axis_ == Axis::horizontal ? size.height : size.width; }
     double gaps() const { return children_.empty() ? 0 : spacing_ * static_cast<double>(children_.size() - 1); }
@@ -67,23 +73,24 @@ private:
                 frame.minY() + offset};
     }
 
-    std::vector<Size> childSizes(const Proposal& proposal, const Environment& environment, LayoutPass& pass) const {
+    /// What each child is offered and answers.
+    std::vector<Child> shares(const Proposal& proposal, const Environment& environment, LayoutPass& pass) const {
+        std::vector<Child> result(children_.size());
+        auto offerTo = [&](std::size_t child, const Proposal& share) {
+            result[child] = {share, pass.measure(children_[child], share, environment)};
+        };
         auto length = axis_ == Axis::horizontal ? proposal.width : proposal.height;
-        std::vector<Size> sizes(children_.size());
         if (!length) {
-            for (std::size_t child = 0; child < children_.size(); ++child) {
-                sizes[child] = pass.measure(children_[child], proposal, environment);
-            }
-            return sizes;
+            for (std::size_t child = 0; child < children_.size(); ++child) offerTo(child, proposal);
+            return result;
         }
         double rest = std::max(0.0, *length - gaps());
         auto waiting = children_.size();
         for (std::size_t child : leastFlexibleFirst(proposal, environment, pass)) {
-            auto share = offer(rest / static_cast<double>(waiting--), proposal);
-            sizes[child] = pass.measure(children_[child], share, environment);
-            rest = std::max(0.0, rest - along(sizes[child]));
+            offerTo(child, offer(rest / static_cast<double>(waiting--), proposal));
+            rest = std::max(0.0, rest - along(result[child].size));
         }
-        return sizes;
+        return result;
     }
 
     std::vector<std::size_t> leastFlexibleFirst(const Proposal& proposal, const Environment& environment,
@@ -124,8 +131,9 @@ public:
         return size;
     }
 
-    void place(const Rect& frame, const Environment& environment, LayoutPass& pass) const override {
-        for (const View& child : children_) placeAligned(child, frame, alignment_, environment, pass);
+    void place(const Rect& frame, const Proposal& proposal, const Environment& environment,
+               LayoutPass& pass) const override {
+        for (const View& child : children_) placeAligned(child, frame, proposal, alignment_, environment, pass);
     }
 
 private:

@@ -1,11 +1,24 @@
 #include "DeclarativeUI/Element.h"
 #include "DeclarativeUI/LayoutPass.h"
 
+#include <algorithm>
 #include <string>
 
 namespace vantix {
 
 namespace {
+
+/// Bytes. Nobody reads more, and laying more out would hold up the main thread.
+constexpr std::size_t longestText = 16 * 1024;
+
+/// The text, or as many whole characters of it as are shown and an ellipsis.
+std::string shortened(std::string text) {
+    if (text.size() <= longestText) return text;
+    std::size_t end = longestText;
+    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) --end;
+    text.resize(end);
+    return text + "…";
+}
 
 class TextElement final : public Element {
 public:
@@ -13,10 +26,12 @@ public:
 
     Size measure(const Proposal& proposal, const Environment& environment, LayoutPass& pass) const override {
         auto layout = pass.layOut(text_, pass.drawnFont(environment.font), proposal.width.value_or(infinity));
-        return {pass.roundUpToPixel(layout.size.width), pass.roundUpToPixel(layout.size.height)};
+        // A letter may be wider than what is offered; it does not widen what stands around it.
+        double width = std::min(layout.size.width, proposal.width.value_or(infinity));
+        return {pass.roundUpToPixel(width), pass.roundUpToPixel(layout.size.height)};
     }
 
-    void place(const Rect& frame, const Environment& environment, LayoutPass& pass) const override {
+    void place(const Rect& frame, const Proposal&, const Environment& environment, LayoutPass& pass) const override {
         Font font = pass.drawnFont(environment.font);
         Color color = environment.foregroundColor.value_or(Color::black());
         pass.show({.role = Role::text, .label = text_, .frame = frame, .textColor = color, .font = font});
@@ -45,6 +60,6 @@ private:
 
 }  // namespace
 
-View Text(std::string text) { return View(std::make_shared<const TextElement>(std::move(text))); }
+View Text(std::string text) { return View(std::make_shared<const TextElement>(shortened(std::move(text)))); }
 
 }  // namespace vantix

@@ -116,8 +116,8 @@ private:
     std::shared_ptr<const Element> element_;
 };
 
-/// A text in any script; wraps over as many lines as it needs. Default colour black, default font the 16-point system
-/// font.
+/// A text in any script; wraps over as many lines as it needs, up to 16 KiB of text; an ellipsis stands for the rest.
+/// Default colour black, default font the 16-point system font.
 View Text(std::string text);
 
 /// A picture at its natural size.
@@ -140,9 +140,10 @@ public:
     virtual void needed(int pixelWidth, int pixelHeight) = 0;
 };
 
-/// A picture from a source, as wide as it is offered, as high as its aspect ratio asks (`aspectRatio`, width by height,
-/// replaces the picture's own); scaled to fit. An empty source draws nothing and takes no height.
-View SourcedImage(std::shared_ptr<ImageSource> source, std::optional<double> aspectRatio = {});
+/// A picture from a source, as wide as is offered and, where the height is open, as high as its aspect ratio asks
+/// (`aspectRatio`, width by height, replaces the picture's own). Scaled to fit its frame, with rounded corners. A
+/// source without a picture draws nothing.
+View SourcedImage(std::shared_ptr<ImageSource> source, std::optional<double> aspectRatio = {}, double cornerRadius = 0);
 
 View Spacer(double minLength = 0);
 /// A line one device pixel thick across the stack, drawn lightly over its background.

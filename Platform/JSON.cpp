@@ -205,7 +205,9 @@ std::optional<std::string> objectAsWritten(std::string_view object, std::string_
         ondemand::object nested;
         std::string_view text;
         if (member.value().get(value)) return {};
-        if (!value.get_object().get(nested) && !nested.raw_json().get(text)) found.emplace(text);
+        if (!value.get_object().get(nested) && !nested.raw_json().get(text)) {
+            found.emplace(text.substr(0, text.find_last_not_of(" \t\r\n") + 1));
+        }
     }
     return found;
 }

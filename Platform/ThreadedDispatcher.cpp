@@ -322,10 +322,11 @@ private:
 
 struct ThreadedDispatcher::Implementation {
     RealClock clock;
-    std::shared_ptr<ThreadRegistry> threads = std::make_shared<ThreadRegistry>();
+    std::shared_ptr<ThreadRegistry> serialThreads = std::make_shared<ThreadRegistry>();
+    std::shared_ptr<ThreadRegistry> utilityThreads = std::make_shared<ThreadRegistry>();
     std::shared_ptr<TimerThread> timers = std::make_shared<TimerThread>();
     MainQueue mainQueue{timers};
-    UtilityQueue utilityQueue{threads, timers};
+    UtilityQueue utilityQueue{utilityThreads, timers};
     std::mutex mutex;
     std::vector<std::weak_ptr<WorkList>> serialWorks;
 };
@@ -334,15 +335,17 @@ ThreadedDispatcher::ThreadedDispatcher() : implementation_(std::make_shared<Impl
 
 ThreadedDispatcher::~ThreadedDispatcher() {
     implementation_->timers->stop();
+    // Utility threads may wait for what serial queues have yet to do, so they end first.
     implementation_->utilityQueue.close();
+    implementation_->utilityThreads->joinAll();
     {
         std::lock_guard lock(implementation_->mutex);
         for (const auto& works : implementation_->serialWorks) {
             if (auto alive = works.lock()) alive->close();
         }
     }
+    implementation_->serialThreads->joinAll();
     implementation_->mainQueue.close();
-    implementation_->threads->joinAll();
 }
 
 DispatchQueue& ThreadedDispatcher::mainQueue() { return implementation_->mainQueue; }
@@ -350,7 +353,7 @@ DispatchQueue& ThreadedDispatcher::mainQueue() { return implementation_->mainQue
 DispatchQueue& ThreadedDispatcher::utilityQueue() { return implementation_->utilityQueue; }
 
 std::shared_ptr<DispatchQueue> ThreadedDispatcher::makeSerialQueue(std::string, QualityOfService) {
-    auto queue = std::make_shared<SerialQueue>(implementation_->threads, implementation_->timers);
+    auto queue = std::make_shared<SerialQueue>(implementation_->serialThreads, implementation_->timers);
     std::lock_guard lock(implementation_->mutex);
     implementation_->serialWorks.push_back(queue->works());
     return queue;

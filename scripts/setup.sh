@@ -9,7 +9,7 @@ program_packages=(
     libsimdjson-dev libspdlog-dev libsqlite3-dev libcurl4-openssl-dev libutf8proc-dev libfontconfig-dev
     fonts-inter fonts-dejavu-core fonts-droid-fallback
 )
-test_packages=(libgtest-dev libcpp-httplib-dev openssl)
+test_packages=(libgtest-dev libcpp-httplib-dev libssl-dev openssl)
 
 say() { echo "$@" >&2; }
 

@@ -21,7 +21,7 @@ Dictionary pushOfCampaignFile(const std::string& file) {
     try {
         return pushOfCampaign(readInputFile(file));
     } catch (const BadInput& problem) {
-        throw BadInput(file + ":1: " + problem.what());
+        throw BadInput::at(file, 1, problem.what());
     }
 }
 

@@ -2,10 +2,8 @@
 
 #include "DeclarativeUI/DisplayList.h"
 #include "Hosts/Qt/DisplayListPainter.h"
-#include "Hosts/Qt/QtFontCatalogue.h"
 
 #include <algorithm>
-#include <memory>
 
 namespace vantix {
 
@@ -45,13 +43,12 @@ DisplayList names(const std::vector<Place>& places) {
 
 }  // namespace
 
-Canvas paintDeviceSheet(const std::function<Canvas(const Device& device)>& pictureOn) {
+Canvas paintDeviceSheet(const std::function<Canvas(const Device& device)>& pictureOn, DisplayListPainter& painter) {
     std::vector<Place> places;
     Size upper = placeRow(portraitDevices(), 0, places);
     Size lower = placeRow(landscapeDevices(), upper.height, places);
 
     Canvas sheet({std::max(upper.width, lower.width), upper.height + lower.height + margin}, 1, sheetColor);
-    DisplayListPainter painter(std::make_shared<QtFontCatalogue>());
     sheet.paint(names(places), painter);
     for (const auto& [device, frame] : places) sheet.draw(pictureOn(*device), frame);
     return sheet;

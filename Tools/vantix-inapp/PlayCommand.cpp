@@ -3,6 +3,7 @@
 #include "Platform/Dispatcher.h"
 #include "Platform/FatalError.h"
 #include "Tools/vantix-inapp/Arguments.h"
+#include "Tools/vantix-inapp/BadInput.h"
 #include "Tools/vantix-inapp/EventLines.h"
 #include "Tools/vantix-inapp/LineWriter.h"
 #include "Tools/vantix-inapp/Pace.h"
@@ -29,6 +30,14 @@ public:
     ~FatalLine() { setFatalErrorHandler({}); }
 };
 
+void playLine(Player& player, const Step& step, const std::string& file, int number) {
+    try {
+        player.play(step);
+    } catch (const BadInput& problem) {
+        throw BadInput::at(file, number, problem.what());
+    }
+}
+
 }  // namespace
 
 void play(const PlayArguments& arguments) {
@@ -45,7 +54,7 @@ void play(const PlayArguments& arguments) {
     Simulation simulation(scenario.configuration, state.path(), pace->dispatcher(), events.host());
     events.observe(simulation.scene());
     Player player(simulation, *pace, events, lines, arguments.outputDirectory);
-    for (const Step& step : scenario.steps) player.play(step);
+    for (const auto& [number, step] : scenario.lines) playLine(player, step, arguments.scenario, number);
 }
 
 }  // namespace vantix

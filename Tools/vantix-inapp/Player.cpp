@@ -123,7 +123,7 @@ void Player::run(const step::PrintQueues&) {
 }
 
 void Player::run(const step::Screenshot& screenshot) {
-    writePicture(paintScreen(simulation_.scene()), outputDirectory_ / screenshot.name);
+    writePicture(paintScreen(simulation_.scene(), simulation_.painter()), outputDirectory_ / screenshot.name);
 }
 
 }  // namespace vantix

@@ -31,10 +31,10 @@ void expectShowable(const std::string& campaign, const VantixInAppMessagePayload
     bool isBanner = type == VantixInAppNotificationType::header || type == VantixInAppNotificationType::footer;
     std::string word(rawValue(type));
     if (std::find(types.begin(), types.end(), type) == types.end()) {
-        throw BadInput(campaign + ":1: a message of type " + word + " is never shown");
+        throw BadInput::at(campaign, 1, "a message of type " + word + " is never shown");
     }
     if (isBanner && message.body.message.empty()) {
-        throw BadInput(campaign + ":1: a message of type " + word + " without message text is never shown");
+        throw BadInput::at(campaign, 1, "a message of type " + word + " without message text is never shown");
     }
 }
 
@@ -49,16 +49,17 @@ void render(const RenderArguments& arguments) {
     auto message = VantixInAppMessagePayload::generate(push);
     expectShowable(arguments.campaign, message);
     auto builder = std::make_shared<InAppMessageViewBuilder>(simulation.core().inAppDisplayManager());
-    builder->createInAppWindow(message);
 
     auto pictureOn = [&](const Device& device) {
         SceneTraits traits = device.traits;
         traits.textScale = arguments.textScale;
         simulation.scene().setTraits(traits);
+        builder->createInAppWindow(message);
         pace->settle();
-        return paintScreen(simulation.scene());
+        return paintScreen(simulation.scene(), simulation.painter());
     };
-    writePicture(arguments.device ? pictureOn(*arguments.device) : paintDeviceSheet(pictureOn), arguments.picture);
+    writePicture(arguments.device ? pictureOn(*arguments.device) : paintDeviceSheet(pictureOn, simulation.painter()),
+                 arguments.picture);
     builder->tearDown();
 }
 

@@ -14,34 +14,35 @@ constexpr std::string_view blanks = " \t\r";
 /// Takes the lines of a scenario one by one.
 class ScenarioReader {
 public:
-    void read(std::string_view line) {
+    void read(int number, std::string_view line) {
         auto begin = line.find_first_not_of(blanks);
         if (begin == std::string_view::npos || line[begin] == '#') return;
         auto parsed = parseJSON(line);
         if (!parsed) throw BadInput("not valid JSON: " + parsed.error().localizedDescription);
         if (!parsed.value().dictionary()) throw BadInput("a step must be a JSON object");
-        readObject(line, *parsed.value().dictionary());
+        const Dictionary& object = *parsed.value().dictionary();
+        if (object.find("configure")) {
+            readConfigure(object);
+        } else {
+            scenario_.lines.push_back({number, readStep(line, object)});
+            expectBoundedTime();
+        }
         isFirst_ = false;
     }
 
     Scenario takeScenario() { return std::move(scenario_); }
 
 private:
-    void readObject(std::string_view line, const Dictionary& object) {
-        if (const Value* configuration = object.find("configure")) {
-            if (!isFirst_) throw BadInput("\"configure\" must be the first step");
-            expectOnlyKeys("the line of \"configure\"", object, {"configure"});
-            scenario_.configuration = readConfiguration(objectField("configure", *configuration));
-        } else {
-            scenario_.steps.push_back(readStep(line, object));
-            expectBoundedTime();
-        }
+    void readConfigure(const Dictionary& object) {
+        if (!isFirst_) throw BadInput("\"configure\" must be the first step");
+        expectOnlyKeys("configure", object, {"configure"});
+        scenario_.configuration = readConfiguration(objectField("configure", *object.find("configure")));
     }
 
     /// Keeps the clock, which counts nanoseconds, from running over.
     void expectBoundedTime() {
         constexpr auto longest = std::chrono::seconds(1'000'000'000);
-        if (auto* wait = std::get_if<step::Wait>(&scenario_.steps.back())) waited_ += wait->duration;
+        if (auto* wait = std::get_if<step::Wait>(&scenario_.lines.back().step)) waited_ += wait->duration;
         if (waited_ > longest) throw BadInput("all waits together must not exceed 1e+09 seconds");
     }
 
@@ -50,8 +51,6 @@ private:
     Duration waited_{0};
 };
 
-std::string place(const std::string& file, int line) { return file + ":" + std::to_string(line) + ": "; }
-
 }  // namespace
 
 Scenario readScenario(const std::string& file, std::string_view text) {
@@ -59,9 +58,9 @@ Scenario readScenario(const std::string& file, std::string_view text) {
     for (int number = 1; !text.empty(); ++number) {
         auto length = std::min(text.find('\n'), text.size());
         try {
-            reader.read(text.substr(0, length));
+            reader.read(number, text.substr(0, length));
         } catch (const BadInput& problem) {
-            throw BadInput(place(file, number) + problem.what());
+            throw BadInput::at(file, number, problem.what());
         }
         text.remove_prefix(std::min(length + 1, text.size()));
     }
@@ -73,7 +72,7 @@ Scenario readScenarioFile(const std::string& file) {
     try {
         text = readInputFile(file);
     } catch (const BadInput& problem) {
-        throw BadInput(place(file, 1) + problem.what());
+        throw BadInput::at(file, 1, problem.what());
     }
     return readScenario(file, text);
 }

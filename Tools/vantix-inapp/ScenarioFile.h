@@ -10,8 +10,14 @@
 namespace vantix {
 
 struct Scenario {
+    struct Line {
+        /// From 1.
+        int number;
+        Step step;
+    };
+
     Configuration configuration;
-    std::vector<Step> steps;
+    std::vector<Line> lines;
 };
 
 /// Reads a whole scenario, one JSON object a line; blank lines and lines that begin with # are skipped. Throws BadInput

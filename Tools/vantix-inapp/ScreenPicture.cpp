@@ -1,10 +1,8 @@
 #include "Tools/vantix-inapp/ScreenPicture.h"
 
 #include "Hosts/Qt/DisplayListPainter.h"
-#include "Hosts/Qt/QtFontCatalogue.h"
 #include "Tools/vantix-inapp/BadInput.h"
 
-#include <memory>
 #include <system_error>
 
 namespace vantix {
@@ -20,9 +18,8 @@ DisplayList withBackdrop(const OffscreenScene::ShownWindow& window) {
 
 }  // namespace
 
-Canvas paintScreen(const OffscreenScene& scene) {
+Canvas paintScreen(const OffscreenScene& scene, DisplayListPainter& painter) {
     Canvas canvas(scene.traits().size, scene.traits().scale);
-    DisplayListPainter painter(std::make_shared<QtFontCatalogue>());
     for (const auto& window : scene.windows()) {
         if (!window.description.isHidden) canvas.paint(withBackdrop(window), painter, window.description.alpha);
     }

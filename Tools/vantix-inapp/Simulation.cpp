@@ -1,7 +1,6 @@
 #include "Tools/vantix-inapp/Simulation.h"
 
 #include "Hosts/Qt/QtEnvironment.h"
-#include "Hosts/Qt/QtFontCatalogue.h"
 #include "Hosts/Qt/QtImageDecoder.h"
 #include "Hosts/Qt/QtTextMeasurer.h"
 #include "Platform/Dispatcher.h"
@@ -28,11 +27,10 @@ Simulation::Simulation(const Configuration& configuration, const std::filesystem
                        std::shared_ptr<Dispatcher> dispatcher, VantixHost host)
     : configuration_(configuration) {
     QtEnvironment::silenceWarnings();
-    auto fonts = std::make_shared<QtFontCatalogue>();
-    auto measurer = std::make_shared<QtTextMeasurer>(fonts);
+    auto measurer = std::make_shared<QtTextMeasurer>(fonts_);
     scene_ = std::make_shared<OffscreenScene>(configuration.device, dispatcher, measurer);
     Platform::install({dispatcher, std::make_shared<NotificationCenter>(),
-                       std::make_shared<OffscreenApplication>(scene_), fonts, measurer,
+                       std::make_shared<OffscreenApplication>(scene_), fonts_, measurer,
                        std::make_shared<QtImageDecoder>()});
 
     host.dataDirectory = stateDirectory;

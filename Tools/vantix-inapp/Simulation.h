@@ -1,6 +1,8 @@
 #pragma once
 
 #include "DeclarativeUI/OffscreenApplication.h"
+#include "Hosts/Qt/DisplayListPainter.h"
+#include "Hosts/Qt/QtFontCatalogue.h"
 #include "Tools/vantix-inapp/Configuration.h"
 #include "VantixInAppMessage/Core/InAppMessagingCore.h"
 #include "VantixPushNotification/NotificationCore.h"
@@ -32,6 +34,8 @@ public:
 
     const NotificationCore& pushLibrary() const { return *pushLibrary_; }
     OffscreenScene& scene() { return *scene_; }
+    /// Paints with the fonts that text is measured with.
+    DisplayListPainter& painter() { return painter_; }
     void setForegroundScene(bool inForeground);
     /// Absent: no customer is known. Without an app group there is nowhere to keep it.
     void setCustomer(const std::optional<std::string>& customerId);
@@ -41,6 +45,8 @@ private:
 
     Configuration configuration_;
     std::shared_ptr<NotificationCore> pushLibrary_ = std::make_shared<NotificationCore>();
+    std::shared_ptr<QtFontCatalogue> fonts_ = std::make_shared<QtFontCatalogue>();
+    DisplayListPainter painter_{fonts_};
     std::shared_ptr<OffscreenScene> scene_;
     std::shared_ptr<InAppMessagingCore> core_;
 };

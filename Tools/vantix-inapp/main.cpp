@@ -3,6 +3,7 @@
 #include "Tools/vantix-inapp/PlayCommand.h"
 #include "Tools/vantix-inapp/RenderCommand.h"
 
+#include <csignal>
 #include <cstdio>
 #include <string>
 #include <variant>
@@ -27,6 +28,9 @@ int complain(const std::string& problem) {
 }  // namespace
 
 int main(int count, char** words) {
+    // Whoever reads the lines may leave early; the state directory is to be removed all the same.
+    std::signal(SIGPIPE, SIG_IGN);
+
     Arguments arguments;
     try {
         arguments = parseArguments(std::vector<std::string>(words + 1, words + count));

@@ -14,10 +14,12 @@ constexpr const char* file = "Manager/InAppRepoHelper";
 /// The log lines of one operation's outcome.
 struct OutcomeTexts {
     const char* function;
-    std::string success;
-    std::string failure;
-    /// Stands between the failure's text and the reason.
+    const char* success;
+    const char* failure;
+    /// Stands before the error's description.
     const char* reason;
+    /// Stands behind success and failure; made on the store thread, since it may be long.
+    std::function<std::string()> subject = [] { return std::string(); };
 };
 
 /// Logs the outcome of a store operation and passes it on as a boolean.
@@ -26,11 +28,12 @@ std::function<void(Result<bool>)> reporting(OutcomeTexts texts, InAppRepoHelper:
         LogSource source{file, texts.function};
         bool succeeded = result && result.value();
         if (succeeded) {
-            VantixLogger::debug(texts.success, source);
+            VantixLogger::debug(texts.success + texts.subject(), source);
         } else if (result) {
-            VantixLogger::error(texts.failure, source);
+            VantixLogger::error(texts.failure + texts.subject(), source);
         } else {
-            VantixLogger::error(texts.failure + texts.reason + result.error().localizedDescription, source);
+            auto reason = texts.reason + result.error().localizedDescription;
+            VantixLogger::error(texts.failure + texts.subject() + reason, source);
         }
         if (completion) completion(succeeded);
     };
@@ -76,12 +79,11 @@ InAppRepoHelper::InAppRepoHelper(Env environment)
                                                    true, {})) {}
 
 void InAppRepoHelper::insert(const VantixInAppMessagePayload& message, Completion completion) {
-    auto payload = message.description();
-    inAppRepo_->insert(
-        insertValues(message),
-        reporting({"insert(message:completion:)", "Successfully inserted in app message with message " + payload,
-                   "Failed to insert in app message with message " + payload, " with error "},
-                  std::move(completion)));
+    inAppRepo_->insert(insertValues(message),
+                       reporting({"insert(message:completion:)", "Successfully inserted in app message with message ",
+                                  "Failed to insert in app message with message ", " with error ",
+                                  [message] { return message.description(); }},
+                                 std::move(completion)));
 }
 
 void InAppRepoHelper::fetchAllInAppMessages(ListCompletion completion) {
@@ -115,8 +117,8 @@ void InAppRepoHelper::fetchAllInAppMessages(ListCompletion completion) {
 void InAppRepoHelper::removeMessage(const std::string& scope, Completion completion) {
     removeInAppMessage(
         Predicate{InAppMessage::name(InAppMessage::Property::scope), Predicate::Comparison::equals, scope}, 1,
-        reporting({"removeMessage(with:completion:)", "Successfully removed in app message with message id " + scope,
-                   "Failed to remove in app message with message id " + scope, " with error "},
+        reporting({"removeMessage(with:completion:)", "Successfully removed in app message with message id ",
+                   "Failed to remove in app message with message id ", " with error ", [scope] { return scope; }},
                   std::move(completion)));
 }
 

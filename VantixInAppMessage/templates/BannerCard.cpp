@@ -51,7 +51,7 @@ View BannerCard::text(const std::string& text, std::optional<Color> color, const
 View BannerCard::primaryButton() const {
     if (!viewModel_->hasPrimaryCTA()) return {};
     return Button([viewModel = viewModel_] { viewModel->handlePrimaryCTAAction(); },
-                  Text(viewModel_->getPrimaryCTAButtonTitle()).padding())
+                  Text(viewModel_->getPrimaryCTAButtonTitle()).padding(Edge::horizontal))
         .foregroundColor(viewModel_->ctaTextColor())
         .font(viewModel_->ctaFont())
         .frame({.minHeight = primaryCtaButtonHeight_, .maxWidth = infinity})

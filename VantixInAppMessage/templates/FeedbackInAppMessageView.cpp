@@ -8,6 +8,12 @@ namespace {
 
 View optionLabel(const std::string& option) { return Text(option); }
 
+std::vector<std::string> drawnOptions(const InAppMessageViewModel& viewModel) {
+    auto options = viewModel.feedbackOptions();
+    if (options.size() > mostDrawnRows) options.resize(mostDrawnRows);
+    return options;
+}
+
 View radioMark(bool isSelected) {
     View inside = FilledCircle(isSelected ? Color::systemBlue() : Color::white());
     View centre = isSelected ? FilledCircle(Color::white()).frame({.width = 8, .height = 8}) : View();
@@ -73,7 +79,7 @@ View FeedbackInAppMessageView::singleSelectionFeedbackView() const {
     return ButtonGroup<std::string>{
         .multiSelection = selectionFeedbackOptions_,
         .singleSelection = selectedFeedback_,
-        .tags = viewModel_->feedbackOptions(),
+        .tags = drawnOptions(*viewModel_),
         .type = ButtonType::radio,
         .button = [](const std::string&, bool isSelected) { return radioMark(isSelected); },
         .label = optionLabel,
@@ -85,7 +91,7 @@ View FeedbackInAppMessageView::multipleSelectionFeedbackView() const {
     return ButtonGroup<std::string>{
         .multiSelection = selectionFeedbackOptions_,
         .singleSelection = selectedFeedback_,
-        .tags = viewModel_->feedbackOptions(),
+        .tags = drawnOptions(*viewModel_),
         .type = ButtonType::checkMark,
         .button = [](const std::string&, bool isSelected) { return checkMark(isSelected); },
         .label = optionLabel,

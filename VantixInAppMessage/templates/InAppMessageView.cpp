@@ -1,5 +1,6 @@
 #include "VantixInAppMessage/templates/InAppMessageView.h"
 
+#include "Platform/UTF8.h"
 #include "VantixInAppMessage/templates/AppStoreRatingsInAppMessageView.h"
 #include "VantixInAppMessage/templates/FeedbackInAppMessageView.h"
 #include "VantixInAppMessage/templates/FooterInAppView.h"
@@ -16,6 +17,12 @@ namespace {
 template <typename Template>
 std::function<View()> bodyOf(const ViewModel& viewModel) {
     return [kept = std::make_shared<Template>(viewModel)] { return kept->body(); };
+}
+
+/// That of the language the message is written in.
+LayoutDirection layoutDirection(const InAppMessageViewModel& viewModel) {
+    bool fromTheRight = isRightToLeft(viewModel.getTitle() + " " + viewModel.getMessage());
+    return fromTheRight ? LayoutDirection::rightToLeft : LayoutDirection::leftToRight;
 }
 
 std::function<View()> nothing() {
@@ -51,6 +58,8 @@ InAppMessageView::InAppMessageView(const VantixInAppMessagePayload& inAppMessage
     : viewModel_(std::make_shared<InAppMessageViewModel>(inAppMessage, std::move(displayManager))),
       template_(templateFor(viewModel_)) {}
 
-View InAppMessageView::body() const { return VStack(HorizontalAlignment::leading, {template_()}); }
+View InAppMessageView::body() const {
+    return VStack(HorizontalAlignment::leading, {template_()}).layoutDirection(layoutDirection(*viewModel_));
+}
 
 }  // namespace vantix

@@ -2,6 +2,8 @@
 
 #include "Platform/FatalError.h"
 
+#include <algorithm>
+
 namespace vantix {
 
 namespace {
@@ -53,7 +55,7 @@ View compactButton(const std::string& title, std::optional<Color> textColor, con
 std::vector<View> ctaButtons(const ViewModel& viewModel, double cornerRadius,
                              const std::function<void(const InAppCTA&)>& action) {
     std::vector<View> buttons;
-    for (int index = 0; index < viewModel->numberOfCTAs(); ++index) {
+    for (int index = 0; index < std::min(viewModel->numberOfCTAs(), mostDrawnRows); ++index) {
         auto cta = viewModel->getCTA(index);
         if (!cta || !cta->actionText) {
             fatalError("Unexpectedly found nil while implicitly unwrapping an Optional value");
@@ -76,11 +78,10 @@ View popupCard(const ViewModel& viewModel, double cornerRadius, std::function<st
         View card = VStack(rows())
                         .background(viewModel->layoutBackgroundColor())
                         .cornerRadius(cornerRadius)
-                        .element(Role::card)
-                        .padding();
+                        .element(Role::card);
         if (onTap) card = card.onTapGesture(onTap);
-        card = card.overlay(Alignment::topTrailing(),
-                            closeRow(close).padding(Edge::trailing | Edge::top, closeRowPadding));
+        card = card.padding().overlay(Alignment::topTrailing(),
+                                      closeRow(close).padding(Edge::trailing | Edge::top, closeRowPadding));
 
         return ScrollView(card.frame({.width = area.size.width, .minHeight = area.size.height}))
             .frame({.width = area.size.width, .height = area.size.height});

@@ -16,6 +16,9 @@ using ViewModel = std::shared_ptr<InAppMessageViewModel>;
 
 /// Blocks that several templates draw alike.
 
+/// As many buttons, or options, of a message are drawn; more would hold up the main thread and serve nobody.
+inline constexpr int mostDrawnRows = 200;
+
 /// A text with its colour and font, its lines centred, over the full width, on a background of its own.
 View centredText(const std::string& text, std::optional<Color> color, const Font& font,
                  std::optional<Color> background);
