@@ -15,6 +15,7 @@ public:
         : WrapperElement(std::move(label)), action_(std::move(action)), role_(role) {}
 
     const ButtonElement* asButton() const override { return this; }
+    const SemanticElement* touchedElement() const override { return nullptr; }
     const Element* wrapped() const override { return nullptr; }
     Rect touchArea(const Rect& frame, const Environment&) const override { return frame; }
 

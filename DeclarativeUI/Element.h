@@ -14,6 +14,9 @@ class SemanticElement;
 
 enum class Axis { horizontal, vertical };
 
+/// A length with which layout can count: no longer than any screen, 0 for what is no number.
+double bounded(double length);
+
 /// What an ancestor offers; an absent length leaves that axis open.
 struct Proposal {
     std::optional<double> width;
@@ -47,15 +50,18 @@ public:
     virtual void place(const Rect& frame, const Proposal& proposal, const Environment& environment,
                        LayoutPass& pass) const = 0;
 
+    /// Whether a stack serves the element after all others, with what they left.
+    virtual bool takesWhatIsLeft() const { return false; }
     /// The part of the element's frame that a touch means: without its outer padding.
     virtual Rect touchArea(const Rect& frame, const Environment&) const { return frame; }
+    /// The element that a touch there meets; null when this view alone makes none.
+    virtual const SemanticElement* touchedElement() const { return nullptr; }
     /// The element that this one wraps without changing what it is; null for content and for paddings.
     virtual const Element* wrapped() const { return nullptr; }
     /// What this layer alone contributes to the element it belongs to.
     virtual void describe(AccessibleElement&) const {}
 
     virtual const ButtonElement* asButton() const { return nullptr; }
-    virtual const SemanticElement* asSemantic() const { return nullptr; }
 };
 
 /// An element around one other, for layers that change neither its size nor its place.
@@ -69,6 +75,7 @@ public:
     Rect touchArea(const Rect& frame, const Environment& environment) const override {
         return content_.element()->touchArea(frame, environment);
     }
+    const SemanticElement* touchedElement() const override { return content_.element()->touchedElement(); }
     const Element* wrapped() const override { return content_.element().get(); }
 
 protected:

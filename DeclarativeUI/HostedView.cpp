@@ -1,6 +1,7 @@
 #include "DeclarativeUI/HostedView.h"
 
 #include "DeclarativeUI/LayoutPass.h"
+#include "DeclarativeUI/Placement.h"
 #include "DeclarativeUI/Semantics.h"
 
 #include <algorithm>
@@ -134,27 +135,44 @@ HostedView::TapResult HostedView::hitTest(Point point) const {
 }
 
 HostedView::TapResult HostedView::hitTest(const AccessibleElement& element) {
-    scrollIntoView(element.frame);
-    const auto& elements = implementation_->settled.elements;
-    auto aimed = std::find_if(elements.begin(), elements.end(), [&](const AccessibleElement& candidate) {
-        return candidate.role == element.role && candidate.index == element.index;
-    });
-    if (aimed == elements.end()) return {};
-    return isContainer(aimed->role) ? hitBesideControls(*aimed) : hitTest(aimed->frame.center());
+    const AccessibleElement* aimed = find(element);
+    if (!aimed) return {};
+    scrollIntoView(aimed->frame);
+    if (!isContainer(element.role)) return hitTest(find(element)->frame.center());
+
+    auto met = hitBesideControls(element);
+    if (!met.action) scroll(-infinity);
+    for (bool moves = true; !met.action && moves; moves = scrollByPage()) met = hitBesideControls(element);
+    return met;
 }
 
-HostedView::TapResult HostedView::hitBesideControls(const AccessibleElement& container) const {
-    constexpr int steps = 16;
-    const Rect& frame = container.frame;
-    for (int row = 1; row < steps; ++row) {
-        for (int column = 1; column < steps; ++column) {
-            Point point{frame.minX() + frame.size.width * column / steps,
-                        frame.minY() + frame.size.height * row / steps};
-            auto met = hitTest(point);
-            if (met.element && met.element->role == container.role && met.element->index == container.index) return met;
+const AccessibleElement* HostedView::find(const AccessibleElement& element) const {
+    const auto& elements = implementation_->settled.elements;
+    auto found = std::find_if(elements.begin(), elements.end(), [&](const AccessibleElement& candidate) {
+        return candidate.role == element.role && candidate.index == element.index;
+    });
+    return found == elements.end() ? nullptr : &*found;
+}
+
+HostedView::TapResult HostedView::hitBesideControls(const AccessibleElement& element) const {
+    constexpr int steps = 32;
+    constexpr double border = 1;
+    Rect frame = intersection(find(element)->frame, implementation_->settled.viewport);
+    frame = frame.inset({border, border, border, border});
+    for (int row = 0; row <= steps; ++row) {
+        for (int column = 0; column <= steps; ++column) {
+            auto met = hitTest(Point{frame.minX() + frame.size.width * column / steps,
+                                     frame.minY() + frame.size.height * row / steps});
+            if (met.element && met.element->role == element.role && met.element->index == element.index) return met;
         }
     }
     return {};
+}
+
+bool HostedView::scrollByPage() {
+    double before = implementation_->scrollOffset;
+    scroll(implementation_->settled.viewport.size.height);
+    return implementation_->scrollOffset > before;
 }
 
 void HostedView::scrollIntoView(const Rect& frame) {
@@ -166,7 +184,7 @@ void HostedView::scrollIntoView(const Rect& frame) {
 
 void HostedView::scroll(double points) {
     auto& all = *implementation_;
-    double offset = std::clamp(all.scrollOffset + points, 0.0, all.settled.scrollRange);
+    double offset = std::clamp(all.scrollOffset + bounded(points), 0.0, all.settled.scrollRange);
     if (offset == all.scrollOffset || !all.measurer) return;
     all.scrollOffset = offset;
     layOut();

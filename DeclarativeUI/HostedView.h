@@ -60,8 +60,8 @@ public:
     };
     /// Finds what a tap at this point meets; changes nothing.
     TapResult hitTest(Point point) const;
-    /// Finds what a tap on this element meets: scrolls it into view and aims at its middle, or, for a card or row, at a
-    /// point of it that no control covers.
+    /// Finds what a tap on this element, known by its role and index, meets: scrolls it into view and aims at its
+    /// middle, or, for a card or row, at a point of it that no control covers.
     TapResult hitTest(const AccessibleElement& element);
 
     /// Moves the scrolled content; positive values show what lies further down. Bounded by the content.
@@ -76,8 +76,13 @@ public:
 private:
     void askForDisplay();
     void layOut();
+    /// Where the element stands now; null when it is gone.
+    const AccessibleElement* find(const AccessibleElement& element) const;
     void scrollIntoView(const Rect& frame);
-    TapResult hitBesideControls(const AccessibleElement& container) const;
+    /// Whether there was anything left to scroll.
+    bool scrollByPage();
+    /// A tap on what is in view of the element, at a point that no control covers.
+    TapResult hitBesideControls(const AccessibleElement& element) const;
 
     struct Implementation;
     std::unique_ptr<Implementation> implementation_;

@@ -1,6 +1,7 @@
 #include "DeclarativeUI/LayoutPass.h"
 
 #include "DeclarativeUI/Button.h"
+#include "DeclarativeUI/Placement.h"
 #include "DeclarativeUI/Semantics.h"
 
 #include <algorithm>
@@ -15,8 +16,6 @@ constexpr double longestLength = 1e7;
 constexpr double smallestFont = 1;
 constexpr double largestFont = 1e4;
 
-double sane(double length) { return std::isnan(length) ? 0 : std::clamp(length, 0.0, longestLength); }
-
 /// Spreads the bits: keys are pointers and lengths, which differ in few of them.
 std::size_t mix(std::size_t seed, std::size_t hash) {
     std::size_t mixed = (seed ^ hash) * 0x9e3779b97f4a7c15ULL;
@@ -25,13 +24,6 @@ std::size_t mix(std::size_t seed, std::size_t hash) {
 
 std::size_t hashLength(const std::optional<double>& length) {
     return length ? std::hash<double>{}(*length) : 0x9e3779b9;
-}
-
-Rect intersection(const Rect& a, const Rect& b) {
-    double left = std::max(a.minX(), b.minX());
-    double top = std::max(a.minY(), b.minY());
-    return {{left, top},
-            {std::max(0.0, std::min(a.maxX(), b.maxX()) - left), std::max(0.0, std::min(a.maxY(), b.maxY()) - top)}};
 }
 
 std::string spoken(const AccessibleElement& element) {
@@ -43,6 +35,8 @@ std::string spoken(const AccessibleElement& element) {
 }
 
 }  // namespace
+
+double bounded(double length) { return std::isnan(length) ? 0 : std::clamp(length, -longestLength, longestLength); }
 
 std::size_t LayoutMemory::MeasureKeyHash::operator()(const MeasureKey& key) const {
     auto hash = mix(std::hash<const void*>{}(key.element), std::hash<const void*>{}(key.environment));
@@ -61,6 +55,7 @@ LayoutPass::LayoutPass(LayoutMemory& memory, const TextMeasurer& measurer, const
 SettledLayout LayoutPass::run(const View& root) {
     static const Environment outermost;
     clips_ = {{window(), 0, window()}};
+    settled_.viewport = window();
     auto offered = Proposal::of(safeArea().size);
     auto size = measure(root, offered, outermost);
     auto center = safeArea().center();
@@ -82,7 +77,7 @@ Size LayoutPass::measure(const View& view, const Proposal& proposal, const Envir
     LayoutMemory::MeasureKey key{view.element().get(), &environment, proposal};
     if (auto known = memory_.sizes.find(key); known != memory_.sizes.end()) return known->second;
     Size size = view.element()->measure(proposal, environment, *this);
-    size = {sane(size.width), sane(size.height)};
+    size = {std::max(0.0, bounded(size.width)), std::max(0.0, bounded(size.height))};
     memory_.sizes.emplace(key, size);
     return size;
 }
@@ -92,24 +87,21 @@ void LayoutPass::place(const View& view, const Rect& frame, const Proposal& prop
     const Element& element = *view.element();
     // The first layer that is met around a button is the outermost one, which decides how far the button reaches.
     const ButtonElement* button = buttonIn(element);
-    if (button && placedButtons_.insert(button).second) {
-        placeControl(element, *button, frame, proposal, environment);
-    } else {
-        element.place(frame, proposal, environment, *this);
-    }
+    if (!button || button == openButton_) return element.place(frame, proposal, environment, *this);
+
+    auto outerButton = std::exchange(openButton_, button);
+    placeControl(element, *button, frame, proposal, environment);
+    openButton_ = outerButton;
 }
 
 void LayoutPass::placeControl(const Element& outermost, const ButtonElement& button, const Rect& frame,
                               const Proposal& proposal, const Environment& environment) {
     addTouchRegion(frame, button.action(), outermost);
-    if (semanticIn(outermost) || !button.role()) return outermost.place(frame, proposal, environment, *this);
+    if (outermost.touchedElement() || !button.role()) return outermost.place(frame, proposal, environment, *this);
 
-    int position = static_cast<int>(settled_.elements.size());
-    settled_.elements.push_back(describedElement(outermost, *button.role(), {}, frame));
-    settled_.touchRegions.back().element = position;
-    openElements_.push_back(position);
+    settled_.touchRegions.back().element = open(describedElement(outermost, *button.role(), {}, frame), nullptr);
     outermost.place(frame, proposal, environment, *this);
-    openElements_.pop_back();
+    endElement();
 }
 
 const Environment& LayoutPass::derive(const Element& modifier, const Environment& outer,
@@ -125,13 +117,17 @@ const Environment& LayoutPass::derive(const Element& modifier, const Environment
 
 Font LayoutPass::drawnFont(const Font& font) const {
     Font drawn = font;
-    drawn.size = std::clamp(font.size * traits_.textScale, smallestFont, largestFont);
+    double size = font.size * traits_.textScale;
+    drawn.size = size > smallestFont ? std::min(size, largestFont) : smallestFont;
     return drawn;
 }
 
-TextLayout LayoutPass::layOut(const std::string& text, const Font& drawnFont, double width) const {
-    // Half a pixel of grace: a text that is placed into the width that it measured breaks as it did then.
-    return measurer_.layOut(text, drawnFont, width + pixel() / 2);
+const TextLayout& LayoutPass::layOut(const Element& element, const std::string& text, const Environment& environment,
+                                     const Proposal& proposal) {
+    double width = proposal.width.value_or(infinity);
+    auto [known, isNew] = memory_.texts.try_emplace({&element, &environment, {width, {}}});
+    if (isNew) known->second = measurer_.layOut(text, drawnFont(environment.font), width);
+    return known->second;
 }
 
 double LayoutPass::roundUpToPixel(double length) const {
@@ -172,32 +168,41 @@ void LayoutPass::setScrollRange(const Rect& viewport, double range) {
     settled_.scrollRange = range;
 }
 
-void LayoutPass::addTouchRegion(const Rect& area, std::function<void()> action, const Element& owner) {
-    settled_.touchRegions.push_back({intersection(area, clips_.back().visible), std::move(action), semanticIn(owner)});
+void LayoutPass::addTouchRegion(const Rect& area, std::function<void()> action, const Element& view) {
+    TouchRegion region{intersection(area, clips_.back().visible), std::move(action), view.touchedElement()};
+    if (!region.owner && !openElements_.empty()) {
+        const OpenElement& enclosing = openElements_.back();
+        if (enclosing.semantic && isLayerOf(*enclosing.semantic, view)) region.element = enclosing.position;
+    }
+    settled_.touchRegions.push_back(std::move(region));
 }
 
 void LayoutPass::beginElement(const SemanticElement& semantic, AccessibleElement element) {
-    int position = static_cast<int>(settled_.elements.size());
+    if (element.role == Role::card) settled_.cards.push_back(intersection(element.frame, clips_.back().visible));
+    int position = open(std::move(element), &semantic);
     // The touches that mean this element were claimed by the layers right outside it.
     auto& regions = settled_.touchRegions;
-    for (auto region = regions.rbegin(); region != regions.rend() && region->owner == &semantic; ++region) {
+    for (auto region = regions.rbegin(); region != regions.rend(); ++region) {
+        if (region->owner != &semantic || region->element >= 0) break;
         region->element = position;
     }
-    if (element.role == Role::card) settled_.cards.push_back(element.frame);
-    settled_.elements.push_back(std::move(element));
-    openElements_.push_back(position);
 }
 
-void LayoutPass::endElement() { openElements_.pop_back(); }
+int LayoutPass::open(AccessibleElement element, const SemanticElement* semantic) {
+    int position = static_cast<int>(settled_.elements.size());
+    openElements_.push_back({position, semantic, element.label.empty()});
+    settled_.elements.push_back(std::move(element));
+    return position;
+}
 
 void LayoutPass::show(const AccessibleElement& shown) {
     AccessibleElement* enclosing =
-        openElements_.empty() ? nullptr : &settled_.elements[static_cast<std::size_t>(openElements_.back())];
+        openElements_.empty() ? nullptr : &settled_.elements[static_cast<std::size_t>(openElements_.back().position)];
     if (!enclosing || isContainer(enclosing->role)) {
         if (shown.role == Role::text) settled_.elements.push_back(shown);
         return;
     }
-    if (!shown.label.empty() && enclosing->role != Role::star && enclosing->role != Role::close) {
+    if (!shown.label.empty() && openElements_.back().collectsTexts) {
         enclosing->label += (enclosing->label.empty() ? "" : " ") + shown.label;
     }
     if (!enclosing->textColor) enclosing->textColor = shown.textColor;

@@ -9,7 +9,6 @@
 #include <functional>
 #include <map>
 #include <memory>
-#include <set>
 #include <string>
 #include <unordered_map>
 #include <utility>
@@ -31,6 +30,8 @@ struct LayoutMemory {
     };
 
     std::unordered_map<MeasureKey, Size, MeasureKeyHash> sizes;
+    /// For these the height of the proposal is open.
+    std::unordered_map<MeasureKey, TextLayout, MeasureKeyHash> texts;
     std::map<std::pair<const Element*, const Environment*>, std::unique_ptr<const Environment>> environments;
     std::map<std::pair<const Element*, std::pair<double, double>>, View> geometryContents;
 };
@@ -39,9 +40,9 @@ struct LayoutMemory {
 struct TouchRegion {
     Rect area;
     std::function<void()> action;
-    /// What makes it an element; null when nothing does.
+    /// What will make it an element; null when nothing does.
     const SemanticElement* owner = nullptr;
-    /// The position of that element among the settled ones; -1 when it belongs to none.
+    /// The position of its element among the settled ones; -1 when it belongs to none.
     int element = -1;
 };
 
@@ -51,9 +52,10 @@ struct SettledLayout {
     std::vector<AccessibleElement> elements;
     /// In painting order.
     std::vector<TouchRegion> touchRegions;
+    /// Their visible parts.
     std::vector<Rect> cards;
     bool passesTouchesOutsideCard = false;
-    /// Of the scrolling area: where it is and how far its content can move.
+    /// Where the scrolling area is, the window when there is none, and how far its content can move.
     Rect viewport;
     double scrollRange = 0;
     std::vector<std::function<void()>> afterLayout;
@@ -78,7 +80,9 @@ public:
     const SceneTraits& traits() const { return traits_; }
     /// The font as it is drawn here.
     Font drawnFont(const Font& font) const;
-    TextLayout layOut(const std::string& text, const Font& drawnFont, double width) const;
+    /// The text of an element, broken for the width that is proposed to it.
+    const TextLayout& layOut(const Element& element, const std::string& text, const Environment& environment,
+                             const Proposal& proposal);
     double pixel() const { return 1 / traits_.scale; }
     double roundUpToPixel(double length) const;
     Rect safeArea() const;
@@ -97,14 +101,16 @@ public:
     void popClip();
     void setScrollRange(const Rect& viewport, double range);
     void passTouchesOutsideCard() { settled_.passesTouchesOutsideCard = true; }
-    void addTouchRegion(const Rect& area, std::function<void()> action, const Element& owner);
+    /// Touches there mean the element that the view is.
+    void addTouchRegion(const Rect& area, std::function<void()> action, const Element& view);
     void beginElement(const SemanticElement& semantic, AccessibleElement element);
-    void endElement();
+    void endElement() { openElements_.pop_back(); }
     /// Adds what a text or picture shows to the element that it stands in, or makes it an element of its own.
     void show(const AccessibleElement& shown);
     void tellSizeAfterLayout(const std::string& key, Size size, const std::function<void(Size)>& action);
 
 private:
+    int open(AccessibleElement element, const SemanticElement* semantic);
     void placeControl(const Element& outermost, const ButtonElement& button, const Rect& frame,
                       const Proposal& proposal, const Environment& environment);
 
@@ -122,9 +128,17 @@ private:
         Rect visible;
     };
     std::vector<Clip> clips_;
-    /// Positions of the elements that are being placed, from the outermost.
-    std::vector<int> openElements_;
-    std::set<const ButtonElement*> placedButtons_;
+    struct OpenElement {
+        int position = 0;
+        /// What makes it an element; null for a button that is one by itself.
+        const SemanticElement* semantic = nullptr;
+        /// Whether the texts inside make up its label.
+        bool collectsTexts = true;
+    };
+    /// The elements that are being placed, from the outermost.
+    std::vector<OpenElement> openElements_;
+    /// The button whose layers are being placed.
+    const ButtonElement* openButton_ = nullptr;
 };
 
 }  // namespace vantix

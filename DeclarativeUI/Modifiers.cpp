@@ -73,6 +73,8 @@ public:
         placeAligned(content(), frame, inner(proposal), spec_.alignment, environment, pass);
     }
 
+    Rect touchArea(const Rect& frame, const Environment&) const override { return frame; }
+
 private:
     Proposal inner(const Proposal& proposal) const {
         return {offer(spec_.width, {}, spec_.maxWidth, proposal.width),
@@ -107,6 +109,7 @@ public:
         WrapperElement::place(frame, proposal, environment, pass);
     }
 
+    Rect touchArea(const Rect& frame, const Environment&) const override { return frame; }
     void describe(AccessibleElement& element) const override {
         if (isPainted() && !element.background) element.background = color_;
     }
@@ -146,6 +149,7 @@ public:
         WrapperElement::place(frame, proposal, environment, pass);
         placeAligned(overlay_, frame, Proposal::of(frame.size), alignment_, environment, pass);
     }
+    Rect touchArea(const Rect& frame, const Environment&) const override { return frame; }
     const Element* wrapped() const override { return nullptr; }
 
 private:
@@ -222,7 +226,7 @@ View inherited(const View& content, std::function<void(Environment&)> change) {
 View View::padding(double amount) const { return padding(Edge::all, amount); }
 
 View View::padding(Edge edges, double amount) const {
-    auto along = [&](Edge edge) { return includes(edges, edge) ? amount : 0; };
+    auto along = [&](Edge edge) { return includes(edges, edge) ? bounded(amount) : 0; };
     EdgeInsets insets{along(Edge::top), along(Edge::leading), along(Edge::bottom), along(Edge::trailing)};
     return modified<PaddingElement>(*this, insets, true);
 }

@@ -5,6 +5,8 @@
 
 namespace vantix {
 
+Rect intersection(const Rect& a, const Rect& b);
+
 /// Where `length` begins in a room of that length, for the three alignments.
 double leadingOffset(HorizontalAlignment alignment, double room, double length, const Environment& environment);
 double topOffset(VerticalAlignment alignment, double room, double length);

@@ -49,11 +49,10 @@ const ButtonElement* buttonIn(const Element& outermost) {
     return nullptr;
 }
 
-const SemanticElement* semanticIn(const Element& outermost) {
-    for (const Element* layer = &outermost; layer; layer = layer->wrapped()) {
-        if (auto semantic = layer->asSemantic()) return semantic;
-    }
-    return nullptr;
+bool isLayerOf(const Element& outermost, const Element& layer) {
+    const Element* at = &outermost;
+    while (at && at != &layer) at = at->wrapped();
+    return at != nullptr;
 }
 
 AccessibleElement describedElement(const Element& outermost, Role role, const std::optional<std::string>& label,

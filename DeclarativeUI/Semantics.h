@@ -14,7 +14,7 @@ public:
 
     void place(const Rect& frame, const Proposal& proposal, const Environment& environment,
                LayoutPass& pass) const override;
-    const SemanticElement* asSemantic() const override { return this; }
+    const SemanticElement* touchedElement() const override { return this; }
 
     Role role() const { return role_; }
 
@@ -27,9 +27,10 @@ private:
 AccessibleElement describedElement(const Element& outermost, Role role, const std::optional<std::string>& label,
                                    const Rect& frame);
 
-/// The layer of that kind on the way from the outermost layer to the content; null when there is none.
+/// The button on the way from the outermost layer to the content; null when there is none.
 const ButtonElement* buttonIn(const Element& outermost);
-const SemanticElement* semanticIn(const Element& outermost);
+/// Whether the layer lies on that way.
+bool isLayerOf(const Element& outermost, const Element& layer);
 
 /// Whether elements of this role hold others, and are no text or picture themselves.
 bool isContainer(Role role);

@@ -18,7 +18,9 @@ Size allThatIsOffered(const Proposal& proposal) {
 
 class SpacerElement final : public Element {
 public:
-    explicit SpacerElement(double minLength) : minLength_(minLength) {}
+    explicit SpacerElement(double minLength) : minLength_(bounded(minLength)) {}
+
+    bool takesWhatIsLeft() const override { return true; }
 
     Size measure(const Proposal& proposal, const Environment& environment, LayoutPass&) const override {
         auto stretched = [this](const std::optional<double>& offered) {

@@ -14,12 +14,15 @@ std::vector<View> withoutEmptyOnes(std::vector<View> views) {
     return views;
 }
 
-/// Lays its children out one after the other along its axis. The least flexible child chooses its length first; each is
-/// offered an equal share of what is left.
+/// Lays its children out one after the other along its axis. The least flexible child chooses its length first, spacers
+/// last; each is offered an equal share of what is left.
 class StackElement final : public Element {
 public:
     StackElement(Axis axis, Alignment alignment, double spacing, std::vector<View> children)
-        : axis_(axis), alignment_(alignment), spacing_(spacing), children_(withoutEmptyOnes(std::move(children))) {}
+        : axis_(axis),
+          alignment_(alignment),
+          spacing_(bounded(spacing)),
+          children_(withoutEmptyOnes(std::move(children))) {}
 
     Size measure(const Proposal& proposal, const Environment& environment, LayoutPass& pass) const override {
         double length = gaps();
@@ -84,12 +87,22 @@ private:
             for (std::size_t child = 0; child < children_.size(); ++child) offerTo(child, proposal);
             return result;
         }
-        double rest = std::max(0.0, *length - gaps());
-        auto waiting = children_.size();
-        for (std::size_t child : leastFlexibleFirst(proposal, environment, pass)) {
-            offerTo(child, offer(rest / static_cast<double>(waiting--), proposal));
-            rest = std::max(0.0, rest - along(result[child].size));
-        }
+        auto order = leastFlexibleFirst(proposal, environment, pass);
+        auto firstSpacer = std::stable_partition(order.begin(), order.end(), [this](std::size_t child) {
+            return !children_[child].element()->takesWhatIsLeft();
+        });
+        auto serve = [&](auto first, auto last, double room) {
+            for (auto child = first; child != last; ++child) {
+                offerTo(*child, offer(room / static_cast<double>(last - child), proposal));
+                room = std::max(0.0, room - along(result[*child].size));
+            }
+            return room;
+        };
+        double kept = std::accumulate(firstSpacer, order.end(), 0.0, [&](double sum, std::size_t spacer) {
+            return sum + along(pass.measure(children_[spacer], offer(0.0, proposal), environment));
+        });
+        double left = serve(order.begin(), firstSpacer, std::max(0.0, *length - gaps() - kept));
+        serve(firstSpacer, order.end(), left + kept);
         return result;
     }
 

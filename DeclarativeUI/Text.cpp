@@ -25,26 +25,26 @@ public:
     explicit TextElement(std::string text) : text_(std::move(text)) {}
 
     Size measure(const Proposal& proposal, const Environment& environment, LayoutPass& pass) const override {
-        auto layout = pass.layOut(text_, pass.drawnFont(environment.font), proposal.width.value_or(infinity));
+        const TextLayout& layout = pass.layOut(*this, text_, environment, proposal);
         // A letter may be wider than what is offered; it does not widen what stands around it.
         double width = std::min(layout.size.width, proposal.width.value_or(infinity));
         return {pass.roundUpToPixel(width), pass.roundUpToPixel(layout.size.height)};
     }
 
-    void place(const Rect& frame, const Proposal&, const Environment& environment, LayoutPass& pass) const override {
+    void place(const Rect& frame, const Proposal& proposal, const Environment& environment,
+               LayoutPass& pass) const override {
         Font font = pass.drawnFont(environment.font);
         Color color = environment.foregroundColor.value_or(Color::black());
         pass.show({.role = Role::text, .label = text_, .frame = frame, .textColor = color, .font = font});
 
-        auto layout = pass.layOut(text_, font, frame.size.width);
+        const TextLayout& layout = pass.layOut(*this, text_, environment, proposal);
         double top = frame.minY();
-        for (TextLine& line : layout.lines) {
+        for (const TextLine& line : layout.lines) {
             Rect lineFrame{{frame.minX(), top}, {frame.size.width, layout.lineHeight}};
             top += layout.lineHeight;
             if (line.text.empty() || !pass.isVisible(lineFrame)) continue;
             double left = frame.minX() + offset(frame.size.width - line.width, environment);
-            pass.draw(DrawText{
-                {left, lineFrame.minY() + layout.ascent}, std::move(line.text), font, color, layout.rightToLeft});
+            pass.draw(DrawText{{left, lineFrame.minY() + layout.ascent}, line.text, font, color, layout.rightToLeft});
         }
     }
 

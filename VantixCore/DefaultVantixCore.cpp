@@ -1,14 +1,11 @@
 #include "VantixCore/DefaultVantixCore.h"
 
+#include "VantixCore/ReportSender.h"
 #include "VantixCore/Vantix.h"
 
 namespace vantix {
 
 namespace {
-
-void report(const char* kind, std::string_view name, const Dictionary& attributes) {
-    if (const auto& onReport = Vantix::host().onReport) onReport(kind, name, attributes);
-}
 
 void followDeepLink(const std::string& link) {
     if (const auto& handleDeepLink = Vantix::host().handleDeepLink) handleDeepLink(link);
@@ -16,10 +13,15 @@ void followDeepLink(const std::string& link) {
 
 }  // namespace
 
+DefaultVantixCore::DefaultVantixCore(std::shared_ptr<ConfigurationGenerator> configuration)
+    : reports_(ReportSender::shared()) {
+    if (reports_) reports_->use(std::move(configuration));
+}
+
 void DefaultVantixCore::reportDLREvent(VantixDLREvents dlrEventType, const Dictionary& customAttributes,
                                        std::function<void(bool)> completion) {
-    report("delivery", rawValue(dlrEventType), customAttributes);
-    if (completion) completion(true);
+    bool isKept = report("delivery", rawValue(dlrEventType), customAttributes);
+    if (completion) completion(isKept);
 }
 
 void DefaultVantixCore::reportBehavioralEvent(std::string_view name, const Dictionary& customAttributes) {
@@ -36,6 +38,14 @@ void DefaultVantixCore::performCTAAction(const CTA& cta, const Dictionary& notif
 void DefaultVantixCore::openExternal(const std::string& url) {
     if (url.empty()) return;
     if (const auto& openURL = Vantix::host().openURL) openURL(url);
+}
+
+/// The host is told of nothing that could still be lost.
+bool DefaultVantixCore::report(const char* kind, std::string_view name, const Dictionary& attributes) {
+    bool isKept = reports_ && reports_->keep(kind, name, attributes);
+    if (const auto& onReport = Vantix::host().onReport) onReport(kind, name, attributes);
+    if (reports_) reports_->send();
+    return isKept;
 }
 
 }  // namespace vantix

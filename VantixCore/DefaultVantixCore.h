@@ -4,15 +4,25 @@
 
 namespace vantix {
 
-/// Hands reports and calls to action to the installed host, on the calling thread.
+class ReportSender;
+
+/// Keeps reports until the back end has them, and tells the installed host of them; hands it the calls to action. All
+/// on the calling thread, except for the sending.
 class DefaultVantixCore final : public VantixCore {
 public:
+    explicit DefaultVantixCore(std::shared_ptr<ConfigurationGenerator> configuration);
+
     void reportDLREvent(VantixDLREvents dlrEventType, const Dictionary& customAttributes,
                         std::function<void(bool)> completion) override;
     void reportBehavioralEvent(std::string_view name, const Dictionary& customAttributes) override;
 
     void performCTAAction(const CTA& cta, const Dictionary& notificationPayload) override;
     void openExternal(const std::string& url) override;
+
+private:
+    bool report(const char* kind, std::string_view name, const Dictionary& attributes);
+
+    std::shared_ptr<ReportSender> reports_;
 };
 
 }  // namespace vantix

@@ -38,16 +38,18 @@ std::optional<VantixError> objectionTo(const HTTPRequest& from, const std::strin
     auto refused = [](const std::string& why) { return VantixError(VantixError::Kind::refused, 0, why); };
     if (redirectsLeft == 0) return refused("More than " + std::to_string(NetworkPolicy::mostRedirects) + " redirects");
     auto url = URL::parse(to);
-    if (!url || !url->isWebAddress()) return refused("A redirect leads to an address that cannot be fetched: " + to);
+    if (!url || !url->isWebAddress()) return refused("A redirect leads to an address that cannot be fetched");
     if (url->scheme() == "http" && schemeOf(from.url) == "https") {
-        return refused("A redirect leads from https to http: " + to);
+        return refused("A redirect leads from https to http");
     }
     return {};
 }
 
+/// Only "See Other" turns a call into a GET: a call that lost what it had to say on its way to a new address would take
+/// the answer for a receipt.
 HTTPRequest redirected(HTTPRequest request, const HTTPResponse& response) {
-    bool losesMethod = response.status == 303 || (response.status <= 302 && request.method == "POST");
-    if (losesMethod && request.method != "GET") {
+    constexpr int seeOther = 303;
+    if (response.status == seeOther && request.method != "GET") {
         request.method = "GET";
         request.body.reset();
         request.headers.erase("Content-Type");

@@ -196,8 +196,11 @@ private:
         curl_easy_getinfo(easy_.get(), CURLINFO_REDIRECT_URL, &redirectURL);
         curl_off_t microseconds = 0;
         curl_easy_getinfo(easy_.get(), CURLINFO_TOTAL_TIME_T, &microseconds);
+        curl_off_t retryAfter = 0;
+        curl_easy_getinfo(easy_.get(), CURLINFO_RETRY_AFTER, &retryAfter);
+        constexpr curl_off_t year = 365 * 24 * 60 * 60;
         return {static_cast<int>(status), std::move(body_), redirectURL ? redirectURL : "",
-                std::chrono::microseconds(microseconds)};
+                std::chrono::microseconds(microseconds), std::chrono::seconds(std::min(retryAfter, year))};
     }
 
     HTTPRequest request_;

@@ -39,6 +39,8 @@ struct HTTPResponse {
     /// Where a redirect leads, as an absolute URL; empty when the answer is none.
     std::string redirectURL;
     Duration elapsed = {};
+    /// How long the server asks to be left alone (Retry-After); zero when it does not.
+    Duration retryAfter = {};
 };
 
 /// Exchanges requests for answers, and nothing more: no redirects, no cookies, no retries. Connections are kept alive

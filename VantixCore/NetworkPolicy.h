@@ -6,7 +6,7 @@
 
 namespace vantix {
 
-/// What the network is allowed to cost. Nothing is ever sent twice by itself: there are no retries.
+/// What the network is allowed to cost. Only reports are ever sent twice by themselves (ReportPolicy).
 namespace NetworkPolicy {
 
 /// The longest body of an answer of the back end, in bytes.

@@ -2,10 +2,9 @@
 
 #include "Platform/DispatchQueue.h"
 #include "VantixCore/BaseRepository.h"
-#include "VantixCore/SQLiteConnection.h"
+#include "VantixCore/SQLiteFile.h"
 
 #include <filesystem>
-#include <functional>
 #include <memory>
 #include <optional>
 
@@ -25,22 +24,14 @@ public:
 
     DispatchQueue& queue() const { return *queue_; }
 
-    /// Runs the operation on the opened file; what it throws becomes the error. A file that proves damaged is set aside
-    /// and the operation runs once more, on a new one. After an error the next call opens the file anew. On the queue
-    /// only.
-    std::optional<Error> perform(const std::function<void(SQLiteConnection&)>& operation);
+    /// See SQLiteFile::perform. On the queue only.
+    std::optional<Error> perform(const SQLiteFile::Operation& operation);
 
 private:
-    void performOrReplace(const std::function<void(SQLiteConnection&)>& operation);
-    SQLiteConnection& opened();
-    void extendToModel(SQLiteConnection& connection) const;
-    void setAside(const char* reason);
-
-    std::filesystem::path file_;
     ObjectModel model_;
     bool infersMapping_;
     std::shared_ptr<DispatchQueue> queue_;
-    std::shared_ptr<SQLiteConnection> connection_;
+    std::shared_ptr<SQLiteFile> file_;
 };
 
 }  // namespace vantix

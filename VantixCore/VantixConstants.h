@@ -20,6 +20,11 @@ inline constexpr const char* messageId = "messageId";
 inline constexpr const char* gateway = "gateway";
 }  // namespace Keys::APIRequestKeys
 
+/// Paths below the base address of the back end.
+namespace API {
+inline constexpr const char* ReportPath = "/mapp/reports";
+}  // namespace API
+
 /// The gateway that every report names.
 inline constexpr const char* fcmGateway = "fcm";
 /// Begins the log lines that tell of a success.

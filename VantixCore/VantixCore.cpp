@@ -10,7 +10,7 @@ std::shared_ptr<VantixCore> VantixCore::generate(std::shared_ptr<ConfigurationGe
                                                  std::optional<Dictionary>, Env, LogLevel consoleLogLevel, LogLevel) {
     if (!configuration) throw VantixError(VantixError::Kind::configuration, 0, "There is no configuration");
     VantixLogger::setConsoleLogLevel(consoleLogLevel);
-    return std::make_shared<DefaultVantixCore>();
+    return std::make_shared<DefaultVantixCore>(std::move(configuration));
 }
 
 std::string VantixDomainFactory::getDomain(std::string_view name) { return "com.vantix." + std::string(name); }

@@ -27,9 +27,12 @@ public:
                                                 LogLevel consoleLogLevel = LogLevel::debug,
                                                 LogLevel remoteLogLevel = LogLevel::none);
 
-    /// The completion, if any, learns whether the report was taken.
+    /// Keeps the report in the data directory, where it waits for the back end, before it returns; so it waits for the
+    /// disk and does not belong on the main thread. The completion, if any, learns whether the report was kept, on the
+    /// calling thread.
     virtual void reportDLREvent(VantixDLREvents dlrEventType, const Dictionary& customAttributes,
                                 std::function<void(bool)> completion = {}) = 0;
+    /// Likewise.
     virtual void reportBehavioralEvent(std::string_view name, const Dictionary& customAttributes) = 0;
 
     /// Follows the call to action of a message: an external one opens its URL, a deep link goes to the host's handler,

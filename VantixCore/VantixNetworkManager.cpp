@@ -84,6 +84,7 @@ std::optional<VantixResponseGenerator> VantixNetworkManager::callAPI(const Vanti
     HTTPResponse response = sendAndWait(makeHTTPRequest(request));
     VantixResponseGenerator answer;
     answer.httpStatus = response.status;
+    answer.retryAfter = response.retryAfter;
     if (!response.body.empty()) answer.rcvdData = std::move(response.body);
     if (response.status >= 400) {
         answer.error = VantixError(VantixError::Kind::server, response.status,

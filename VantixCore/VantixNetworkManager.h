@@ -48,6 +48,8 @@ struct VantixResponseGenerator {
     /// Set for an HTTP status of 400 and above; the data is kept beside it.
     std::optional<VantixError> error;
     int httpStatus = 0;
+    /// How long the back end asks to be left alone; zero when it does not.
+    Duration retryAfter{0};
 };
 
 /// Sends calls to the back end. Usable from any thread but the main one.

@@ -251,9 +251,11 @@ TEST(Core, FollowsACallToActionByItsType) {
 
 TEST(Core, TellsTheHostOfReports) {
     Texts told;
-    Host host({.onReport = [&](const char* kind, std::string_view name, const Dictionary& attributes) {
-        told.push_back(std::string(kind) + " " + std::string(name) + " " + *attributes.text("scope"));
-    }});
+    TemporaryFolder folder;
+    Host host({.dataDirectory = folder.path(),
+               .onReport = [&](const char* kind, std::string_view name, const Dictionary& attributes) {
+                   told.push_back(std::string(kind) + " " + std::string(name) + " " + *attributes.text("scope"));
+               }});
     auto core = makeCore();
     core->reportDLREvent(VantixDLREvents::inAppMessageShown, {{"scope", "a"}},
                          [&](bool taken) { told.push_back(taken ? "taken" : "refused"); });

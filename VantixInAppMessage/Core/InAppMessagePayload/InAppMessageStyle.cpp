@@ -5,9 +5,9 @@
 #include "VantixCore/ColorText.h"
 #include "VantixInAppMessage/Core/InAppMessagePayload/InAppMessagePayloadKeys.h"
 #include "VantixInAppMessage/Core/InAppMessagePayload/NestedJSON.h"
+#include "VantixInAppMessage/Core/InAppMessagePayload/WholeNumber.h"
 
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
@@ -35,14 +35,6 @@ std::optional<TextFontStyle> textFontStyle(std::string_view word) {
         if (rawValue(style) == word) return style;
     }
     return {};
-}
-
-std::optional<std::int64_t> wholeNumber(std::string_view text) {
-    if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
-    std::int64_t number = 0;
-    auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc() || end != text.data() + text.size()) return {};
-    return number;
 }
 
 bool isInstalled(const std::string& fontName) { return Platform::current().fontCatalogue->contains(fontName); }

@@ -4,17 +4,28 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cctype>
 #include <filesystem>
-#include <regex>
+#include <string_view>
 
 using namespace vantix;
 
 namespace {
 
+bool isUUID(std::string_view text) {
+    constexpr std::string_view shape = "XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX";
+    return std::equal(text.begin(), text.end(), shape.begin(), shape.end(), [](char character, char place) {
+        return place == '-' ? character == '-' : std::isxdigit(static_cast<unsigned char>(character)) != 0;
+    });
+}
+
 /// Replaces what differs from run to run by its name.
-std::string withoutChance(const std::string& line) {
-    static const std::regex uuid("[0-9A-F]{8}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{12}");
-    return std::regex_replace(line, uuid, "UUID");
+std::string withoutChance(std::string line) {
+    constexpr std::size_t length = 36;
+    for (std::size_t at = 0; at + length <= line.size(); ++at) {
+        if (isUUID(std::string_view(line).substr(at, length))) line.replace(at, length, "UUID");
+    }
+    return line;
 }
 
 std::vector<std::string> scenarioNames() {

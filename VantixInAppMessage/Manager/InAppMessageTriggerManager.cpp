@@ -1,0 +1,76 @@
+#include "VantixInAppMessage/Manager/InAppMessageTriggerManager.h"
+
+#include "Platform/Dispatcher.h"
+#include "Platform/JSON.h"
+#include "Platform/Platform.h"
+#include "VantixCore/VantixLogger.h"
+#include "VantixInAppMessage/Core/InAppMessagePayload/WholeNumber.h"
+#include "VantixInAppMessage/Manager/InAppRepoHelper.h"
+
+#include <exception>
+#include <string>
+#include <utility>
+
+namespace vantix {
+
+namespace {
+
+constexpr const char* file = "Manager/InAppMessageTriggerManager";
+
+bool isSuccess(const InAppTriggerAPIResponse& response) {
+    auto status = response.status ? wholeNumber(*response.status) : std::nullopt;
+    return status == 200 || status == 201;
+}
+
+}  // namespace
+
+std::shared_ptr<VantixInAppTriggerManager> VantixInAppTriggerManager::create(
+    std::shared_ptr<ConfigurationGenerator> configData) {
+    return std::shared_ptr<VantixInAppTriggerManager>(new VantixInAppTriggerManager(std::move(configData)));
+}
+
+VantixInAppTriggerManager::VantixInAppTriggerManager(std::shared_ptr<ConfigurationGenerator> configData)
+    : configData_(std::move(configData)), triggerAPIRequest_(configData_) {}
+
+void VantixInAppTriggerManager::syncTriggers(const InAppTriggersRequestPayload& payload) {
+    Platform::current().dispatcher->utilityQueue().async(
+        [self = shared_from_this(), payload] { self->callAndProcess(payload); });
+}
+
+void VantixInAppTriggerManager::callAndProcess(const InAppTriggersRequestPayload& payload) {
+    constexpr LogSource source{file, "syncTriggers(withPayload:)"};
+    try {
+        auto response = triggerAPIRequest_.syncTriggers(payload.generateJSON(), configData_->accountID());
+        processReceived(response.value_or(VantixResponseGenerator{}), payload);
+    } catch (const VantixError& error) {
+        VantixLogger::error(std::string("Error: ") + error.what(), source);
+        handleFailure({}, error.code(), error, payload);
+    } catch (const std::exception& error) {
+        VantixLogger::error(std::string("Error: ") + error.what(), source);
+    }
+}
+
+void VantixInAppTriggerManager::processReceived(const VantixResponseGenerator& response,
+                                                const InAppTriggersRequestPayload& requestPayload) {
+    constexpr LogSource source{file, "processReceived(response:requestPayload:)"};
+    if (!response.rcvdData) return VantixLogger::error("Recieved nil data", source);
+
+    auto parsed = parseJSON(*response.rcvdData);
+    if (!parsed) {
+        return VantixLogger::error("Event API Response decoding failed: " + parsed.error().localizedDescription,
+                                   source);
+    }
+    const Dictionary* dictionary = parsed.value().dictionary();
+    if (!dictionary) return;
+
+    auto answer = InAppTriggerAPIResponse::generate(*dictionary);
+    if (!isSuccess(answer)) return handleFailure(answer, 0, response.error, requestPayload);
+    if (!answer.triggers) return;
+    for (const auto& message : *answer.triggers) InAppRepoHelper::shared()->insert(message, {});
+}
+
+/// Nothing on purpose: a sync that failed is neither repeated nor reported.
+void VantixInAppTriggerManager::handleFailure(const std::optional<InAppTriggerAPIResponse>&, int,
+                                              const std::optional<VantixError>&, const InAppTriggersRequestPayload&) {}
+
+}  // namespace vantix

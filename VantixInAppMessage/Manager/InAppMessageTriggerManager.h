@@ -1,0 +1,40 @@
+#pragma once
+
+#include "VantixCore/VantixConfiguration.h"
+#include "VantixCore/VantixError.h"
+#include "VantixCore/VantixNetworkManager.h"
+#include "VantixInAppMessage/API/InAppTriggerAPIResponse.h"
+#include "VantixInAppMessage/API/InAppTriggersRequest.h"
+#include "VantixInAppMessage/API/InAppTriggersRequestPayload.h"
+
+#include <memory>
+#include <optional>
+
+namespace vantix {
+
+/// Fetches the messages that wait for triggers into the store. Shows nothing and leaves the queues alone: they learn of
+/// the messages when they are next rebuilt. Usable from any thread.
+class VantixInAppTriggerManager final : public std::enable_shared_from_this<VantixInAppTriggerManager> {
+public:
+    /// The configuration must not be null. After Platform::install and Vantix::install.
+    static std::shared_ptr<VantixInAppTriggerManager> create(std::shared_ptr<ConfigurationGenerator> configData);
+
+    /// Asks the back end once, in the background, and returns at once. What goes wrong is a log line.
+    void syncTriggers(const InAppTriggersRequestPayload& payload);
+
+    /// Stores every message of a successful answer, as it comes. Of success tells the status within the answer alone,
+    /// the texts "200" and "201".
+    void processReceived(const VantixResponseGenerator& response, const InAppTriggersRequestPayload& requestPayload);
+
+private:
+    explicit VantixInAppTriggerManager(std::shared_ptr<ConfigurationGenerator> configData);
+
+    void callAndProcess(const InAppTriggersRequestPayload& payload);
+    void handleFailure(const std::optional<InAppTriggerAPIResponse>& response, int rcvdHTTPStatusCode,
+                       const std::optional<VantixError>& error, const InAppTriggersRequestPayload& requestPayload);
+
+    std::shared_ptr<ConfigurationGenerator> configData_;
+    InAppTriggersRequest triggerAPIRequest_;
+};
+
+}  // namespace vantix

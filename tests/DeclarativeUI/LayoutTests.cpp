@@ -1,0 +1,186 @@
+#include "tests/DeclarativeUI/Stage.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+using namespace vantix;
+
+namespace {
+
+SceneTraits window(double width, double height) { return {{width, height}, {}, 1, 1}; }
+
+/// One tree at a row of window widths; windows are 100 points high.
+struct Sweep {
+    const char* name;
+    View tree;
+    std::vector<std::pair<double, const char*>> layouts;
+};
+
+void PrintTo(const Sweep& sweep, std::ostream* out) { *out << sweep.name; }
+
+View textMark(const char* text) { return words(text).element(Role::mark); }
+View flexible(const char* name) { return mark(name, {}, 10); }
+
+std::vector<Sweep> sweeps() {
+    constexpr auto leading = HorizontalAlignment::leading;
+    constexpr auto trailing = HorizontalAlignment::trailing;
+    constexpr auto top = VerticalAlignment::top;
+    View fixed = mark("fixed", 40, 10);
+    return {
+        {"RowOfFixedOnes",
+         HStack(top, {mark("a", 30, 10), mark("b", 20, 30)}),
+         {{100, "a 21,35 30x10 | b 59,35 20x30"}, {40, "a -9,35 30x10 | b 29,35 20x30"}}},
+        {"FixedBeforeFlexible",
+         HStack({flexible("flexible"), fixed}),
+         {{200, "flexible 0,45 152x10 | fixed 160,45 40x10"},
+          {60, "flexible 0,45 12x10 | fixed 20,45 40x10"},
+          {40, "flexible -4,45 0x10 | fixed 4,45 40x10"}}},
+        {"FlexibleOnesShareAlike",
+         HStack(top, 0, {flexible("a"), flexible("b"), flexible("c")}),
+         {{90, "a 0,45 30x10 | b 30,45 30x10 | c 60,45 30x10"}, {0, "a 0,45 0x10 | b 0,45 0x10 | c 0,45 0x10"}}},
+        {"ShorterTextLeavesItsRest",
+         HStack(top, {textMark("ab"), textMark("ab cd ef")}),
+         {{200, "ab 46,38 20x24 | ab cd ef 74,38 80x24"},
+          {80, "ab 1,26 20x24 | ab cd ef 29,26 50x48"},
+          {48, "ab 0,14 20x24 | ab cd ef 28,14 20x72"}}},
+        {"TwoTextsStandAsTheyWereMeasured",
+         HStack(top, 0, {textMark("aaaaaaa bbbbbbb"), textMark("dddddddddd eeeeeeeeeee")}).frame({.minHeight = 60}),
+         {{300, "aaaaaaa bbbbbbb 20,26 150x24 | dddddddddd eeeeeeeeeee 170,26 110x48"}}},
+        {"TextBesideSpacerTakesTheRow",
+         HStack({mark("mark", 20, 20), textMark("abcd efgh"), Spacer(10)}),
+         {{200, "mark 0,40 20x20 | abcd efgh 28,38 90x24"},
+          {136, "mark 0,40 20x20 | abcd efgh 28,38 90x24"},
+          {135, "mark 0,40 20x20 | abcd efgh 28,26 40x48"}}},
+        {"SpacersShareWhatIsLeft",
+         HStack(top, 0, {Spacer(), mark("a", 20, 10), Spacer(30), mark("b", 20, 10)}),
+         {{140, "a 50,45 20x10 | b 120,45 20x10"}, {80, "a 10,45 20x10 | b 60,45 20x10"}}},
+        {"EmptyViewsLeaveNoGap",
+         HStack({View(), mark("a", 10, 10), View().padding().background(Color::black()), mark("b", 10, 10), View()}),
+         {{100, "a 36,45 10x10 | b 54,45 10x10"}}},
+        {"ColumnAlignments",
+         VStack(leading, 0, {mark("wide", 60, 10), VStack(trailing, 0, {mark("a", 20, 10), mark("b", 10, 10)})}),
+         {{100, "wide 20,35 60x10 | a 20,45 20x10 | b 30,55 10x10"}}},
+        {"ColumnSharesItsHeight",
+         VStack(leading, 0, {mark("a", 10, 30), mark("rest", 10, {}), Spacer(20)}),
+         {{10, "a 0,0 10x30 | rest 0,30 10x50"}}},
+        {"TextsWrap",
+         VStack(leading, 0, {textMark("ab cd ef"), textMark("abcdefg")}),
+         {{80, "ab cd ef 0,26 80x24 | abcdefg 0,50 70x24"},
+          {70, "ab cd ef 0,14 50x48 | abcdefg 0,62 70x24"},
+          {20, "ab cd ef 0,-34 20x72 | abcdefg 0,38 20x96"}}},
+        {"FullWidthFrameAlignsItsContent",
+         mark("in", 20, 10)
+             .frame({.maxWidth = infinity, .alignment = Alignment::topTrailing()})
+             .element(Role::mark, "out"),
+         {{100, "out 0,45 100x10 | in 80,45 20x10"}, {10, "out -5,45 20x10 | in -5,45 20x10"}}},
+        {"FixedFrameAlignsItsContent",
+         mark("in", 20, 10)
+             .frame({.width = 44, .height = 44, .alignment = Alignment::topTrailing()})
+             .element(Role::mark, "out"),
+         {{100, "out 28,28 44x44 | in 52,28 20x10"}}},
+        {"HeightAtLeast",
+         VStack(HorizontalAlignment::center, 0,
+                {mark("low", 10, 10).frame({.minHeight = 40}).element(Role::mark, "room"),
+                 mark("high", 10, 50).frame({.minHeight = 40})}),
+         {{10, "room 0,5 10x40 | low 0,20 10x10 | high 0,45 10x50"}}},
+        {"PaddingNarrowsWhatIsOffered",
+         textMark("ab cd").padding(Edge::leading, 10).padding(Edge::vertical, 1).padding(Edge::trailing, 20),
+         {{80, "ab cd 10,38 50x24"}, {79, "ab cd 24.5,26 20x48"}}},
+        {"LayersAreAlignedOverOneAnother",
+         ZStack(Alignment::topTrailing(), {mark("below", 60, 40), mark("above", 20, 10)}),
+         {{100, "below 20,30 60x40 | above 60,30 20x10"}}},
+        {"OverlayKeepsTheSize",
+         VStack(leading, 0, {mark("a", 30, 10).overlay(Alignment::top(), mark("over", 50, 20)), mark("b", 30, 10)}),
+         {{100, "a 35,40 30x10 | over 25,40 50x20 | b 35,50 30x10"}}},
+        {"DividerIsOnePixelAcrossTheStack",
+         VStack({mark("a", 30, 10), Divider().element(Role::mark, "line"), mark("b", 30, 10)}),
+         {{50, "a 10,31.5 30x10 | line 0,49.5 50x1 | b 10,58.5 30x10"}}},
+        {"RightToLeftMirrorsRowsAlignmentsAndPaddings",
+         VStack(leading, 0,
+                {HStack({mark("first", 10, 10), mark("second", 20, 10), Spacer()}),
+                 mark("padded", 10, 10).padding(Edge::leading, 5),
+                 mark("trailing", 10, 10).frame({.maxWidth = infinity, .alignment = Alignment::topTrailing()}),
+                 HStack({mark("back", 10, 10), Spacer()}).layoutDirection(LayoutDirection::leftToRight)})
+             .layoutDirection(LayoutDirection::rightToLeft),
+         {{100,
+           "first 90,30 10x10 | second 62,30 20x10 | padded 85,40 10x10 | trailing 0,50 10x10 | back 0,60 10x10"}}},
+    };
+}
+
+class LayoutSweep : public testing::TestWithParam<Sweep> {};
+
+}  // namespace
+
+TEST_P(LayoutSweep, MatchesItsTable) {
+    for (const auto& [width, layout] : GetParam().layouts) {
+        EXPECT_EQ(Stage(window(width, 100), GetParam().tree).marks(), layout) << width << " points wide";
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(All, LayoutSweep, testing::ValuesIn(sweeps()),
+                         [](const auto& sweep) { return std::string(sweep.param.name); });
+
+TEST(Layout, IgnoredSafeAreasAreCoveredAndOthersAreNot) {
+    SceneTraits phone{{100, 200}, {20, 3, 10, 4}, 1, 1};
+    struct {
+        Edge ignored;
+        const char* layout;
+    } table[] = {
+        {Edge::top, "all 3,0 93x190"},          {Edge::bottom, "all 3,20 93x180"}, {Edge::vertical, "all 3,0 93x200"},
+        {Edge::horizontal, "all 0,20 100x170"}, {Edge::all, "all 0,0 100x200"},
+    };
+    for (const auto& [ignored, layout] : table) {
+        EXPECT_EQ(Stage(phone, mark("all", {}, {}).ignoresSafeArea(ignored)).marks(), layout);
+    }
+    EXPECT_EQ(Stage(phone, mark("card", 20, 20).ignoresSafeArea(Edge::all)).marks(), "card 39.5,95 20x20");
+}
+
+TEST(Layout, GeometryReaderKnowsWhatIsOfferedAndWhatLiesBeyond) {
+    SceneTraits phone{{100, 200}, {20, 3, 10, 4}, 1, 1};
+    GeometryProxy met;
+    Stage stage(phone, GeometryReader([&met](const GeometryProxy& area) {
+                    met = area;
+                    return mark("inside", 10, 10);
+                }));
+    EXPECT_EQ(stage.marks(), "inside 3,20 10x10");
+    EXPECT_EQ(met.size, (Size{93, 170}));
+    EXPECT_EQ(met.windowSize(), (Size{100, 200}));
+}
+
+TEST(Layout, StaysFiniteWhateverTheNumbers) {
+    double extremes[] = {-50, 0, 1e300, infinity, -infinity, std::nan("")};
+    for (double extreme : extremes) {
+        View tree = VStack(HorizontalAlignment::leading, extreme,
+                           {words("abc").padding(extreme).frame({.width = extreme, .minHeight = extreme}),
+                            Text("abc").font(Font::system(extreme)), SymbolImage("square").font(Font::system(extreme)),
+                            HStack({Spacer(extreme), Divider()}).frame({.maxWidth = extreme, .maxHeight = extreme}),
+                            words("tapped").cornerRadius(extreme).element(Role::mark, "tapped")});
+        Stage stage(window(100, 100), ScrollView(tree));
+        stage.view().scroll(extreme);
+        Rect frame = stage.element(Role::mark).frame;
+        EXPECT_TRUE(std::isfinite(frame.maxX() + frame.maxY() + frame.minX() + frame.minY()))
+            << extreme << ": " << describe(frame);
+    }
+}
+
+TEST(Layout, MeasuresDeepTreesWithoutMeasuringThemAgainAndAgain) {
+    View tree = words("deep inside");
+    for (int depth = 0; depth < 60; ++depth) {
+        tree = depth % 2 ? HStack({tree, Spacer()}) : VStack({tree.padding(1), Spacer()});
+    }
+    Stage stage(window(400, 400), tree);
+    EXPECT_LT(stage.measurer().layoutCount(), 500);
+}
+
+TEST(Layout, LaysOutEveryTextOnceForOneWidth) {
+    constexpr int count = 10000;
+    std::vector<View> rows;
+    for (int row = 0; row < count; ++row) rows.push_back(words("row " + std::to_string(row)));
+    Stage stage(window(400, 400), ScrollView(VStack(std::move(rows))));
+    int inFirstLayout = stage.measurer().layoutCount();
+    EXPECT_LE(inFirstLayout, 2 * count);
+
+    stage.view().scroll(1000);
+    EXPECT_EQ(stage.measurer().layoutCount(), inFirstLayout);
+}

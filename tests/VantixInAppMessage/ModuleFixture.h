@@ -1,0 +1,192 @@
+#pragma once
+
+#include "DeclarativeUI/HostedView.h"
+#include "DeclarativeUI/OffscreenApplication.h"
+#include "Platform/FontCatalogue.h"
+#include "Platform/TextMeasurer.h"
+#include "Platform/VirtualDispatcher.h"
+#include "VantixInAppMessage/Core/InAppMessagingCore.h"
+#include "VantixInAppMessage/Manager/InAppDisplayManager.h"
+#include "VantixInAppMessage/Manager/InAppMessageQueueManager.h"
+#include "VantixInAppMessage/templates/InAppMessageView.h"
+#include "tests/Support/FakeImageDecoder.h"
+#include "tests/VantixCore/InstalledHost.h"
+#include "tests/VantixInAppMessage/Campaign.h"
+#include "tests/VantixInAppMessage/Recorder.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <optional>
+#include <set>
+#include <utility>
+
+namespace vantix {
+
+using Texts = std::vector<std::string>;
+
+/// Every character is half as wide as the font is high; lines end where they are full.
+struct MonospacedMeasurer final : TextMeasurer {
+    TextLayout layOut(std::string_view text, const Font& font, double maximumWidth) const override {
+        double character = font.size / 2;
+        auto perLine = static_cast<std::size_t>(std::clamp(maximumWidth / character, 1.0, 1e6));
+        TextLayout layout;
+        for (std::size_t at = 0; at == 0 || at < text.size(); at += perLine) {
+            auto line = std::string(text.substr(at, perLine));
+            layout.lines.push_back({line, static_cast<double>(line.size()) * character});
+            layout.size.width = std::max(layout.size.width, layout.lines.back().width);
+        }
+        layout.lineHeight = font.size;
+        layout.ascent = font.size;
+        layout.size.height = font.size * static_cast<double>(layout.lines.size());
+        return layout;
+    }
+};
+
+struct ScriptedFontCatalogue final : FontCatalogue {
+    std::set<std::string, std::less<>> names;
+    bool contains(std::string_view name) const override { return names.contains(name); }
+};
+
+/// The module on a phone without a display: real store, real network, and, unless a test chooses otherwise, virtual
+/// time. The store object of the module is process-wide, so each test needs a process of its own, as ctest gives it.
+template <typename DispatcherKind = VirtualDispatcher>
+class ModuleFixture : public testing::Test {
+protected:
+    ModuleFixture() : installed_(recorder.host(dataDirectory()), std::make_shared<FakeImageDecoder>()) {
+        Platform platform = Platform::current();
+        platform.application = application;
+        platform.fontCatalogue = fonts;
+        platform.textMeasurer = measurer_;
+        Platform::install(std::move(platform));
+        Vantix::getSharedUserDefaults()->setCustomerId("customer");
+    }
+
+    ~ModuleFixture() override { core.reset(); }
+
+    DispatcherKind& dispatcher() { return *installed_.dispatcher; }
+    std::filesystem::path dataDirectory() const { return folder_.path() / "data"; }
+
+    /// Reinstalls the host with some of it changed.
+    template <typename Change>
+    void changeHost(Change change) {
+        VantixHost host = Vantix::host();
+        change(host);
+        Vantix::install(std::move(host));
+    }
+
+    /// Puts a file where the data directory should be. Before the store's first use.
+    void makeStoreUnusable() {
+        settle();
+        std::filesystem::remove_all(dataDirectory());
+        std::ofstream(dataDirectory()) << "in the way";
+    }
+
+    // The module and what happens to it; each of these lets the queues run empty.
+
+    void start(ApplicationState state = ApplicationState::active, Env environment = Env::dev) {
+        core = InAppMessagingCore::create(configuration, environment, state);
+        settle();
+    }
+
+    void push(const Campaign& campaign) { receive(campaign.push()); }
+    void receive(const Dictionary& notification) {
+        notificationCore->receiveSilentPush("inapp", notification);
+        settle();
+    }
+
+    void deliver(const std::vector<Campaign>& campaigns) {
+        std::vector<VantixNotificationPayload> payloads;
+        for (const Campaign& campaign : campaigns) payloads.emplace_back("inapp", campaign.push());
+        notificationCore->deliver(payloads);
+        settle();
+    }
+
+    void post(std::string event, std::optional<Dictionary> attributes = {}) {
+        Vantix::captureEvent(std::move(event), std::move(attributes));
+        settle();
+    }
+
+    void notify(const char* lifeCycle) {
+        Platform::current().notificationCenter->post({lifeCycle, {}});
+        settle();
+    }
+    void becomeActive() { notify(ApplicationNotification::didBecomeActive); }
+
+    void advance(double time) { dispatcher().advance(seconds(time)); }
+
+    /// Taps the first element of the role on the topmost window; false when there is none that wants it.
+    bool tap(Role role, const std::string& label = {}) {
+        auto windows = scene->windows();
+        if (windows.empty()) return false;
+        HostedView& content = *windows.back().content;
+        for (const AccessibleElement& element : content.elements()) {
+            if (element.role != role || (!label.empty() && element.label != label)) continue;
+            auto result = content.hitTest(element);
+            if (result.action) result.action();
+            settle();
+            return result.action != nullptr;
+        }
+        return false;
+    }
+
+    void settle() {
+        if constexpr (requires { dispatcher().runUntilIdle(); }) dispatcher().runUntilIdle();
+    }
+
+    // What can be seen of it.
+
+    /// The scopes of the messages on screen, from the lowest window to the topmost.
+    Texts shown() const {
+        Texts scopes;
+        for (const auto& window : scene->windows()) {
+            auto root = std::dynamic_pointer_cast<HostingController<InAppMessageView>>(window.content);
+            scopes.push_back(root->rootView().viewModel()->inAppMessage().scope);
+        }
+        return scopes;
+    }
+
+    /// The roles on the topmost window, in painting order, as "title message close".
+    std::string roles() const {
+        std::string names;
+        for (const AccessibleElement& element : scene->windows().back().content->elements()) {
+            if (!names.empty()) names += ' ';
+            names += roleName(element.role);
+        }
+        return names;
+    }
+
+    /// The scopes of all stored messages of the customer.
+    Texts stored() {
+        Texts scopes;
+        InAppRepoHelper::shared()->fetchAllInAppMessages([&](const std::vector<InAppMessage>& records) {
+            for (const auto& record : records) scopes.push_back(*record[InAppMessage::Property::scope]);
+        });
+        settle();
+        return scopes;
+    }
+
+    const std::shared_ptr<InAppDisplayManager>& displayManager() const { return core->inAppDisplayManager(); }
+    const std::shared_ptr<InAppMessageQueueManager>& queueManager() const { return core->inAppMessageQueueManager(); }
+
+    Recorder recorder;
+    std::shared_ptr<ScriptedFontCatalogue> fonts = std::make_shared<ScriptedFontCatalogue>();
+
+private:
+    TemporaryFolder folder_;
+    InstalledHost<DispatcherKind> installed_;
+    std::shared_ptr<MonospacedMeasurer> measurer_ = std::make_shared<MonospacedMeasurer>();
+
+protected:
+    std::shared_ptr<OffscreenScene> scene = std::make_shared<OffscreenScene>(
+        SceneTraits{.size = {390, 844}, .safeArea = {47, 0, 34, 0}}, installed_.dispatcher, measurer_);
+    std::shared_ptr<OffscreenApplication> application = std::make_shared<OffscreenApplication>(scene);
+    std::shared_ptr<NotificationCore> notificationCore = std::make_shared<NotificationCore>();
+    std::shared_ptr<VantixInAppMessageConfiguration> configuration = std::make_shared<VantixInAppMessageConfiguration>(
+        std::make_shared<VantixConfiguration>(), notificationCore, "4711");
+    std::shared_ptr<InAppMessagingCore> core;
+};
+
+using ModuleTest = ModuleFixture<>;
+
+}  // namespace vantix
