@@ -56,6 +56,8 @@ struct Backend::Implementation {
         } else {
             server = std::make_unique<httplib::Server>();
         }
+        // The server library leaves the body of a GET unread, so that nothing may follow on the connection.
+        server->set_keep_alive_max_count(1);
         addRoutes();
         port = options.port == 0 ? server->bind_to_any_port("127.0.0.1") : options.port;
         if (port < 0 || (options.port != 0 && !server->bind_to_port("127.0.0.1", port))) {
