@@ -24,7 +24,7 @@ std::shared_ptr<HostedView> topmostContent(OffscreenScene& scene) {
     return windows.empty() ? nullptr : windows.back().content;
 }
 
-List scopes(const InAppMessageQueueManager::Messages& messages) {
+List scopes(const InAppMessageQueues::Messages& messages) {
     List list;
     for (const auto& message : messages) list.push_back(message->scope);
     return list;

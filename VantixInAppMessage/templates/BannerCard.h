@@ -4,7 +4,7 @@
 
 namespace vantix {
 
-/// What a banner shows beside its title row, title, message and button.
+/// Which parts of its content row a banner shows.
 enum class BannerContent { everything, imageOnly, messageOnly };
 
 /// The card that banners at the top and at the bottom of the screen share: a thumbnail with title and message beside
@@ -34,6 +34,8 @@ private:
     double deafultPadding_ = 8;
     double primaryCtaButtonHeight_ = 40;
     double imageViewSize_ = 60;
+    /// Only texts that stand alone keep clear of the close control.
+    double spacingBetweenMessageAndCloseButton_ = 5;
 };
 
 }  // namespace vantix

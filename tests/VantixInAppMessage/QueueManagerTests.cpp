@@ -31,7 +31,7 @@ protected:
     /// "milestones | broadcast | others"
     std::string queues() const {
         auto snapshot = manager->queues();
-        auto list = [](const InAppMessageQueueManager::Messages& messages) {
+        auto list = [](const InAppMessageQueues::Messages& messages) {
             std::string scopes;
             for (const auto& message : messages) scopes += message->scope + " ";
             return scopes;
