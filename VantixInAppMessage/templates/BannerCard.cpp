@@ -14,8 +14,14 @@ View BannerCard::contentRow() const {
     return HStack(VerticalAlignment::top, {thumbnail(), texts()})
         .padding(Edge::horizontal)
         .frame({.maxWidth = infinity})
+        .spokenText(spokenTexts() + ", button")
         .element(Role::row)
         .onTapGesture([viewModel = viewModel_] { viewModel->handlePrimaryCTAAction(); });
+}
+
+std::string BannerCard::spokenTexts() const {
+    if (!viewModel_->hasTitle()) return viewModel_->getMessage();
+    return viewModel_->getTitle() + ", " + viewModel_->getMessage();
 }
 
 View BannerCard::thumbnail() const {

@@ -18,6 +18,7 @@ public:
 
 private:
     View contentRow() const;
+    std::string spokenTexts() const;
     View thumbnail() const;
     View texts() const;
     View text(const std::string& text, std::optional<Color> color, const Font& font, std::optional<Color> background,
