@@ -44,10 +44,11 @@ void Canvas::paint(const DisplayList& list, DisplayListPainter& painter, double 
 }
 
 void Canvas::draw(const Canvas& picture, const Rect& frame) {
+    // Averages the areas that a pixel stands for, so that hairlines survive.
+    QSize pixels(qRound(frame.size.width * scale_), qRound(frame.size.height * scale_));
     QPainter painter(&image_);
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.scale(scale_, scale_);
-    painter.drawImage(toQt(frame), picture.image_);
+    painter.drawImage(QPointF(frame.origin.x * scale_, frame.origin.y * scale_),
+                      picture.image_.scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
 }
 
 /// Libpng's own writer for large pictures takes a third of the time that Qt's takes.

@@ -427,6 +427,10 @@ TEST_F(DisplayManagerTest, TearDownTakesEverythingAwayAndLeaksNothing) {
 
     core->silentPushListener(Campaign{.scope = "late"}.payload());
     settle();
+    EXPECT_TRUE(stored().empty()) << "nothing is taken in any more";
+    queueManager()->insert(Campaign{.scope = "later"}.payload(), {});
+    settle();
+    displayManager()->showInAppMessage({}, {});
     EXPECT_EQ(recorder.takeErrors(), Texts{"Manager/InAppDisplayManager createInAppWindow(for:): Unexpectedaly found "
                                            "nil object of type InAppMessageViewBuilder"});
     core.reset();

@@ -243,6 +243,27 @@ TEST_F(QueueManagerTest, NobodyAnswersOnceTheManagerIsGone) {
     EXPECT_EQ(stored(), Texts{"a"}) << "the launch message's clean-up ends with the manager";
 }
 
+TEST_F(QueueManagerTest, WhatIsUnderWayBringsNothingBackAfterEverythingWasRemoved) {
+    store({.scope = "stored"});
+    manager->insert(Campaign{.scope = "new", .event = "buy"}.payload(), {});
+    manager->updateInAppMessagesOnAppLaunch({});
+    manager->removeAllMessages({});
+    manager->insert(Campaign{.scope = "after"}.payload(), {});
+    settle();
+    EXPECT_EQ(queues(), "after | | ");
+    EXPECT_EQ(stored(), Texts{"after"});
+}
+
+TEST_F(QueueManagerTest, ARebuildLeavesOutWhatWasRemovedWhileItReadTheStore) {
+    for (const char* scope : {"1", "2", "1"}) insert({.scope = scope});
+    manager->updateInAppMessagesOnAppLaunch({});
+    manager->removeInAppMessage(Campaign{.scope = "1"}.payload());
+    settle();
+    EXPECT_EQ(queues(), "2 1 | | 2 1 ");
+    rebuild();
+    EXPECT_EQ(queues(), "2 1 | | 2 1 ") << "only a rebuild that was under way leaves it out by itself";
+}
+
 TEST_F(QueueManagerTest, RemovingEverythingEmptiesTheQueuesAtOnce) {
     store({.scope = "l", .event = "APP_LAUNCH"});
     rebuild();
