@@ -39,10 +39,10 @@ Dictionary fontDescription(const Font& font) {
 }
 
 Dictionary description(const AccessibleElement& element) {
-    Dictionary described{{"role", roleName(element.role)},
-                         {"label", element.label},
-                         {"index", element.index},
-                         {"frame", frame(element.frame)}};
+    Dictionary described{{"role", roleName(element.role)}};
+    if (!element.label.empty()) described.set("label", element.label);
+    described.set("index", element.index);
+    described.set("frame", frame(element.frame));
     if (element.textColor) described.set("textColor", colorText(*element.textColor));
     if (isVisible(element.background)) described.set("background", colorText(*element.background));
     if (element.font) described.set("font", fontDescription(*element.font));
@@ -53,7 +53,6 @@ Dictionary description(const AccessibleElement& element) {
 
 Dictionary backdrop(const WindowDescription& window) {
     return {{"role", "backdrop"},
-            {"label", ""},
             {"index", 0},
             {"frame", frame(window.frame)},
             {"background", colorText(*window.backgroundColor)}};

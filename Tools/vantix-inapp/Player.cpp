@@ -101,7 +101,7 @@ void Player::run(const step::ButtonAction&) { simulation_.core().handleInAppMess
 
 void Player::run(const step::LogOut&) { simulation_.core().userLoggedOut(); }
 
-void Player::run(const step::Sync&) { lines_.write("sync", "not yet"); }
+void Player::run(const step::Sync& sync) { simulation_.syncTriggers(sync.cuID); }
 
 // What is printed and painted
 

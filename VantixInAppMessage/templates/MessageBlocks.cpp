@@ -76,6 +76,7 @@ View popupCard(const ViewModel& viewModel, double cornerRadius, std::function<st
                          .body()
                          .padding(Edge::trailing, trailingPaddingCloseButton);
         View card = VStack(rows())
+                        .frame({.maxWidth = infinity})
                         .background(viewModel->layoutBackgroundColor())
                         .cornerRadius(cornerRadius)
                         .element(Role::card);

@@ -133,7 +133,8 @@ protected:
     std::string roles() const {
         std::string names;
         for (const AccessibleElement& element : scene->windows().back().content->elements()) {
-            names += (names.empty() ? "" : " ") + std::string(roleName(element.role));
+            if (!names.empty()) names += ' ';
+            names += roleName(element.role);
         }
         return names;
     }

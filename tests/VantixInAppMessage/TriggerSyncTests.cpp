@@ -153,12 +153,13 @@ TEST_F(TriggerSyncTest, BadNetworksAreALogLineAndLeaveEverythingWorking) {
     const std::string good = answer(R"("200")", {"a"});
     LoopbackServer plain, selfSigned(Security::selfSigned), expired(Security::expired);
     for (LoopbackServer* server : {&plain, &selfSigned, &expired}) server->reply(path, {.body = good});
-    plain.reply("/cut" + std::string(path), {.body = good, .announcedLength = good.size() + 1});
-    plain.reply("/endless" + std::string(path), {.body = std::string(65536, ' '), .isEndless = true});
-    plain.reply("/large" + std::string(path), {.body = good + std::string(NetworkPolicy::largestAnswer, ' ')});
-    plain.reply("/ftp" + std::string(path), {.status = 302, .headers = {{"Location", "ftp://127.0.0.1/secret"}}});
-    plain.reply("/loop" + std::string(path), {.status = 302, .headers = {{"Location", "/loop" + std::string(path)}}});
-    selfSigned.reply("/down" + std::string(path), {.status = 307, .headers = {{"Location", plain.url(path)}}});
+    plain.reply(std::string("/cut").append(path), {.body = good, .announcedLength = good.size() + 1});
+    plain.reply(std::string("/endless").append(path), {.body = std::string(65536, ' '), .isEndless = true});
+    plain.reply(std::string("/large").append(path), {.body = good + std::string(NetworkPolicy::largestAnswer, ' ')});
+    plain.reply(std::string("/ftp").append(path), {.status = 302, .headers = {{"Location", "ftp://127.0.0.1/secret"}}});
+    plain.reply(std::string("/loop").append(path),
+                {.status = 302, .headers = {{"Location", std::string("/loop").append(path)}}});
+    selfSigned.reply(std::string("/down").append(path), {.status = 307, .headers = {{"Location", plain.url(path)}}});
 
     struct Case {
         std::string baseURL;
