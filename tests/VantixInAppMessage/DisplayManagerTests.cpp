@@ -469,8 +469,14 @@ TEST_F(DisplayManagerTest, ThePublicOperationsMayBeCalledOnAnyThread) {
     EXPECT_EQ(shown(), Texts{"3"});
     EXPECT_EQ(recorder.takeTold(), (Texts{"delivery inAppMessageDismissed 1", "delivery inAppMessageShown 2",
                                           "delivery inAppMessageClicked 2", "delivery inAppMessageShown 3"}));
-    auto onAnotherThread = [this] {
+}
+
+TEST_F(DisplayManagerTest, AnOperationOfTheMainThreadStopsTheProcessElsewhere) {
+    // A fork alone would have lost the threads of the parent.
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    start();
+    auto dismissElsewhere = [this] {
         std::thread([this] { displayManager()->dismissInAppMessage(Campaign{}.payload()); }).join();
     };
-    EXPECT_DEATH(onAnotherThread(), "belongs to the main thread");
+    EXPECT_DEATH(dismissElsewhere(), "belongs to the main thread");
 }
