@@ -26,10 +26,14 @@ std::size_t hashLength(const std::optional<double>& length) {
     return length ? std::hash<double>{}(*length) : 0x9e3779b9;
 }
 
+std::string spokenKind(const AccessibleElement& element) {
+    bool actsAsButton = element.isEnabled && (element.role == Role::image || isContainer(element.role));
+    if (element.role == Role::button || element.role == Role::close || actsAsButton) return ", button";
+    return element.role == Role::image ? ", image" : "";
+}
+
 std::string spoken(const AccessibleElement& element) {
-    std::string text = element.role == Role::card ? "Message" : element.label;
-    if (element.role == Role::button || element.role == Role::close) text += ", button";
-    if (element.role == Role::image) text += ", image";
+    std::string text = (element.role == Role::card ? "Message" : element.label) + spokenKind(element);
     if (element.selected) text += *element.selected ? ", selected" : ", not selected";
     return text;
 }
@@ -67,13 +71,13 @@ SettledLayout LayoutPass::run(const View& root) {
     auto center = safeArea().center();
     place(root, {{center.x - size.width / 2, center.y - size.height / 2}, size}, offered, outermost);
 
+    for (const TouchRegion& region : settled_.touchRegions) {
+        if (region.element >= 0) settled_.elements[static_cast<std::size_t>(region.element)].isEnabled = true;
+    }
     std::map<Role, int> counts;
     for (AccessibleElement& element : settled_.elements) {
         element.index = counts[element.role]++;
         if (element.spokenText.empty()) element.spokenText = spoken(element);
-    }
-    for (const TouchRegion& region : settled_.touchRegions) {
-        if (region.element >= 0) settled_.elements[static_cast<std::size_t>(region.element)].isEnabled = true;
     }
     return std::move(settled_);
 }

@@ -29,32 +29,27 @@ Dictionary readSettings(const std::filesystem::path& file) {
 }  // namespace
 
 FileUserDefaults::FileUserDefaults(std::filesystem::path file, std::shared_ptr<DispatchQueue> writer)
-    : file_(std::move(file)), writer_(std::move(writer)) {}
+    : file_(std::move(file)), writer_(std::move(writer)), settings_(readSettings(file_)) {}
 
 std::optional<std::string> FileUserDefaults::customerId() const {
     std::lock_guard lock(mutex_);
-    const std::string* text = settings().text(customerIdKey);
+    const std::string* text = settings_.text(customerIdKey);
     return text ? std::optional(*text) : std::nullopt;
 }
 
 void FileUserDefaults::setCustomerId(std::optional<std::string> customerId) {
     {
         std::lock_guard lock(mutex_);
-        settings().set(customerIdKey, customerId ? Value(std::move(*customerId)) : Value());
+        settings_.set(customerIdKey, customerId ? Value(std::move(*customerId)) : Value());
     }
     writer_->async([self = shared_from_this()] { self->write(); });
-}
-
-Dictionary& FileUserDefaults::settings() const {
-    if (!settings_) settings_ = readSettings(file_);
-    return *settings_;
 }
 
 void FileUserDefaults::write() const {
     std::string text;
     {
         std::lock_guard lock(mutex_);
-        text = toJSON(settings());
+        text = toJSON(settings_);
     }
     try {
         makePrivateDirectory(file_.parent_path());

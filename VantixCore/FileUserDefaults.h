@@ -12,7 +12,7 @@
 
 namespace vantix {
 
-/// Settings kept as one JSON object in a file. The first use reads the file on the calling thread; every change is
+/// Settings kept as one JSON object in a file. The constructor reads the file; every change is
 /// written by the queue, which must be serial. Keys of others stay as they are. A damaged file counts as empty and is
 /// logged; so is a failure to write.
 class FileUserDefaults final : public SharedUserDefaults, public std::enable_shared_from_this<FileUserDefaults> {
@@ -23,14 +23,13 @@ public:
     void setCustomerId(std::optional<std::string> customerId) override;
 
 private:
-    /// Only under the lock.
-    Dictionary& settings() const;
     void write() const;
 
     std::filesystem::path file_;
     std::shared_ptr<DispatchQueue> writer_;
     mutable std::mutex mutex_;
-    mutable std::optional<Dictionary> settings_;
+    /// Only under the lock.
+    Dictionary settings_;
 };
 
 }  // namespace vantix

@@ -44,7 +44,11 @@ private:
 
 }  // namespace
 
-void Vantix::install(VantixHost host) { installedHost() = std::move(host); }
+void Vantix::install(VantixHost host) {
+    installedHost() = std::move(host);
+    // Reads the settings now, so that no later use waits for the disk.
+    getSharedUserDefaults();
+}
 
 const VantixHost& Vantix::host() { return installedHost(); }
 

@@ -2,9 +2,11 @@
 
 #include "Tools/vantix-inapp/BadInput.h"
 #include "Tools/vantix-inapp/Fields.h"
+#include "Tools/vantix-inapp/InputFile.h"
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <functional>
 #include <map>
 
@@ -14,7 +16,10 @@ const char* const usage =
     "vantix-inapp play FILE|- [--state DIR] [--out DIR] [--live]\n"
     "    plays a scenario and prints what happens, one JSON object a line\n"
     "vantix-inapp render CAMPAIGN -o FILE.png [--device NAME|WxH@S] [--text-scale N]\n"
-    "    paints one campaign, on one device or on a sheet of all of them\n";
+    "    paints one campaign, on one device or on a sheet of all of them\n"
+    "vantix-inapp backend [--port N] [--triggers FILE] [--images DIR] [--tls]\n"
+    "                     [--delay SECONDS] [--fail N] [--truncate]\n"
+    "    answers the events API on loopback, takes reported events and prints them, one JSON object a line\n";
 
 namespace {
 
@@ -55,11 +60,17 @@ std::string onlyWord(const std::vector<std::string>& words, const std::string& w
     return words.front();
 }
 
-double textScale(const std::string& text) {
-    double scale = 0;
-    auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), scale);
+double number(const std::string& option, const std::string& text, double least, double most) {
+    double value = 0;
+    auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
     bool isNumber = error == std::errc() && end == text.data() + text.size();
-    return numberField("--text-scale", isNumber ? Value(scale) : Value(), 0.1, 10);
+    return numberField(option, isNumber ? Value(value) : Value(), least, most);
+}
+
+int wholeNumber(const std::string& option, const std::string& text, int most) {
+    double value = number(option, text, 0, most);
+    if (value != std::floor(value)) throw BadInput(inQuotes(option) + " must be a whole number");
+    return static_cast<int>(value);
 }
 
 PlayArguments parsePlay(const std::vector<std::string>& words) {
@@ -77,15 +88,31 @@ RenderArguments parseRender(const std::vector<std::string>& words) {
     WordReader reader;
     reader.option("-o", [&](const std::string& value) { arguments.picture = value; });
     reader.option("--device", [&](const std::string& value) { arguments.device = deviceFromText(value); });
-    reader.option("--text-scale", [&](const std::string& value) { arguments.textScale = textScale(value); });
+    reader.option("--text-scale",
+                  [&](const std::string& value) { arguments.textScale = number("--text-scale", value, 0.1, 10); });
     arguments.campaign = onlyWord(reader.read(words), "campaign file");
     if (arguments.picture.empty()) throw BadInput("-o FILE.png is missing");
     return arguments;
 }
 
-bool isLaterCommand(const std::string& command) {
-    return command == "check" || command == "simulate" || command == "backend";
+BackendOptions parseBackend(const std::vector<std::string>& words) {
+    constexpr int highestPort = 65535, mostFailures = 1000000, longestDelay = 3600;
+    BackendOptions options;
+    WordReader reader;
+    reader.option("--port", [&](const auto& value) { options.port = wholeNumber("--port", value, highestPort); });
+    reader.option("--triggers", [&](const auto& value) { options.triggers = value; });
+    reader.option("--images", [&](const auto& value) { options.images = value; });
+    reader.flag("--tls", options.usesTLS);
+    reader.option("--delay", [&](const auto& value) { options.delay = number("--delay", value, 0, longestDelay); });
+    reader.option("--fail", [&](const auto& value) { options.failures = wholeNumber("--fail", value, mostFailures); });
+    reader.flag("--truncate", options.truncates);
+    auto others = reader.read(words);
+    if (!others.empty()) throw BadInput("unknown word " + inQuotes(others.front()));
+    if (options.triggers) readInputFile(options.triggers->string());
+    return options;
 }
+
+bool isLaterCommand(const std::string& command) { return command == "check" || command == "simulate"; }
 
 }  // namespace
 
@@ -96,6 +123,7 @@ Arguments parseArguments(const std::vector<std::string>& words) {
     if (command == "help" || std::find(words.begin(), words.end(), "--help") != words.end()) return HelpArguments{};
     if (command == "play") return parsePlay(rest);
     if (command == "render") return parseRender(rest);
+    if (command == "backend") return parseBackend(rest);
     if (isLaterCommand(command)) throw BadInput("the command " + inQuotes(command) + " does not exist yet");
     throw BadInput("unknown command " + inQuotes(command));
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Tools/vantix-inapp/Backend.h"
 #include "Tools/vantix-inapp/Devices.h"
 
 #include <filesystem>
@@ -28,7 +29,7 @@ struct RenderArguments {
     double textScale = 1;
 };
 
-using Arguments = std::variant<HelpArguments, PlayArguments, RenderArguments>;
+using Arguments = std::variant<HelpArguments, PlayArguments, RenderArguments, BackendOptions>;
 
 /// Reads the words after the program's name. Throws BadInput.
 Arguments parseArguments(const std::vector<std::string>& words);

@@ -11,6 +11,7 @@
 #include "Tools/vantix-inapp/ScenarioFile.h"
 #include "Tools/vantix-inapp/Simulation.h"
 #include "Tools/vantix-inapp/StateDirectory.h"
+#include "VantixCore/Vantix.h"
 
 #include <cstdio>
 
@@ -51,7 +52,9 @@ void play(const PlayArguments& arguments) {
     auto pace = arguments.live ? Pace::makeLive() : Pace::makeVirtual();
     lines.setClock(pace->dispatcher()->clock());
 
-    Simulation simulation(scenario.configuration, state.path(), pace->dispatcher(), events.host());
+    VantixHost host = events.host();
+    if (!arguments.live) host.maximumConcurrentTransfers = 1;
+    Simulation simulation(scenario.configuration, state.path(), pace->dispatcher(), std::move(host));
     events.observe(simulation.scene());
     Player player(simulation, *pace, events, lines, arguments.outputDirectory);
     for (const auto& [number, step] : scenario.lines) playLine(player, step, arguments.scenario, number);

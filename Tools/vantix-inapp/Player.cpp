@@ -24,7 +24,7 @@ std::shared_ptr<HostedView> topmostContent(OffscreenScene& scene) {
     return windows.empty() ? nullptr : windows.back().content;
 }
 
-List scopes(const InAppMessageQueueManager::Messages& messages) {
+List scopes(const InAppMessageQueues::Messages& messages) {
     List list;
     for (const auto& message : messages) list.push_back(message->scope);
     return list;
@@ -101,7 +101,7 @@ void Player::run(const step::ButtonAction&) { simulation_.core().handleInAppMess
 
 void Player::run(const step::LogOut&) { simulation_.core().userLoggedOut(); }
 
-void Player::run(const step::Sync&) { lines_.write("sync", "not yet"); }
+void Player::run(const step::Sync& sync) { simulation_.syncTriggers(sync.cuID); }
 
 // What is printed and painted
 

@@ -7,6 +7,8 @@
 #include "Platform/NotificationCenter.h"
 #include "Platform/Platform.h"
 #include "VantixCore/Vantix.h"
+#include "VantixCore/VantixNetworkManager.h"
+#include "VantixInAppMessage/Manager/InAppMessageTriggerManager.h"
 
 namespace vantix {
 
@@ -46,6 +48,7 @@ Simulation::~Simulation() {
     scene_->setOnShown({});
     scene_->setOnHidden({});
     if (core_) core_->tearDown();
+    VantixNetworkManager::cancelAll();
 }
 
 InAppMessagingCore& Simulation::core() {
@@ -64,6 +67,12 @@ void Simulation::start(ApplicationState applicationState) {
         coreConfiguration(configuration_), configuration_.notificationCore ? pushLibrary_ : nullptr,
         configuration_.appStoreId);
     core_ = InAppMessagingCore::create(configuration, configuration_.environment, applicationState);
+}
+
+void Simulation::syncTriggers(const std::string& cuID) {
+    core();
+    VantixInAppTriggerManager::create(coreConfiguration(configuration_))
+        ->syncTriggers(InAppTriggersRequestPayload(cuID));
 }
 
 void Simulation::setForegroundScene(bool inForeground) {

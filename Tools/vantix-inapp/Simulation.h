@@ -32,6 +32,9 @@ public:
     /// Tears the module down, if it runs, and starts it again on the same store.
     void restart(ApplicationState applicationState);
 
+    /// Asks the events API of the configured back end for messages, once.
+    void syncTriggers(const std::string& cuID);
+
     const NotificationCore& pushLibrary() const { return *pushLibrary_; }
     OffscreenScene& scene() { return *scene_; }
     /// Paints with the fonts that text is measured with.

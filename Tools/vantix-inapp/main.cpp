@@ -1,4 +1,5 @@
 #include "Tools/vantix-inapp/Arguments.h"
+#include "Tools/vantix-inapp/BackendCommand.h"
 #include "Tools/vantix-inapp/BadInput.h"
 #include "Tools/vantix-inapp/PlayCommand.h"
 #include "Tools/vantix-inapp/RenderCommand.h"
@@ -19,6 +20,7 @@ constexpr int badInput = 2;
 void run(const HelpArguments&) { std::fputs(usage, stdout); }
 void run(const PlayArguments& arguments) { play(arguments); }
 void run(const RenderArguments& arguments) { render(arguments); }
+void run(const BackendOptions& options) { runBackend(options); }
 
 int complain(const std::string& problem) {
     std::fprintf(stderr, "%s\n", problem.c_str());

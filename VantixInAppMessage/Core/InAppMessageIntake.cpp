@@ -52,6 +52,7 @@ void InAppMessagingCore::notificationsReceived(
 
 void InAppMessagingCore::inAppMessaseReceived(const VantixInAppMessagePayload& message, bool showInAppImmediately,
                                               Completion completion) {
+    if (isTornDown_) return;
     constexpr LogSource source{file, "inAppMessaseReceived(message:showInAppImmediately:completion:)"};
     if (hasInsecureBannerImage(message.body)) {
         VantixLogger::error(
@@ -72,24 +73,37 @@ void InAppMessagingCore::inAppMessaseReceived(const VantixInAppMessagePayload& m
             return;
         }
         VantixLogger::info("Successfully inserted the in-app message with payload " + message.description(), source);
-        // Leaves the store thread, which must not wait for the image.
-        Platform::current().dispatcher->utilityQueue().async([weak, message, showInAppImmediately, completion] {
-            if (auto core = weak.lock()) core->showStoredMessage(message, showInAppImmediately);
+        auto finish = [weak, message, showInAppImmediately, completion] {
+            showStoredMessage(weak, message, showInAppImmediately);
             if (completion) completion(true);
-        });
+        };
+        if (!message.getImageURL()) return finish();
+        // Leaves the store thread, which must not wait for the image.
+        Platform::current().dispatcher->utilityQueue().async(finish);
     });
 }
 
-void InAppMessagingCore::showStoredMessage(const VantixInAppMessagePayload& message, bool showInAppImmediately) {
-    displayManager_->downloadInAppMessageImageIfAvailable(message, false);
+void InAppMessagingCore::showStoredMessage(const std::weak_ptr<InAppMessagingCore>& weak,
+                                           const VantixInAppMessagePayload& message, bool showInAppImmediately) {
+    // Waiting for the image keeps the display manager, not the core: a core that is let go meanwhile takes no more
+    // pushes.
+    if (auto displayManager = displayManagerOf(weak)) {
+        displayManager->downloadInAppMessageImageIfAvailable(message, false);
+    }
     if (!showInAppImmediately) return;
-    Platform::current().dispatcher->mainQueue().async([weak = weak_from_this()] {
-        if (auto core = weak.lock()) core->displayManager_->showInAppMessage({}, {});
+    Platform::current().dispatcher->mainQueue().async([weak] {
+        if (auto displayManager = displayManagerOf(weak)) displayManager->showInAppMessage({}, {});
     });
+}
+
+std::shared_ptr<InAppDisplayManager> InAppMessagingCore::displayManagerOf(
+    const std::weak_ptr<InAppMessagingCore>& weak) {
+    auto core = weak.lock();
+    return core ? core->displayManager_ : nullptr;
 }
 
 void InAppMessagingCore::inAppTriggerCaptured(const Notification& notification) {
-    if (notification.name != VantixNotification::didCaptureInAppTrigger) return;
+    if (isTornDown_ || notification.name != VantixNotification::didCaptureInAppTrigger) return;
     auto event = std::any_cast<std::shared_ptr<const EventProtocol>>(&notification.object);
     if (!event || !*event) return;
     const auto& [name, attributes] = **event;
@@ -105,6 +119,10 @@ void InAppMessagingCore::removeAllInAppMessages() {
         VantixLogger::debug("Successfully deleted all the in-app messages", source);
         ImageUtility::removeAllCachedImages();
     });
+}
+
+std::shared_ptr<DispatchWorkItem> InAppMessagingCore::generateWorkItem(std::function<void()> block) const {
+    return std::make_shared<DispatchWorkItem>(QualityOfService::utility, WorkItemFlags::enforceQoS, std::move(block));
 }
 
 }  // namespace vantix

@@ -55,6 +55,7 @@ InAppMessagingCore::~InAppMessagingCore() {
 }
 
 void InAppMessagingCore::tearDown() {
+    isTornDown_ = true;
     triggerObservation_ = nullptr;
     displayManager_->tearDown();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Application.h"
+#include "Platform/DispatchWorkItem.h"
 #include "Platform/NotificationCenter.h"
 #include "VantixCore/VantixCore.h"
 #include "VantixCore/VantixEvents.h"
@@ -8,6 +9,7 @@
 #include "VantixInAppMessage/Core/VantixInAppMessageConfiguration.h"
 #include "VantixPushNotification/NotificationCore.h"
 
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -36,8 +38,8 @@ public:
     /// Tears the module down on the main thread, at once or on its next turn.
     ~InAppMessagingCore() override;
 
-    /// Ends timers and observations and takes a shown message off the screen. Main thread; later calls do nothing. The
-    /// object is of no further use.
+    /// Ends timers and observations, takes a shown message off the screen and no further campaign in. Main thread;
+    /// later calls do nothing.
     void tearDown();
 
     /// Takes a campaign that is already decoded. One without scope or trigger event name is dropped, and the completion
@@ -73,9 +75,14 @@ private:
 
     void inAppMessaseReceived(const VantixInAppMessagePayload& message, bool showInAppImmediately = true,
                               Completion completion = {});
-    void showStoredMessage(const VantixInAppMessagePayload& message, bool showInAppImmediately);
+    static void showStoredMessage(const std::weak_ptr<InAppMessagingCore>& weak,
+                                  const VantixInAppMessagePayload& message, bool showInAppImmediately);
+    /// Null once the core is gone.
+    static std::shared_ptr<InAppDisplayManager> displayManagerOf(const std::weak_ptr<InAppMessagingCore>& weak);
     void inAppTriggerCaptured(const Notification& notification);
     void removeAllInAppMessages();
+    /// A block as background work of the module; no path of the intake schedules one.
+    std::shared_ptr<DispatchWorkItem> generateWorkItem(std::function<void()> block) const;
 
     std::shared_ptr<VantixInAppMessageConfigGenerator> configuration_;
     std::shared_ptr<NotificationCore> notificationCore_;
@@ -83,6 +90,8 @@ private:
     std::shared_ptr<InAppMessageQueueManager> queueManager_;
     std::shared_ptr<InAppDisplayManager> displayManager_;
     std::unique_ptr<NotificationCenter::Observation> triggerObservation_;
+    /// Set on the main thread, read by the intake on any.
+    std::atomic<bool> isTornDown_ = false;
 };
 
 }  // namespace vantix

@@ -179,6 +179,7 @@ void InAppDisplayManager::handleInAppMessageButtonAction(const VantixInAppMessag
                                                          const std::optional<InAppCTA>& cta, std::optional<int> rating,
                                                          const std::optional<std::string>& feedback,
                                                          const std::optional<std::vector<int>>& feedbackOptions) {
+    assertMainThread("handleInAppMessageButtonAction(with:cta:rating:feedback:feedbackOptions:)");
     auto isOf = [&](CTAActionType type) { return cta->type == rawValue(type); };
     if (!cta) {
         sendInAppMessageClickedEvent(message);
@@ -209,6 +210,7 @@ void InAppDisplayManager::goToAppReviewAndRating(const VantixInAppMessagePayload
 }
 
 void InAppDisplayManager::reset() {
+    assertMainThread("reset()");
     cancelShowInAppMessageWorkItem();
     showingInAppMessage_ = false;
 }

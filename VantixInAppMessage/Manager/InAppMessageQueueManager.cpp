@@ -10,16 +10,7 @@ namespace vantix {
 
 namespace {
 
-using TriggerType = VantixInAppNotificationTriggerType;
-using Messages = InAppMessageQueueManager::Messages;
-
 constexpr const char* file = "Manager/InAppMessageQueueManager";
-
-std::optional<TriggerType> triggerType(const VantixInAppMessagePayload& message) {
-    return inAppNotificationTriggerType(message.trigger.eventName);
-}
-
-bool isTriggeredBy(const VantixInAppMessagePayload& message, TriggerType type) { return triggerType(message) == type; }
 
 /// Whether everything that the trigger asks for is there and equal. What the event carries beside it does not matter.
 bool matches(const Dictionary& asked, const std::optional<Dictionary>& carried) {
@@ -31,26 +22,11 @@ bool matches(const Dictionary& asked, const std::optional<Dictionary>& carried) 
     });
 }
 
-void removeFirst(Messages& messages, const std::string& scope) {
-    auto found =
-        std::find_if(messages.begin(), messages.end(), [&](const auto& message) { return message->scope == scope; });
-    if (found != messages.end()) messages.erase(found);
-}
-
-/// The newest launch message. Messages without a time of creation keep the store's order.
-std::shared_ptr<const VantixInAppMessagePayload> newestBroadcast(Messages messages) {
-    std::stable_sort(messages.begin(), messages.end(), [](const auto& a, const auto& b) {
-        return a->createdAt && b->createdAt && *a->createdAt < *b->createdAt;
-    });
-    auto newest = std::find_if(messages.rbegin(), messages.rend(),
-                               [](const auto& message) { return isTriggeredBy(*message, TriggerType::appLaunch); });
-    return newest == messages.rend() ? nullptr : *newest;
-}
-
 }  // namespace
 
 void InAppMessageQueueManager::insert(const VantixInAppMessagePayload& message, Completion completion) {
-    if (!isTriggeredBy(message, TriggerType::appLaunch)) return insertInAppMessage(message, std::move(completion));
+    if (triggerType(message) != VantixInAppNotificationTriggerType::appLaunch)
+        return insertInAppMessage(message, std::move(completion));
 
     inAppRepoHelper_->removeAllExistingBroadcastMessages(
         [weak = weak_from_this(), message, completion = std::move(completion)](bool removed) {
@@ -75,16 +51,7 @@ void InAppMessageQueueManager::insertInAppMessage(const VantixInAppMessagePayloa
 
 void InAppMessageQueueManager::updateQueues(const VantixInAppMessagePayload& message) {
     auto shared = std::make_shared<const VantixInAppMessagePayload>(message);
-    queues_.update([&](Queues& queues) {
-        auto type = triggerType(message);
-        if (type == TriggerType::instant) {
-            queues.milestoneInAppMessages.push_back(shared);
-        } else if (type == TriggerType::appLaunch) {
-            queues.broadcastInAppMessage = nullptr;
-        } else {
-            queues.otherInAppMessages.push_back(shared);
-        }
-    });
+    queues_.update([&](InAppMessageQueues& queues) { queues.updateQueues(shared); });
 }
 
 void InAppMessageQueueManager::updateInAppMessagesOnAppLaunch(Completion completion) {
@@ -94,42 +61,35 @@ void InAppMessageQueueManager::updateInAppMessagesOnAppLaunch(Completion complet
 
 void InAppMessageQueueManager::getAllInAppMessages(Completion completion) {
     if (!NotificationCore::isAllowed()) return;
+    queues_.update([](InAppMessageQueues& queues) { queues.beginRebuild(); });
     fetchAllInAppMessages([weak = weak_from_this(),
                            completion = std::move(completion)](const std::vector<InAppMessage>& records) {
         auto manager = weak.lock();
         if (!manager) return;
         if (records.empty()) {
             VantixLogger::debug("No pending in app messages in database", {file, "getAllInAppMessages(completion:)"});
-        } else {
-            manager->rebuild(records);
         }
+        InAppMessageQueues::Messages messages;
+        for (const InAppMessage& record : records) {
+            messages.push_back(
+                std::make_shared<const VantixInAppMessagePayload>(VantixInAppMessagePayload::generate(record)));
+        }
+        manager->queues_.update([&](InAppMessageQueues& queues) { queues.finishRebuild(messages); });
         if (completion) completion(true);
         if (manager->onRebuilt_) manager->onRebuilt_();
     });
 }
 
-void InAppMessageQueueManager::rebuild(const std::vector<InAppMessage>& records) {
-    Queues rebuilt;
-    for (const InAppMessage& record : records) {
-        auto message = std::make_shared<const VantixInAppMessagePayload>(VantixInAppMessagePayload::generate(record));
-        if (isTriggeredBy(*message, TriggerType::instant)) rebuilt.milestoneInAppMessages.push_back(message);
-        // Every stored message waits here, too, so that an event can name it.
-        rebuilt.otherInAppMessages.push_back(message);
-    }
-    if (rebuilt.milestoneInAppMessages.empty()) {
-        rebuilt.broadcastInAppMessage = newestBroadcast(rebuilt.otherInAppMessages);
-    }
-    queues_.replace(std::move(rebuilt));
+void InAppMessageQueueManager::reset() {
+    queues_.update([](InAppMessageQueues& queues) { queues.reset(); });
 }
-
-void InAppMessageQueueManager::reset() { queues_.replace({}); }
 
 std::optional<VantixInAppMessagePayload> InAppMessageQueueManager::getInAppMessage(
     const std::optional<std::string>& eventName, const std::optional<Dictionary>& attributes) const {
     if (eventName) return getOtherTypeInAppMessage(*eventName, attributes);
     auto queues = queues_.load();
-    if (!queues->milestoneInAppMessages.empty()) return *queues->milestoneInAppMessages.front();
-    if (queues->broadcastInAppMessage) return *queues->broadcastInAppMessage;
+    if (queues->milestoneMessagesAvailable()) return *queues->milestoneInAppMessages.front();
+    if (queues->broadCastMessagesAvailable()) return *queues->broadcastInAppMessage;
     return {};
 }
 
@@ -148,22 +108,18 @@ void InAppMessageQueueManager::removeShownInAppMessage(const std::optional<std::
 }
 
 void InAppMessageQueueManager::removeInAppMessage(const VantixInAppMessagePayload& message) {
-    queues_.update([&](Queues& queues) {
-        auto type = triggerType(message);
-        if (type == TriggerType::instant) {
-            removeFirst(queues.milestoneInAppMessages, message.scope);
-        } else if (type == TriggerType::appLaunch) {
-            queues.broadcastInAppMessage = nullptr;
-        } else {
-            removeFirst(queues.otherInAppMessages, message.scope);
-        }
-    });
+    queues_.update([&](InAppMessageQueues& queues) { queues.remove(message); });
     removeMessage(message.scope, {});
 }
 
 void InAppMessageQueueManager::removeAllMessages(Completion completion) {
     reset();
-    inAppRepoHelper_->removeAllMessages(std::move(completion));
+    inAppRepoHelper_->removeAllMessages([weak = weak_from_this(), completion = std::move(completion)](bool removed) {
+        // Inserts and rebuilds that the store did before may have filled the queues again.
+        auto manager = weak.lock();
+        if (manager) manager->reset();
+        if (completion) completion(removed);
+    });
 }
 
 void InAppMessageQueueManager::removeAllExistingBroadcastMessages(Completion completion) {

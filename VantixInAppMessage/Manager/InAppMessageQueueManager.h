@@ -3,6 +3,7 @@
 #include "Platform/Value.h"
 #include "VantixInAppMessage/Core/InAppMessagePayload/VantixInAppMessagePayload.h"
 #include "VantixInAppMessage/Manager/AtomicSnapshot.h"
+#include "VantixInAppMessage/Manager/InAppMessageQueues.h"
 #include "VantixInAppMessage/Manager/InAppRepoHelper.h"
 
 #include <functional>
@@ -18,21 +19,9 @@ namespace vantix {
 class InAppMessageQueueManager : public std::enable_shared_from_this<InAppMessageQueueManager> {
 public:
     using Completion = std::function<void(bool)>;
-    using Messages = std::vector<std::shared_ptr<const VantixInAppMessagePayload>>;
-
-    /// What waits at one moment.
-    struct Queues {
-        /// The one message for the next launch.
-        std::shared_ptr<const VantixInAppMessagePayload> broadcastInAppMessage;
-        /// Messages to show at once.
-        Messages milestoneInAppMessages;
-        /// Messages that wait for a named event; after a rebuild, every stored message.
-        Messages otherInAppMessages;
-    };
-
     InAppMessageQueueManager() = default;
 
-    std::shared_ptr<const Queues> queues() const { return queues_.load(); }
+    std::shared_ptr<const InAppMessageQueues> queues() const { return queues_.load(); }
 
     /// Called on the store thread each time a rebuild has ended. Set before use, at most once.
     void setOnRebuilt(std::function<void()> hook) { onRebuilt_ = std::move(hook); }
@@ -60,6 +49,7 @@ public:
     /// Places a newly stored message.
     void updateQueues(const VantixInAppMessagePayload& message);
 
+    /// Empties queues and store; what was on its way into the queues before is gone, too.
     void removeAllMessages(Completion completion);
     void removeAllExistingBroadcastMessages(Completion completion);
     void removeMessage(const std::string& scope, Completion completion);
@@ -68,10 +58,9 @@ public:
 private:
     void insertInAppMessage(const VantixInAppMessagePayload& message, Completion completion);
     void getAllInAppMessages(Completion completion);
-    void rebuild(const std::vector<InAppMessage>& records);
     void reset();
 
-    AtomicSnapshot<Queues> queues_;
+    AtomicSnapshot<InAppMessageQueues> queues_;
     std::shared_ptr<InAppRepoHelper> inAppRepoHelper_ = InAppRepoHelper::shared();
     std::function<void()> onRebuilt_;
 };

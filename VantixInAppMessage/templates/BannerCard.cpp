@@ -14,8 +14,14 @@ View BannerCard::contentRow() const {
     return HStack(VerticalAlignment::top, {thumbnail(), texts()})
         .padding(Edge::horizontal)
         .frame({.maxWidth = infinity})
+        .spokenText(spokenTexts() + ", button")
         .element(Role::row)
         .onTapGesture([viewModel = viewModel_] { viewModel->handlePrimaryCTAAction(); });
+}
+
+std::string BannerCard::spokenTexts() const {
+    if (!viewModel_->hasTitle()) return viewModel_->getMessage();
+    return viewModel_->getTitle() + ", " + viewModel_->getMessage();
 }
 
 View BannerCard::thumbnail() const {
@@ -28,11 +34,15 @@ View BannerCard::thumbnail() const {
 View BannerCard::texts() const {
     if (content_ == BannerContent::imageOnly) return {};
     constexpr double spacing = 2;
+    constexpr double closeTarget = 44;
+    double besideCloseControl =
+        content_ == BannerContent::messageOnly ? closeTarget + spacingBetweenMessageAndCloseButton_ : 0;
     return VStack(HorizontalAlignment::leading, spacing,
                   {text(viewModel_->getTitle(), viewModel_->titleTextColor(), viewModel_->titleFont(),
                         viewModel_->titleBackgroundColor(), Role::title),
                    text(viewModel_->getMessage(), viewModel_->messageTextColor(), viewModel_->messageFont(),
-                        viewModel_->messageBackgroundColor(), Role::message)});
+                        viewModel_->messageBackgroundColor(), Role::message)})
+        .padding(Edge::trailing, besideCloseControl);
 }
 
 View BannerCard::text(const std::string& text, std::optional<Color> color, const Font& font,

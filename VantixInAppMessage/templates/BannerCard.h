@@ -4,7 +4,7 @@
 
 namespace vantix {
 
-/// What a banner shows beside its title row, title, message and button.
+/// Which parts of its content row a banner shows.
 enum class BannerContent { everything, imageOnly, messageOnly };
 
 /// The card that banners at the top and at the bottom of the screen share: a thumbnail with title and message beside
@@ -18,6 +18,7 @@ public:
 
 private:
     View contentRow() const;
+    std::string spokenTexts() const;
     View thumbnail() const;
     View texts() const;
     View text(const std::string& text, std::optional<Color> color, const Font& font, std::optional<Color> background,
@@ -34,6 +35,8 @@ private:
     double deafultPadding_ = 8;
     double primaryCtaButtonHeight_ = 40;
     double imageViewSize_ = 60;
+    /// Only texts that stand alone keep clear of the close control.
+    double spacingBetweenMessageAndCloseButton_ = 5;
 };
 
 }  // namespace vantix

@@ -1,18 +1,8 @@
 #include "VantixInAppMessage/templates/FeedbackInAppMessageView.h"
 
-#include "VantixInAppMessage/templates/ButtonGroup.h"
-
 namespace vantix {
 
 namespace {
-
-View optionLabel(const std::string& option) { return Text(option); }
-
-std::vector<std::string> drawnOptions(const InAppMessageViewModel& viewModel) {
-    auto options = viewModel.feedbackOptions();
-    if (options.size() > mostDrawnRows) options.resize(mostDrawnRows);
-    return options;
-}
 
 View radioMark(bool isSelected) {
     View inside = FilledCircle(isSelected ? Color::systemBlue() : Color::white());
@@ -75,28 +65,23 @@ View FeedbackInAppMessageView::optionList() const {
         .padding(Edge::top);
 }
 
-View FeedbackInAppMessageView::singleSelectionFeedbackView() const {
-    return ButtonGroup<std::string>{
-        .multiSelection = selectionFeedbackOptions_,
-        .singleSelection = selectedFeedback_,
-        .tags = drawnOptions(*viewModel_),
-        .type = ButtonType::radio,
-        .button = [](const std::string&, bool isSelected) { return radioMark(isSelected); },
-        .label = optionLabel,
-    }
-        .body();
-}
+View FeedbackInAppMessageView::singleSelectionFeedbackView() const { return options(ButtonType::radio, radioMark); }
 
 View FeedbackInAppMessageView::multipleSelectionFeedbackView() const {
-    return ButtonGroup<std::string>{
+    return options(ButtonType::checkMark, checkMark);
+}
+
+View FeedbackInAppMessageView::options(ButtonType type, View (*mark)(bool)) const {
+    ButtonGroup<std::string> group{
         .multiSelection = selectionFeedbackOptions_,
         .singleSelection = selectedFeedback_,
-        .tags = drawnOptions(*viewModel_),
-        .type = ButtonType::checkMark,
-        .button = [](const std::string&, bool isSelected) { return checkMark(isSelected); },
-        .label = optionLabel,
-    }
-        .body();
+        .orientation = Orientation::vertical,
+        .tags = drawnRows(viewModel_->feedbackOptions()),
+        .type = type,
+        .button = [mark](const std::string&, bool isSelected) { return mark(isSelected); },
+        .label = [](const std::string& option) { return Text(option); },
+    };
+    return group.body();
 }
 
 View FeedbackInAppMessageView::buttons() const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "DeclarativeUI/State.h"
+#include "VantixInAppMessage/templates/ButtonGroup.h"
 #include "VantixInAppMessage/templates/MessageBlocks.h"
 
 #include <optional>
@@ -22,6 +23,7 @@ private:
     View optionList() const;
     View singleSelectionFeedbackView() const;
     View multipleSelectionFeedbackView() const;
+    View options(ButtonType type, View (*mark)(bool)) const;
     View buttons() const;
 
     ViewModel viewModel_;

@@ -56,10 +56,11 @@ std::function<View()> templateFor(const ViewModel& viewModel) {
 InAppMessageView::InAppMessageView(const VantixInAppMessagePayload& inAppMessage,
                                    std::shared_ptr<InAppDisplayManager> displayManager)
     : viewModel_(std::make_shared<InAppMessageViewModel>(inAppMessage, std::move(displayManager))),
-      template_(templateFor(viewModel_)) {}
+      template_(templateFor(viewModel_)),
+      layoutDirection_(layoutDirection(*viewModel_)) {}
 
 View InAppMessageView::body() const {
-    return VStack(HorizontalAlignment::leading, {template_()}).layoutDirection(layoutDirection(*viewModel_));
+    return VStack(HorizontalAlignment::leading, {template_()}).layoutDirection(layoutDirection_);
 }
 
 }  // namespace vantix

@@ -22,6 +22,7 @@ public:
 private:
     std::shared_ptr<InAppMessageViewModel> viewModel_;
     std::function<View()> template_;
+    LayoutDirection layoutDirection_;
 };
 
 }  // namespace vantix

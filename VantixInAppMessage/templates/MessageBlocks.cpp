@@ -11,6 +11,17 @@ namespace {
 constexpr double trailingPaddingCloseButton = 5;
 constexpr double closeRowPadding = 5;
 
+/// A call to action without a text is a programming error: decoding never leaves one so.
+std::vector<std::string> ctaTexts(const InAppMessageViewModel& viewModel) {
+    std::vector<std::string> texts;
+    for (int index = 0; index < viewModel.numberOfCTAs(); ++index) {
+        auto cta = viewModel.getCTA(index);
+        if (!cta->actionText) fatalError("Unexpectedly found nil while implicitly unwrapping an Optional value");
+        texts.push_back(*cta->actionText);
+    }
+    return texts;
+}
+
 }  // namespace
 
 View centredText(const std::string& text, std::optional<Color> color, const Font& font,
@@ -52,17 +63,25 @@ View compactButton(const std::string& title, std::optional<Color> textColor, con
         .padding(Edge::vertical);
 }
 
+std::vector<std::string> drawnRows(std::vector<std::string> texts) {
+    constexpr std::size_t mostRows = 200;
+    constexpr std::size_t mostText = 16 * 1024;
+    std::size_t rows = 0;
+    std::size_t length = 0;
+    while (rows < std::min(texts.size(), mostRows) && length <= mostText) length += texts[rows++].size();
+    texts.resize(rows);
+    return texts;
+}
+
 std::vector<View> ctaButtons(const ViewModel& viewModel, double cornerRadius,
                              const std::function<void(const InAppCTA&)>& action) {
     std::vector<View> buttons;
-    for (int index = 0; index < std::min(viewModel->numberOfCTAs(), mostDrawnRows); ++index) {
-        auto cta = viewModel->getCTA(index);
-        if (!cta || !cta->actionText) {
-            fatalError("Unexpectedly found nil while implicitly unwrapping an Optional value");
-        }
+    int drawn = static_cast<int>(drawnRows(ctaTexts(*viewModel)).size());
+    for (int index = 0; index < drawn; ++index) {
+        InAppCTA cta = *viewModel->getCTA(index);
         auto style = viewModel->getCTAStyle(index).value_or(InAppMessageComponentStyle());
-        buttons.push_back(compactButton(*cta->actionText, style.textColor, style.getFont(), style.backgroundColor,
-                                        cornerRadius, [action, cta = *cta] { action(cta); }));
+        buttons.push_back(compactButton(*cta.actionText, style.textColor, style.getFont(), style.backgroundColor,
+                                        cornerRadius, [action, cta] { action(cta); }));
     }
     return buttons;
 }
@@ -76,6 +95,7 @@ View popupCard(const ViewModel& viewModel, double cornerRadius, std::function<st
                          .body()
                          .padding(Edge::trailing, trailingPaddingCloseButton);
         View card = VStack(rows())
+                        .frame({.maxWidth = infinity})
                         .background(viewModel->layoutBackgroundColor())
                         .cornerRadius(cornerRadius)
                         .element(Role::card);

@@ -16,8 +16,9 @@ using ViewModel = std::shared_ptr<InAppMessageViewModel>;
 
 /// Blocks that several templates draw alike.
 
-/// As many buttons, or options, of a message are drawn; more would hold up the main thread and serve nobody.
-inline constexpr int mostDrawnRows = 200;
+/// The first of the texts, as many as are drawn as rows of their own: 200, and 16 KiB of text. More would hold up the
+/// main thread and serve nobody.
+std::vector<std::string> drawnRows(std::vector<std::string> texts);
 
 /// A text with its colour and font, its lines centred, over the full width, on a background of its own.
 View centredText(const std::string& text, std::optional<Color> color, const Font& font,
@@ -29,7 +30,7 @@ View titleBlock(const ViewModel& viewModel);
 /// The message's image over the full width, with rounded corners; empty when the message has none.
 View imageBlock(const ViewModel& viewModel, double cornerRadius, std::optional<Image> placeholder = {});
 
-/// A button as wide as its text, one for each call to action, in order; each acts with its own call to action.
+/// A compact button for each call to action, in order; each acts with its own call to action.
 std::vector<View> ctaButtons(const ViewModel& viewModel, double cornerRadius,
                              const std::function<void(const InAppCTA&)>& action);
 

@@ -13,8 +13,10 @@ View PopupInAppMessageView::body() const {
                 self.primaryButton(),
             };
         },
-        [viewModel = viewModel_] { viewModel->handlePrimaryCTAAction(); });
+        [self = *this] { self.handleButtonAction(); });
 }
+
+void PopupInAppMessageView::handleButtonAction() const { viewModel_->handlePrimaryCTAAction(); }
 
 View PopupInAppMessageView::messageBlock() const {
     if (!viewModel_->hasMessage()) return {};
@@ -26,8 +28,7 @@ View PopupInAppMessageView::messageBlock() const {
 
 View PopupInAppMessageView::primaryButton() const {
     if (!viewModel_->hasPrimaryCTA()) return {};
-    return Button([viewModel = viewModel_] { viewModel->handlePrimaryCTAAction(); },
-                  Text(viewModel_->getPrimaryCTAButtonTitle()).padding())
+    return Button([self = *this] { self.handleButtonAction(); }, Text(viewModel_->getPrimaryCTAButtonTitle()).padding())
         .foregroundColor(viewModel_->ctaTextColor())
         .font(viewModel_->ctaFont())
         .cornerRadius(buttonCornerRadius_)

@@ -12,6 +12,7 @@ public:
     View body() const;
 
 private:
+    void handleButtonAction() const;
     View messageBlock() const;
     View primaryButton() const;
 

@@ -19,7 +19,7 @@ View StarRatingsView::star(int number) const {
     return image(number)
         .foregroundColor(isOff ? offColor.value_or(Color::gray()) : onColor.value_or(Color::yellow()))
         .selected(!isOff)
-        .spokenText(name + " of " + std::to_string(maximumRating) + " stars" + (isOff ? "" : ", selected"))
+        .spokenText(name + " of " + std::to_string(maximumRating) + " stars, " + (isOff ? "not selected" : "selected"))
         .element(Role::star, name)
         .onTapGesture([rating = rating, number] { rating.set(number); });
 }

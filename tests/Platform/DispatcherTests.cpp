@@ -78,9 +78,9 @@ TEST_P(DispatcherContract, WorkNeverRunsWithinTheCallThatHandsItOver) {
 TEST_P(DispatcherContract, DelayedWorkRunsInTheOrderOfItsTimes) {
     std::vector<int> order;
     auto& main = dispatcher().mainQueue();
-    main.asyncAfter(std::chrono::milliseconds(20), [&] { order.push_back(2); });
+    main.asyncAfter(std::chrono::milliseconds(500), [&] { order.push_back(2); });
     main.asyncAfter(std::chrono::milliseconds(5), [&] { order.push_back(1); });
-    main.asyncAfter(std::chrono::milliseconds(40), [&] { order.push_back(3); });
+    main.asyncAfter(std::chrono::milliseconds(600), [&] { order.push_back(3); });
     runUntil([&] { return order.size() == 3; });
     EXPECT_EQ(order, (std::vector{1, 2, 3}));
 }

@@ -1,49 +1,17 @@
 #include "tests/Support/LoopbackServer.h"
 
+#include "Tools/certificate/ThrowAwayCertificate.h"
+
 #include <atomic>
 #include <condition_variable>
 #include <cstdint>
 #include <httplib.h>
 #include <mutex>
-#include <openssl/evp.h>
-#include <openssl/sha.h>
-#include <openssl/x509.h>
 #include <thread>
 
 namespace vantix {
 
 namespace {
-
-using Key = std::unique_ptr<EVP_PKEY, decltype(&EVP_PKEY_free)>;
-using Certificate = std::unique_ptr<X509, decltype(&X509_free)>;
-
-constexpr long day = 24 * 60 * 60;
-
-Certificate makeCertificate(EVP_PKEY* key, LoopbackServer::Security security) {
-    Certificate certificate(X509_new(), &X509_free);
-    X509_set_version(certificate.get(), X509_VERSION_3);
-    ASN1_INTEGER_set(X509_get_serialNumber(certificate.get()), 1);
-    X509_gmtime_adj(X509_getm_notBefore(certificate.get()), -2 * day);
-    X509_gmtime_adj(X509_getm_notAfter(certificate.get()), security == LoopbackServer::Security::expired ? -day : day);
-    X509_NAME* name = X509_get_subject_name(certificate.get());
-    X509_NAME_add_entry_by_txt(name, "CN", MBSTRING_ASC, reinterpret_cast<const unsigned char*>("127.0.0.1"), -1, -1,
-                               0);
-    X509_set_issuer_name(certificate.get(), name);
-    X509_set_pubkey(certificate.get(), key);
-    X509_sign(certificate.get(), key, EVP_sha256());
-    return certificate;
-}
-
-std::string pinOf(EVP_PKEY* key) {
-    unsigned char* encoded = nullptr;
-    int length = i2d_PUBKEY(key, &encoded);
-    unsigned char hash[SHA256_DIGEST_LENGTH];
-    SHA256(encoded, static_cast<std::size_t>(length), hash);
-    OPENSSL_free(encoded);
-    unsigned char text[64];
-    EVP_EncodeBlock(text, hash, sizeof hash);
-    return "sha256//" + std::string(reinterpret_cast<const char*>(text));
-}
 
 LoopbackServer::Request recorded(const httplib::Request& request) {
     LoopbackServer::Request record{request.method, request.target, {}, request.body};
@@ -58,9 +26,8 @@ LoopbackServer::Request recorded(const httplib::Request& request) {
 }  // namespace
 
 struct LoopbackServer::Implementation {
-    Key key{EVP_EC_gen("P-256"), &EVP_PKEY_free};
-    Certificate certificate{nullptr, &X509_free};
     Security security;
+    ThrowAwayCertificate certificate;
     std::unique_ptr<httplib::Server> server;
     int port = 0;
     std::thread thread;
@@ -72,12 +39,14 @@ struct LoopbackServer::Implementation {
     bool isHeld = false;
     std::atomic<bool> isStopping = false;
 
-    explicit Implementation(Security theSecurity) : security(theSecurity) {
+    explicit Implementation(Security theSecurity)
+        : security(theSecurity),
+          certificate(theSecurity == Security::expired ? ThrowAwayCertificate::Validity::expired
+                                                       : ThrowAwayCertificate::Validity::current) {
         if (security == Security::plain) {
             server = std::make_unique<httplib::Server>();
         } else {
-            certificate = makeCertificate(key.get(), security);
-            server = std::make_unique<httplib::SSLServer>(certificate.get(), key.get());
+            server = std::make_unique<httplib::SSLServer>(certificate.certificate(), certificate.key());
         }
         server->set_keep_alive_max_count(1);
         server->new_task_queue = [] { return new httplib::ThreadPool(16); };
@@ -160,7 +129,7 @@ std::string LoopbackServer::url(const std::string& path) const {
     return std::string(scheme) + "://127.0.0.1:" + std::to_string(implementation_->port) + path;
 }
 
-std::string LoopbackServer::pin() const { return pinOf(implementation_->key.get()); }
+std::string LoopbackServer::pin() const { return implementation_->certificate.pin(); }
 
 std::vector<LoopbackServer::Request> LoopbackServer::requests() const {
     std::lock_guard lock(implementation_->mutex);

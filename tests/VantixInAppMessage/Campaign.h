@@ -26,8 +26,8 @@ struct Campaign {
     std::string cuid = "customer";
 
     Dictionary push() const {
-        Dictionary body{{"type", type},       {"title", "Title"}, {"message", message},
-                        {"image", image},     {"ctas", ctas},     {"feedbackOptions", feedback()}};
+        Dictionary body{{"type", type},   {"title", "Title"}, {"message", message},
+                        {"image", image}, {"ctas", ctas},     {"feedbackOptions", feedback()}};
         return {{"cuid", cuid},
                 {"scope", scope},
                 {"senderId", "sender"},

@@ -298,9 +298,8 @@ TEST_F(DisplayManagerTest, ReportsCarryWhatThePersonGave) {
     auto expected = [&](std::optional<int> rating, std::optional<std::string> feedback, std::vector<int> options) {
         return InAppMessagingCore::getAttributesForEventReporting(message, false, rating, feedback, options);
     };
-    EXPECT_EQ(recorder.takeAttributes(),
-              (std::vector{expected(0, {}, {}), expected({}, "good", {0, 2}), expected({}, {}, {}),
-                           expected({}, {}, {})}));
+    EXPECT_EQ(recorder.takeAttributes(), (std::vector{expected(0, {}, {}), expected({}, "good", {0, 2}),
+                                                      expected({}, {}, {}), expected({}, {}, {})}));
 }
 
 TEST_F(DisplayManagerTest, WithoutAStoreIdTheReviewPageStaysShut) {
@@ -313,10 +312,9 @@ TEST_F(DisplayManagerTest, WithoutAStoreIdTheReviewPageStaysShut) {
                   appStoreId ? Texts{}
                              : Texts{"Manager/InAppDisplayManager goToAppReviewAndRating(with:): Failed to open review "
                                      "and rating page on App store as application Id is not provided."});
-        EXPECT_EQ(recorder.takeTold(),
-                  appStoreId ? (Texts{"open https://apps.apple.com/app/id?action=write-review",
-                                      "behavioral inAppMessageAppRating a"})
-                             : Texts{})
+        EXPECT_EQ(recorder.takeTold(), appStoreId ? (Texts{"open https://apps.apple.com/app/id?action=write-review",
+                                                           "behavioral inAppMessageAppRating a"})
+                                                  : Texts{})
             << "an empty id is an id";
         EXPECT_TRUE(shown().empty());
         core.reset();
@@ -365,10 +363,10 @@ TEST_F(DisplayManagerTest, OnlyABannerGoesWithItsLostImage) {
         bool isRemoved;
     };
     const std::vector<Case> cases = {
-        {"HEADER", server.url("/damaged" + https), true},  {"FOOTER", server.url("/missing" + https), true},
-        {"HEADER", untrusted.url("/whole"), true},         {"HEADER", server.url("/whole" + https), false},
-        {"HEADER", "ftp://127.0.0.1/" + https, false},     {"FOOTER", "https: no url", false},
-        {"POPUP", server.url("/missing"), false},          {"FULLSCREEN", server.url("/damaged"), false},
+        {"HEADER", server.url("/damaged" + https), true}, {"FOOTER", server.url("/missing" + https), true},
+        {"HEADER", untrusted.url("/whole"), true},        {"HEADER", server.url("/whole" + https), false},
+        {"HEADER", "ftp://127.0.0.1/" + https, false},    {"FOOTER", "https: no url", false},
+        {"POPUP", server.url("/missing"), false},         {"FULLSCREEN", server.url("/damaged"), false},
     };
     for (const Case& test : cases) {
         SCOPED_TRACE(test.image);
@@ -381,7 +379,8 @@ TEST_F(DisplayManagerTest, OnlyABannerGoesWithItsLostImage) {
         EXPECT_EQ(recorder.takeErrors(),
                   test.isRemoved ? Texts{"Manager/InAppDisplayManager "
                                          "downloadImageAsynchronously(for:imageURL:dispatchGroup:): Removed the in-app "
-                                         "message " + message.description() + " of type " + test.type +
+                                         "message " +
+                                         message.description() + " of type " + test.type +
                                          " as downloading failed for image with url " + test.image}
                                  : Texts{});
         EXPECT_EQ(stored().empty(), test.isRemoved);

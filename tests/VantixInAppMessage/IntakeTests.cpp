@@ -39,10 +39,11 @@ TEST_F(IntakeTest, APushIsToldStoredAndShownAtOnce) {
     const Dictionary dropped{{"x", 1}};
     recorder.takeErrors();
     receive(dropped);
-    EXPECT_EQ(recorder.takeLog(LogLevel::debug),
-              (Texts{"Core/InAppMessagingCore handleSilentPushNotification(with:): \u2705-Notification Payload: {\"x\":1}",
-                     "Core/InAppMessagingCore handleSilentPushNotification(with:): \u2705-Processing Selvane InApp "
-                     "message"}));
+    EXPECT_EQ(
+        recorder.takeLog(LogLevel::debug),
+        (Texts{"Core/InAppMessagingCore handleSilentPushNotification(with:): \u2705-Notification Payload: {\"x\":1}",
+               "Core/InAppMessagingCore handleSilentPushNotification(with:): \u2705-Processing Selvane InApp "
+               "message"}));
 }
 
 TEST_F(IntakeTest, APushWithoutScopeOrEventIsDroppedButADeliveryIsStored) {
@@ -84,10 +85,14 @@ TEST_F(IntakeTest, BannersTakeASecureImageOnly) {
         bool accepted;
     };
     const std::vector<Case> cases = {
-        {"HEADER", "http://127.0.0.1:1/p", false}, {"FOOTER", "http://127.0.0.1:1/p", false},
-        {"HEADER", "https", false},                {"FOOTER", " ", false},
-        {"HEADER", "", true},                      {"FOOTER", "HTTPS:", true},
-        {"HEADER", "xhttps:x y", true},            {"POPUP", "http://127.0.0.1:1/p", true},
+        {"HEADER", "http://127.0.0.1:1/p", false},
+        {"FOOTER", "http://127.0.0.1:1/p", false},
+        {"HEADER", "https", false},
+        {"FOOTER", " ", false},
+        {"HEADER", "", true},
+        {"FOOTER", "HTTPS:", true},
+        {"HEADER", "xhttps:x y", true},
+        {"POPUP", "http://127.0.0.1:1/p", true},
         {"BADGE", "nonsense of a url", true},
     };
     for (const Case& test : cases) {
@@ -124,12 +129,14 @@ TEST_F(IntakeTest, AFailedInsertIsToldAndAnswered) {
     core->userLoggedOut();
     settle();
     EXPECT_EQ(outcomes, std::vector{false});
-    const std::string line = receiving + "Error while inserting the in-app message with payload " + message.description();
+    const std::string line =
+        receiving + "Error while inserting the in-app message with payload " + message.description();
     Texts errors = recorder.takeErrors();
     ASSERT_EQ(errors.size(), 6U);
     EXPECT_EQ(errors[1], line);
     EXPECT_EQ(errors[3], line);
-    EXPECT_EQ(errors[5], "Core/InAppMessagingCore removeAllInAppMessages(): Error while deleting all the in-app messages");
+    EXPECT_EQ(errors[5],
+              "Core/InAppMessagingCore removeAllInAppMessages(): Error while deleting all the in-app messages");
     EXPECT_TRUE(shown().empty());
 }
 
@@ -195,10 +202,11 @@ TEST_F(IntakeTest, LoggingOutRemovesMessagesAndImagesButWhatIsShown) {
     recorder.takeErrors();
     core->userLoggedOut();
     settle();
-    EXPECT_EQ(recorder.takeLog(LogLevel::debug),
-              (Texts{"Manager/InAppRepoHelper removeAllMessages(completion:): Successfully deleted all the in-app "
-                     "messages",
-                     "Core/InAppMessagingCore removeAllInAppMessages(): Successfully deleted all the in-app messages"}));
+    EXPECT_EQ(
+        recorder.takeLog(LogLevel::debug),
+        (Texts{"Manager/InAppRepoHelper removeAllMessages(completion:): Successfully deleted all the in-app "
+               "messages",
+               "Core/InAppMessagingCore removeAllInAppMessages(): Successfully deleted all the in-app messages"}));
     EXPECT_EQ(shown(), Texts{"shown"});
     post("buy");
     EXPECT_TRUE(tap(Role::close));
@@ -268,7 +276,12 @@ TEST_F(IntakeTest, HostilePushesDegradeToDefaults) {
         pushOf("long", R"({"eventName":")" + mebibyte + "\"}", R"({"message":")" + mebibyte + "\"}"),
         pushOf(mebibyte, buy, "{\"message\":\"\xFF\xC0\x80\xED\xA0\x80\"}"),
         pushOf("\xFF\xFE\x00\x80", buy, "\xFF"),
-        {{"scope", "any"}, {"cuid", "customer"}, {"trigger", buy}, {"\xFF", "\xFF"}, {"body", 1}, {"template", List{1}}},
+        {{"scope", "any"},
+         {"cuid", "customer"},
+         {"trigger", buy},
+         {"\xFF", "\xFF"},
+         {"body", 1},
+         {"template", List{1}}},
     };
     for (const Dictionary& notification : kept) receive(notification);
     EXPECT_EQ(stored().size(), kept.size());

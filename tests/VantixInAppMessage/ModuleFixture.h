@@ -3,13 +3,13 @@
 #include "DeclarativeUI/HostedView.h"
 #include "DeclarativeUI/OffscreenApplication.h"
 #include "Platform/FontCatalogue.h"
-#include "Platform/TextMeasurer.h"
 #include "Platform/VirtualDispatcher.h"
 #include "VantixInAppMessage/Core/InAppMessagingCore.h"
 #include "VantixInAppMessage/Manager/InAppDisplayManager.h"
 #include "VantixInAppMessage/Manager/InAppMessageQueueManager.h"
 #include "VantixInAppMessage/templates/InAppMessageView.h"
 #include "tests/Support/FakeImageDecoder.h"
+#include "tests/Support/FixedTextMeasurer.h"
 #include "tests/VantixCore/InstalledHost.h"
 #include "tests/VantixInAppMessage/Campaign.h"
 #include "tests/VantixInAppMessage/Recorder.h"
@@ -24,24 +24,6 @@
 namespace vantix {
 
 using Texts = std::vector<std::string>;
-
-/// Every character is half as wide as the font is high; lines end where they are full.
-struct MonospacedMeasurer final : TextMeasurer {
-    TextLayout layOut(std::string_view text, const Font& font, double maximumWidth) const override {
-        double character = font.size / 2;
-        auto perLine = static_cast<std::size_t>(std::clamp(maximumWidth / character, 1.0, 1e6));
-        TextLayout layout;
-        for (std::size_t at = 0; at == 0 || at < text.size(); at += perLine) {
-            auto line = std::string(text.substr(at, perLine));
-            layout.lines.push_back({line, static_cast<double>(line.size()) * character});
-            layout.size.width = std::max(layout.size.width, layout.lines.back().width);
-        }
-        layout.lineHeight = font.size;
-        layout.ascent = font.size;
-        layout.size.height = font.size * static_cast<double>(layout.lines.size());
-        return layout;
-    }
-};
 
 struct ScriptedFontCatalogue final : FontCatalogue {
     std::set<std::string, std::less<>> names;
@@ -120,14 +102,15 @@ protected:
         auto windows = scene->windows();
         if (windows.empty()) return false;
         HostedView& content = *windows.back().content;
-        for (const AccessibleElement& element : content.elements()) {
-            if (element.role != role || (!label.empty() && element.label != label)) continue;
-            auto result = content.hitTest(element);
-            if (result.action) result.action();
-            settle();
-            return result.action != nullptr;
-        }
-        return false;
+        auto elements = content.elements();
+        auto met = std::find_if(elements.begin(), elements.end(), [&](const AccessibleElement& element) {
+            return element.role == role && (label.empty() || element.label == label);
+        });
+        if (met == elements.end()) return false;
+        auto result = content.hitTest(*met);
+        if (result.action) result.action();
+        settle();
+        return result.action != nullptr;
     }
 
     void settle() {
@@ -175,12 +158,13 @@ protected:
 private:
     TemporaryFolder folder_;
     InstalledHost<DispatcherKind> installed_;
-    std::shared_ptr<MonospacedMeasurer> measurer_ = std::make_shared<MonospacedMeasurer>();
+    std::shared_ptr<FixedTextMeasurer> measurer_ = std::make_shared<FixedTextMeasurer>();
 
 protected:
     std::shared_ptr<OffscreenScene> scene = std::make_shared<OffscreenScene>(
         SceneTraits{.size = {390, 844}, .safeArea = {47, 0, 34, 0}}, installed_.dispatcher, measurer_);
-    std::shared_ptr<OffscreenApplication> application = std::make_shared<OffscreenApplication>(scene);
+    Image icon = vectorImage("<svg/>");
+    std::shared_ptr<OffscreenApplication> application = std::make_shared<OffscreenApplication>(scene, icon);
     std::shared_ptr<NotificationCore> notificationCore = std::make_shared<NotificationCore>();
     std::shared_ptr<VantixInAppMessageConfiguration> configuration = std::make_shared<VantixInAppMessageConfiguration>(
         std::make_shared<VantixConfiguration>(), notificationCore, "4711");

@@ -53,8 +53,8 @@ Texts keys(const Dictionary& dictionary) {
 TEST_F(PayloadTest, WordsOfTheWireAreExact) {
     using Type = VantixInAppNotificationType;
     const std::vector<std::pair<Type, std::string>> types = {
-        {Type::badge, "BADGE"},   {Type::popup, "POPUP"},   {Type::fullScreen, "FULLSCREEN"},
-        {Type::header, "HEADER"}, {Type::footer, "FOOTER"}, {Type::rating, "RATING"},
+        {Type::badge, "BADGE"},       {Type::popup, "POPUP"},        {Type::fullScreen, "FULLSCREEN"},
+        {Type::header, "HEADER"},     {Type::footer, "FOOTER"},      {Type::rating, "RATING"},
         {Type::feedback, "FEEDBACK"}, {Type::appRating, "APPRATING"}};
     for (const auto& [type, word] : types) {
         EXPECT_EQ(rawValue(type), word);
@@ -123,8 +123,8 @@ TEST_F(PayloadTest, DecodesTextsAndEncodesNestedDictionaries) {
 }
 
 TEST_F(PayloadTest, AValueOfAnotherKindIsNoValue) {
-    const std::vector<Value> others = {nullptr, true, 1, 1.5, List{"a"}, Dictionary{{"eventName", "e"}},
-                                       Value::opaque(std::any(std::string("a")))};
+    const std::vector<Value> others = {
+        nullptr, true, 1, 1.5, List{"a"}, Dictionary{{"eventName", "e"}}, Value::opaque(std::any(std::string("a")))};
     for (const auto& [key, text] : completePush) {
         for (const Value& other : others) {
             EXPECT_EQ(decode({{key, other}}), Payload()) << key << toJSON(other);
@@ -145,14 +145,23 @@ TEST_F(PayloadTest, ANestedTextThatIsNoObjectIsTheDefaultAndOneLine) {
     const std::vector<Nested> nested = {
         {"trigger", errorPrefix, "error occurred during json generation for Trigger:",
          "NotificationTrigger not available due to invalid json response"},
-        {"body", errorPrefix, "error occurred during json generation for Body:",
-         "body not available due to invalid json response"},
+        {"body", errorPrefix,
+         "error occurred during json generation for Body:", "body not available due to invalid json response"},
         {"template", "Core/InAppMessagePayload/InAppMessageStyle generate(from:): ",
          "error occurred during json generation for InAppMessageStyle:",
          "InAppMessageStyle not available due to invalid json response"},
     };
-    const Texts unreadable = {"", " ", "{", "{\"a\":1,}", "{} x", "nul", "\xEF\xBB\xBF{}", "{\"title\":\"\xFF\"}",
-                              "{\"title\":\"\\ud800\"}", "{'a':1}", std::string("{}\0", 3),
+    const Texts unreadable = {"",
+                              " ",
+                              "{",
+                              "{\"a\":1,}",
+                              "{} x",
+                              "nul",
+                              "\xEF\xBB\xBF{}",
+                              "{\"title\":\"\xFF\"}",
+                              "{\"title\":\"\\ud800\"}",
+                              "{'a':1}",
+                              std::string("{}\0", 3),
                               "{\"a\":" + std::string(600, '[') + std::string(600, ']') + "}"};
     for (const Nested& field : nested) {
         for (const std::string& text : unreadable) {
@@ -185,7 +194,9 @@ TEST_F(PayloadTest, BodyFieldsOfAWrongKindAreLeftOut) {
              body.title = "t";
          }},
         {R"({"ctas":[{"type":"RATING","action":1,"actionText":2},{}]})",
-         [](InAppBody& body) { body.ctas = {{"", "", "RATING"}, {"", "", ""}}; }},
+         [](InAppBody& body) {
+             body.ctas = {{"", "", "RATING"}, {"", "", ""}};
+         }},
         {R"({"ctas":[{"type":"RATING"},"x"]})", nothing, true},
         {R"({"ctas":[{"type":"RATING"},null]})", nothing, true},
         {R"({"ctas":[],"feedbackOptions":{"selectionType":"multiSelection"}})",
@@ -223,10 +234,18 @@ TEST_F(PayloadTest, ACallToActionOfItsOwnMayLackItsText) {
 }
 
 TEST_F(PayloadTest, OnlyAValidReferenceIsAnImageURL) {
-    const std::vector<std::pair<std::string, bool>> cases = {
-        {"https://a.example/p.png?x=1#f", true}, {"HTTP://A", true}, {"picture.png", true}, {"data:,x", true},
-        {"", false}, {" ", false}, {"https://a.example/a b", false}, {"https://a.example/\xC3\xA4", false},
-        {"https://a.example/%zz", false}, {"https://[::1", false}, {"1:x", false}, {"https://a/\n", false}};
+    const std::vector<std::pair<std::string, bool>> cases = {{"https://a.example/p.png?x=1#f", true},
+                                                             {"HTTP://A", true},
+                                                             {"picture.png", true},
+                                                             {"data:,x", true},
+                                                             {"", false},
+                                                             {" ", false},
+                                                             {"https://a.example/a b", false},
+                                                             {"https://a.example/\xC3\xA4", false},
+                                                             {"https://a.example/%zz", false},
+                                                             {"https://[::1", false},
+                                                             {"1:x", false},
+                                                             {"https://a/\n", false}};
     for (const auto& [text, isURL] : cases) {
         Payload payload;
         payload.body.image = text;

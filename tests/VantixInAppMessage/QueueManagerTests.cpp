@@ -31,7 +31,7 @@ protected:
     /// "milestones | broadcast | others"
     std::string queues() const {
         auto snapshot = manager->queues();
-        auto list = [](const InAppMessageQueueManager::Messages& messages) {
+        auto list = [](const InAppMessageQueues::Messages& messages) {
             std::string scopes;
             for (const auto& message : messages) scopes += message->scope + " ";
             return scopes;
@@ -220,8 +220,9 @@ TEST_F(QueueManagerTest, AFailingStoreChangesNoQueue) {
     insert({.scope = "l", .event = "APP_LAUNCH"});
     Texts errors = recorder.takeErrors();
     ASSERT_EQ(errors.size(), 3U);
-    EXPECT_EQ(errors[1], "Manager/InAppMessageQueueManager insert(message:completion:): Failed to remove existing "
-                         "broadcast type inapp messages");
+    EXPECT_EQ(errors[1],
+              "Manager/InAppMessageQueueManager insert(message:completion:): Failed to remove existing "
+              "broadcast type inapp messages");
     EXPECT_TRUE(errors[2].starts_with("Manager/InAppRepoHelper insert(message:completion:): ")) << "it goes on";
     rebuild();
     EXPECT_EQ(outcomes, (std::vector{false, false, true})) << "a list that cannot be read is an empty one";

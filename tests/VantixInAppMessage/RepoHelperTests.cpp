@@ -30,8 +30,9 @@ protected:
 
 TEST_F(RepoHelperTest, ARecordKeepsThirteenOfItsFourteenTexts) {
     using Property = InAppMessage::Property;
-    const Texts names = {"cuid",     "scope",    "campaignId", "variationId", "senderID", "senderSource",    "custom",
-                         "priority", "validity", "trigger",    "type",        "body",     "imageIdentifier", "template"};
+    const Texts names = {"cuid",         "scope",  "campaignId",      "variationId", "senderID",
+                         "senderSource", "custom", "priority",        "validity",    "trigger",
+                         "type",         "body",   "imageIdentifier", "template"};
     ASSERT_EQ(static_cast<std::size_t>(InAppMessage::propertyCount), names.size());
     for (std::size_t at = 0; at < names.size(); ++at) {
         EXPECT_EQ(InAppMessage::name(static_cast<Property>(at)), names[at]);
@@ -52,10 +53,20 @@ TEST_F(RepoHelperTest, ARecordKeepsThirteenOfItsFourteenTexts) {
     settle();
     ASSERT_EQ(records.size(), 2U) << "the same scope is stored twice";
     const std::optional<std::string> absent;
-    std::vector<std::optional<std::string>> expected = {
-        "customer", "a", absent, absent, "sender", "source", message.custom, message.priority, message.validity,
-        message.trigger.textRepresentation, absent, message.body.textRepresentation, message.imageIdentifier,
-        message.style.textRepresentation};
+    std::vector<std::optional<std::string>> expected = {"customer",
+                                                        "a",
+                                                        absent,
+                                                        absent,
+                                                        "sender",
+                                                        "source",
+                                                        message.custom,
+                                                        message.priority,
+                                                        message.validity,
+                                                        message.trigger.textRepresentation,
+                                                        absent,
+                                                        message.body.textRepresentation,
+                                                        message.imageIdentifier,
+                                                        message.style.textRepresentation};
     EXPECT_TRUE(std::equal(expected.begin(), expected.end(), records[0].values.begin()));
     expected[2] = "";
     expected[3] = "v";
@@ -127,19 +138,18 @@ TEST_F(RepoHelperTest, EachOutcomeIsOneLineAndOneAnswer) {
         std::string failure;
     };
     const std::vector<Operation> operations = {
-        {[&](auto done) { helper()->insert(message, done); }, "insert(message:completion:): ",
-         "Successfully inserted in app message with message " + payload,
+        {[&](auto done) { helper()->insert(message, done); },
+         "insert(message:completion:): ", "Successfully inserted in app message with message " + payload,
          "Failed to insert in app message with message " + payload + " with error "},
-        {[&](auto done) { helper()->removeMessage("a", done); }, "removeMessage(with:completion:): ",
-         "Successfully removed in app message with message id a",
+        {[&](auto done) { helper()->removeMessage("a", done); },
+         "removeMessage(with:completion:): ", "Successfully removed in app message with message id a",
          "Failed to remove in app message with message id a with error "},
         {[&](auto done) { helper()->removeAllExistingBroadcastMessages(done); },
          "removeAllExistingBroadcastMessages(completion:): ",
          "Successfully removed all existing broadcast in app messages",
          "Failed to remove all existing broadcast in app messages with error "},
         {[&](auto done) { helper()->removeAllMessages(done); }, "removeAllMessages(completion:): ",
-         "Successfully deleted all the in-app messages",
-         "Failed to delete all the in-app messages due to error: "},
+         "Successfully deleted all the in-app messages", "Failed to delete all the in-app messages due to error: "},
     };
     auto attempt = [&](const Operation& operation, bool succeeds) {
         outcomes.clear();
@@ -162,8 +172,11 @@ TEST_F(RepoHelperTest, EachOutcomeIsOneLineAndOneAnswer) {
     EXPECT_TRUE(stored().empty());
     Texts errors = recorder.takeErrors();
     ASSERT_EQ(errors.size(), 1U);
-    EXPECT_TRUE(errors[0].starts_with(errorStart + "fetchAllInAppMessages(completion:): Failed to fetch in app "
-                                                   "messages with error " + reason)) << errors[0];
+    EXPECT_TRUE(errors[0].starts_with(errorStart +
+                                      "fetchAllInAppMessages(completion:): Failed to fetch in app "
+                                      "messages with error " +
+                                      reason))
+        << errors[0];
 
     std::filesystem::remove(dataDirectory());
     for (const Operation& operation : operations) {

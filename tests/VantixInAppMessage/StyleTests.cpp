@@ -78,11 +78,10 @@ TEST_F(StyleTest, ColoursAreWrittenRoundedAndWithoutAlpha) {
 
 TEST_F(StyleTest, AWholeStyleIsReadAndWritten) {
     fonts->names = {"Lobster"};
-    const std::string text =
-        R"({"title":{"textSize":"20","textStyle":"BOLD","textColor":"#ff0000"},"message":{},)"
-        R"("ctas":[{"textSize":"1"},{"textStyle":"Lobster"},{"backgroundColor":"#00ff00"}],)"
-        R"("rating":{"selectedColor":"#0000ff","unselectedColor":"grey"},)"
-        R"("phoneBackgroundColor":"#80FF0000","layoutBackgroundColor":""})";
+    const std::string text = R"({"title":{"textSize":"20","textStyle":"BOLD","textColor":"#ff0000"},"message":{},)"
+                             R"("ctas":[{"textSize":"1"},{"textStyle":"Lobster"},{"backgroundColor":"#00ff00"}],)"
+                             R"("rating":{"selectedColor":"#0000ff","unselectedColor":"grey"},)"
+                             R"("phoneBackgroundColor":"#80FF0000","layoutBackgroundColor":""})";
     auto style = InAppMessageStyle::generate(text);
     EXPECT_EQ(style.textRepresentation, text);
     EXPECT_EQ(style.title.getFont(), Font::system(20, FontWeight::bold));

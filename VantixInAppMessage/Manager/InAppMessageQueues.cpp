@@ -1,0 +1,88 @@
+#include "VantixInAppMessage/Manager/InAppMessageQueues.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace vantix {
+
+namespace {
+
+using TriggerType = VantixInAppNotificationTriggerType;
+using Messages = InAppMessageQueues::Messages;
+
+bool isTriggeredBy(const VantixInAppMessagePayload& message, TriggerType type) { return triggerType(message) == type; }
+
+void removeFirst(Messages& messages, const std::string& scope) {
+    auto found =
+        std::find_if(messages.begin(), messages.end(), [&](const auto& message) { return message->scope == scope; });
+    if (found != messages.end()) messages.erase(found);
+}
+
+}  // namespace
+
+std::optional<TriggerType> triggerType(const VantixInAppMessagePayload& message) {
+    return inAppNotificationTriggerType(message.trigger.eventName);
+}
+
+void InAppMessageQueues::reset() {
+    broadcastInAppMessage = nullptr;
+    milestoneInAppMessages.clear();
+    otherInAppMessages.clear();
+}
+
+void InAppMessageQueues::updateQueues(const Message& message) {
+    auto type = triggerType(*message);
+    if (type == TriggerType::instant) {
+        addMilestoneMessage(message);
+    } else if (type == TriggerType::appLaunch) {
+        broadcastInAppMessage = nullptr;
+    } else {
+        updateOtherMessage(message);
+    }
+}
+
+void InAppMessageQueues::remove(const VantixInAppMessagePayload& message) {
+    auto type = triggerType(message);
+    if (type == TriggerType::instant) {
+        removeFirst(milestoneInAppMessages, message.scope);
+    } else if (type == TriggerType::appLaunch) {
+        broadcastInAppMessage = nullptr;
+    } else {
+        removeFirst(otherInAppMessages, message.scope);
+    }
+    if (pendingRebuilds_ > 0) removedMeanwhile_.push_back(message.scope);
+}
+
+void InAppMessageQueues::beginRebuild() { ++pendingRebuilds_; }
+
+void InAppMessageQueues::finishRebuild(Messages allMessages) {
+    for (const std::string& scope : removedMeanwhile_) removeFirst(allMessages, scope);
+    if (--pendingRebuilds_ == 0) removedMeanwhile_.clear();
+    if (allMessages.empty()) return;
+
+    updateMilestoneMessages(allMessages);
+    updateOtherInAppMessages(allMessages);
+    broadcastInAppMessage = nullptr;
+    if (!milestoneMessagesAvailable()) updateBroadcastMessages(std::move(allMessages));
+}
+
+void InAppMessageQueues::updateMilestoneMessages(const Messages& allMessages) {
+    milestoneInAppMessages.clear();
+    std::copy_if(allMessages.begin(), allMessages.end(), std::back_inserter(milestoneInAppMessages),
+                 [](const Message& message) { return isTriggeredBy(*message, TriggerType::instant); });
+}
+
+/// Every stored message waits here, too, so that an event can name it.
+void InAppMessageQueues::updateOtherInAppMessages(const Messages& allMessages) { otherInAppMessages = allMessages; }
+
+/// The newest launch message. Messages without a time of creation keep the store's order.
+void InAppMessageQueues::updateBroadcastMessages(Messages allMessages) {
+    std::stable_sort(allMessages.begin(), allMessages.end(), [](const Message& a, const Message& b) {
+        return a->createdAt && b->createdAt && *a->createdAt < *b->createdAt;
+    });
+    auto newest = std::find_if(allMessages.rbegin(), allMessages.rend(),
+                               [](const Message& message) { return isTriggeredBy(*message, TriggerType::appLaunch); });
+    broadcastInAppMessage = newest == allMessages.rend() ? nullptr : *newest;
+}
+
+}  // namespace vantix

@@ -1,0 +1,160 @@
+#include "Platform/ThreadedDispatcher.h"
+#include "tests/Support/LoopbackServer.h"
+#include "tests/VantixInAppMessage/ModuleFixture.h"
+
+#include <atomic>
+#include <condition_variable>
+#include <thread>
+
+using namespace vantix;
+
+namespace {
+
+/// Wakes the main thread, which waits for it.
+class Signal {
+public:
+    void raise() {
+        std::lock_guard lock(mutex_);
+        isRaised_ = true;
+        raised_.notify_all();
+    }
+    void wait() {
+        std::unique_lock lock(mutex_);
+        raised_.wait(lock, [this] { return isRaised_; });
+        isRaised_ = false;
+    }
+
+private:
+    std::mutex mutex_;
+    std::condition_variable raised_;
+    bool isRaised_ = false;
+};
+
+/// The module on real threads. Whatever a test sets going it must see end, before the platform goes.
+class ThreadsTest : public ModuleFixture<ThreadedDispatcher> {
+protected:
+    ThreadsTest() {
+        dispatcher().setMainQueueWaker([signal = signal] { signal->raise(); });
+    }
+
+    /// Runs the main queue until the condition holds, and what had been handed to it by then; `turn` is called after
+    /// each wait.
+    template <typename Condition>
+    void runUntil(
+        Condition condition, const std::function<void()>& turn = [] {}) {
+        while (!condition()) {
+            signal->wait();
+            dispatcher().drainMainQueue();
+            turn();
+        }
+        dispatcher().drainMainQueue();
+    }
+
+    /// Counts an answer that is still to come.
+    std::function<void(bool)> completion() {
+        ++asked;
+        return [this, signal = signal](bool) {
+            ++answered;
+            signal->raise();
+        };
+    }
+
+    /// Reports run in order, so that the last one comes after all others.
+    void waitForReports() {
+        displayManager()->handleInAppMessageButtonAction(Campaign{.scope = "last"}.payload(), InAppCTA{}, {}, {}, {});
+        Texts told;
+        runUntil([&] {
+            Texts more = recorder.takeTold();
+            told.insert(told.end(), more.begin(), more.end());
+            signal->raise();
+            return !told.empty() && told.back() == "behavioral inAppMessageClose last";
+        });
+        auto shownReports = std::count_if(told.begin(), told.end(), [](const std::string& what) {
+            return what.starts_with("delivery inAppMessageShown");
+        });
+        EXPECT_EQ(shownReports, timesShown);
+    }
+
+    std::shared_ptr<Signal> signal = std::make_shared<Signal>();
+    std::atomic<int> asked = 0;
+    std::atomic<int> answered = 0;
+    int timesShown = 0;
+};
+
+}  // namespace
+
+TEST_F(ThreadsTest, PushesEventsLogOutsAndRebuildsMayAllMeet) {
+    start();
+    scene->setOnShown([this](const HostedView&) { ++timesShown; });
+    std::atomic<int> working = 4;
+    std::vector<std::thread> threads;
+    for (int number = 0; number < 4; ++number) {
+        threads.emplace_back([this, number, &working] {
+            for (int round = 0; round < 30; ++round) {
+                const char* event = std::array{"INSTANT", "APP_LAUNCH", "buy"}[static_cast<std::size_t>(round % 3)];
+                std::string scope = std::to_string(number) + "." + std::to_string(round);
+                core->silentPushListener(Campaign{.scope = scope, .event = event}.payload(), completion());
+                Vantix::captureEvent("buy", Dictionary{{"round", round}});
+                if (round % 5 == number) queueManager()->updateInAppMessagesOnAppLaunch(completion());
+                if (round % 10 == number) core->userLoggedOut();
+                if (auto next = queueManager()->getInAppMessage({}, {})) core->dismissInAppMessage(*next);
+            }
+            --working;
+            signal->raise();
+        });
+    }
+    int turns = 0;
+    runUntil([&] { return working == 0 && answered == asked; },
+             [&] {
+                 EXPECT_LE(scene->windows().size(), 1U);
+                 auto& center = *Platform::current().notificationCenter;
+                 if (++turns % 3 == 0) center.post({ApplicationNotification::willResignActive, {}});
+                 center.post({ApplicationNotification::didBecomeActive, {}});
+             });
+    for (std::thread& thread : threads) thread.join();
+    EXPECT_GE(asked, 4 * 30);
+
+    // The store answers in order: with this rebuild those that the life cycle began are over as well.
+    queueManager()->updateInAppMessagesOnAppLaunch(completion());
+    runUntil([&] { return answered == asked; });
+    bool areRemoved = false;
+    queueManager()->removeAllMessages([&, done = completion()](bool removed) {
+        areRemoved = removed;
+        done(removed);
+    });
+    runUntil([&] { return answered == asked; });
+    EXPECT_TRUE(areRemoved);
+    auto queues = queueManager()->queues();
+    EXPECT_TRUE(queues->milestoneInAppMessages.empty() && queues->otherInAppMessages.empty());
+    EXPECT_FALSE(queues->broadcastInAppMessage);
+    waitForReports();
+    EXPECT_GT(timesShown, 0);
+}
+
+TEST_F(ThreadsTest, AnImageOnItsWayHoldsUpOnlyItsOwnPush) {
+    LoopbackServer dead;
+    dead.reply("/p", {.body = FakeImageDecoder::encode(40, 20)});
+    dead.hold();
+    start();
+    scene->setOnShown([this](const HostedView&) { ++timesShown; });
+    core->silentPushListener(Campaign{.scope = "slow", .image = dead.url("/p")}.payload(), completion());
+    dead.waitForRequests(1);
+    EXPECT_TRUE(shown().empty());
+
+    std::atomic<bool> isStored = false;
+    core->silentPushListener(Campaign{.scope = "event's", .event = "buy"}.payload(), [&](bool) {
+        isStored = true;
+        signal->raise();
+    });
+    runUntil([&] { return isStored.load(); });
+    EXPECT_EQ(answered, 0) << "the slow one is not answered yet";
+    EXPECT_EQ(timesShown, 1) << "another push may show it with its placeholder";
+    EXPECT_EQ(shown(), Texts{"slow"});
+    Vantix::captureEvent("buy");
+    EXPECT_EQ(shown(), Texts{"slow"});
+
+    dead.release();
+    runUntil([&] { return answered == asked; });
+    EXPECT_EQ(shown(), Texts{"slow"});
+    waitForReports();
+}
