@@ -36,7 +36,7 @@ public:
 
     void place(const Rect& frame, const Proposal& proposal, const Environment& environment,
                LayoutPass& pass) const override {
-        pass.addTouchRegion(touchArea(frame, environment), action_, *this);
+        pass.addGesture(touchArea(frame, environment), action_, *this);
         WrapperElement::place(frame, proposal, environment, pass);
     }
 
@@ -45,6 +45,12 @@ private:
 };
 
 }  // namespace
+
+void ButtonElement::place(const Rect& frame, const Proposal& proposal, const Environment& environment,
+                          LayoutPass& pass) const {
+    pass.addControl(*this);
+    WrapperElement::place(frame, proposal, environment, pass);
+}
 
 View Button(std::function<void()> action, View label) {
     return modified<ButtonElement>(modified<DefaultTintElement>(label, Color::systemBlue()), std::move(action),

@@ -14,6 +14,8 @@ public:
     ButtonElement(View label, std::function<void()> action, std::optional<Role> role)
         : WrapperElement(std::move(label)), action_(std::move(action)), role_(role) {}
 
+    void place(const Rect& frame, const Proposal& proposal, const Environment& environment,
+               LayoutPass& pass) const override;
     const ButtonElement* asButton() const override { return this; }
     const SemanticElement* touchedElement() const override { return nullptr; }
     const Element* wrapped() const override { return nullptr; }

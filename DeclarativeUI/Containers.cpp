@@ -2,8 +2,6 @@
 #include "DeclarativeUI/LayoutPass.h"
 #include "DeclarativeUI/Placement.h"
 
-#include <algorithm>
-
 namespace vantix {
 
 namespace {
@@ -21,13 +19,11 @@ public:
     void place(const Rect& frame, const Proposal&, const Environment& environment, LayoutPass& pass) const override {
         Proposal openHeight{frame.size.width, {}};
         Size content = pass.measure(content_, openHeight, environment);
-        double range = std::max(0.0, content.height - frame.size.height);
-        pass.setScrollRange(frame, range);
+        double offset = pass.scrollOffset(frame, content.height - frame.size.height);
         pass.pushClip(frame, 0);
         double left =
             frame.minX() + leadingOffset(HorizontalAlignment::center, frame.size.width, content.width, environment);
-        pass.place(content_, {{left, frame.minY() - std::min(pass.scrollOffset(), range)}, content}, openHeight,
-                   environment);
+        pass.place(content_, {{left, frame.minY() - offset}, content}, openHeight, environment);
         pass.popClip();
     }
 

@@ -16,6 +16,9 @@ enum class Axis { horizontal, vertical };
 
 /// A length with which layout can count: no longer than any screen, 0 for what is no number.
 double bounded(double length);
+EdgeInsets bounded(const EdgeInsets& insets);
+/// The same, and no size is less than nothing.
+Size bounded(Size size);
 
 /// What an ancestor offers; an absent length leaves that axis open.
 struct Proposal {

@@ -25,6 +25,12 @@ private:
     HostedView* outer_;
 };
 
+/// Surroundings with which layout can count.
+SceneTraits countable(const SceneTraits& traits) {
+    auto factor = [](double value) { return value > 0 ? std::clamp(value, 0.01, 100.0) : 1; };
+    return {bounded(traits.size), bounded(traits.safeArea), factor(traits.scale), factor(traits.textScale)};
+}
+
 }  // namespace
 
 struct HostedView::Implementation {
@@ -59,7 +65,8 @@ void HostedView::setOnNeedsDisplay(std::function<void()> handler) {
     implementation_->onNeedsDisplay = std::move(handler);
 }
 
-void HostedView::setTraits(const SceneTraits& traits) {
+void HostedView::setTraits(const SceneTraits& given) {
+    SceneTraits traits = countable(given);
     if (implementation_->traits == traits) return;
     implementation_->traits = traits;
     invalidate();

@@ -42,6 +42,12 @@ std::string spoken(const AccessibleElement& element) {
 
 double bounded(double length) { return std::isnan(length) ? 0 : std::clamp(length, -longestLength, longestLength); }
 
+EdgeInsets bounded(const EdgeInsets& insets) {
+    return {bounded(insets.top), bounded(insets.left), bounded(insets.bottom), bounded(insets.right)};
+}
+
+Size bounded(Size size) { return {std::max(0.0, bounded(size.width)), std::max(0.0, bounded(size.height))}; }
+
 std::size_t LayoutMemory::MeasureKeyHash::operator()(const MeasureKey& key) const {
     auto hash = mix(std::hash<const void*>{}(key.element), std::hash<const void*>{}(key.environment));
     return mix(mix(hash, hashLength(key.proposal.width)), hashLength(key.proposal.height));
@@ -80,30 +86,29 @@ Size LayoutPass::measure(const View& view, const Proposal& proposal, const Envir
     if (view.isEmpty()) return {};
     LayoutMemory::MeasureKey key{view.element().get(), &environment, proposal};
     if (auto known = memory_.sizes.find(key); known != memory_.sizes.end()) return known->second;
-    Size size = view.element()->measure(proposal, environment, *this);
-    size = {std::max(0.0, bounded(size.width)), std::max(0.0, bounded(size.height))};
+    Size size = bounded(view.element()->measure(proposal, environment, *this));
     memory_.sizes.emplace(key, size);
     return size;
 }
 
-void LayoutPass::place(const View& view, const Rect& frame, const Proposal& proposal, const Environment& environment) {
+void LayoutPass::place(const View& view, const Rect& given, const Proposal& proposal, const Environment& environment) {
     if (view.isEmpty()) return;
     const Element& element = *view.element();
+    const Rect frame{given.origin, bounded(given.size)};
     // The first layer that is met around a button is the outermost one, which decides how far the button reaches.
     const ButtonElement* button = buttonIn(element);
-    if (!button || button == openButton_) return element.place(frame, proposal, environment, *this);
+    if (!button || button == openButton_.button) return element.place(frame, proposal, environment, *this);
 
-    auto outerButton = std::exchange(openButton_, button);
+    auto outerButton = std::exchange(openButton_, {button, visiblePart(frame)});
     placeControl(element, *button, frame, proposal, environment);
     openButton_ = outerButton;
 }
 
 void LayoutPass::placeControl(const Element& outermost, const ButtonElement& button, const Rect& frame,
                               const Proposal& proposal, const Environment& environment) {
-    addTouchRegion(frame, button.action(), outermost);
     if (outermost.touchedElement() || !button.role()) return outermost.place(frame, proposal, environment, *this);
 
-    settled_.touchRegions.back().element = open(describedElement(outermost, *button.role(), {}, frame), nullptr);
+    open(describedElement(outermost, *button.role(), {}, frame), outermost);
     outermost.place(frame, proposal, environment, *this);
     endElement();
 }
@@ -147,6 +152,8 @@ const View& LayoutPass::geometryContent(const Element& reader, Size size, const 
     return known->second;
 }
 
+Rect LayoutPass::visiblePart(const Rect& frame) const { return intersection(frame, clips_.back().visible); }
+
 bool LayoutPass::isVisible(const Rect& frame) const {
     const Rect& clip = clips_.back().visible;
     return frame.maxX() >= clip.minX() && frame.minX() <= clip.maxX() && frame.maxY() >= clip.minY() &&
@@ -159,7 +166,7 @@ double LayoutPass::cornerRadiusOf(const Rect& frame) const {
 
 void LayoutPass::pushClip(const Rect& frame, double cornerRadius) {
     draw(PushClip{frame, cornerRadius});
-    clips_.push_back({frame, cornerRadius, intersection(clips_.back().visible, frame)});
+    clips_.push_back({frame, cornerRadius, visiblePart(frame)});
 }
 
 void LayoutPass::popClip() {
@@ -167,23 +174,30 @@ void LayoutPass::popClip() {
     clips_.pop_back();
 }
 
-void LayoutPass::setScrollRange(const Rect& viewport, double range) {
+double LayoutPass::scrollOffset(const Rect& viewport, double range) {
+    if (settled_.scrollRange > 0 || range < pixel() / 2) return 0;
     settled_.viewport = viewport;
     settled_.scrollRange = range;
+    return std::min(scrollOffset_, range);
+}
+
+void LayoutPass::addControl(const ButtonElement& button) { addTouchRegion(openButton_.reach, button.action(), button); }
+
+void LayoutPass::addGesture(const Rect& area, std::function<void()> action, const Element& gesture) {
+    addTouchRegion(visiblePart(area), std::move(action), gesture);
 }
 
 void LayoutPass::addTouchRegion(const Rect& area, std::function<void()> action, const Element& view) {
-    TouchRegion region{intersection(area, clips_.back().visible), std::move(action), view.touchedElement()};
-    if (!region.owner && !openElements_.empty()) {
-        const OpenElement& enclosing = openElements_.back();
-        if (enclosing.semantic && isLayerOf(*enclosing.semantic, view)) region.element = enclosing.position;
+    TouchRegion region{area, std::move(action), view.touchedElement()};
+    if (!region.owner && !openElements_.empty() && isLayerOf(*openElements_.back().outermost, view)) {
+        region.element = openElements_.back().position;
     }
     settled_.touchRegions.push_back(std::move(region));
 }
 
 void LayoutPass::beginElement(const SemanticElement& semantic, AccessibleElement element) {
-    if (element.role == Role::card) settled_.cards.push_back(intersection(element.frame, clips_.back().visible));
-    int position = open(std::move(element), &semantic);
+    if (element.role == Role::card) settled_.cards.push_back(visiblePart(element.frame));
+    int position = open(std::move(element), semantic);
     // The touches that mean this element were claimed by the layers right outside it.
     auto& regions = settled_.touchRegions;
     for (auto region = regions.rbegin(); region != regions.rend(); ++region) {
@@ -192,9 +206,9 @@ void LayoutPass::beginElement(const SemanticElement& semantic, AccessibleElement
     }
 }
 
-int LayoutPass::open(AccessibleElement element, const SemanticElement* semantic) {
+int LayoutPass::open(AccessibleElement element, const Element& outermost) {
     int position = static_cast<int>(settled_.elements.size());
-    openElements_.push_back({position, semantic, element.label.empty()});
+    openElements_.push_back({position, &outermost, element.label.empty()});
     settled_.elements.push_back(std::move(element));
     return position;
 }

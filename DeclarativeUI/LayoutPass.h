@@ -87,22 +87,27 @@ public:
     double roundUpToPixel(double length) const;
     Rect safeArea() const;
     Rect window() const { return {{}, traits_.size}; }
-    double scrollOffset() const { return scrollOffset_; }
     const View& geometryContent(const Element& reader, Size size, const std::function<View()>& make);
 
     template <typename Item>
     void draw(Item item) {
         settled_.displayList.emplace_back(std::move(item));
     }
+    /// What clips leave of the frame.
+    Rect visiblePart(const Rect& frame) const;
     bool isVisible(const Rect& frame) const;
     /// The radius to which this frame is being clipped, so that what fills it can be drawn round by itself.
     double cornerRadiusOf(const Rect& frame) const;
     void pushClip(const Rect& frame, double cornerRadius);
     void popClip();
-    void setScrollRange(const Rect& viewport, double range);
+    /// How far the content of this area is scrolled. Of several areas, the first whose content can move is the one that
+    /// scrolls.
+    double scrollOffset(const Rect& viewport, double range);
     void passTouchesOutsideCard() { settled_.passesTouchesOutsideCard = true; }
-    /// Touches there mean the element that the view is.
-    void addTouchRegion(const Rect& area, std::function<void()> action, const Element& view);
+    /// Claims touches for the button that is being placed, as far as its layers reach.
+    void addControl(const ButtonElement& button);
+    /// Claims touches in this area. They mean the element that the gesture is a layer of.
+    void addGesture(const Rect& area, std::function<void()> action, const Element& gesture);
     void beginElement(const SemanticElement& semantic, AccessibleElement element);
     void endElement() { openElements_.pop_back(); }
     /// Adds what a text or picture shows to the element that it stands in, or makes it an element of its own.
@@ -110,7 +115,8 @@ public:
     void tellSizeAfterLayout(const std::string& key, Size size, const std::function<void(Size)>& action);
 
 private:
-    int open(AccessibleElement element, const SemanticElement* semantic);
+    int open(AccessibleElement element, const Element& outermost);
+    void addTouchRegion(const Rect& area, std::function<void()> action, const Element& view);
     void placeControl(const Element& outermost, const ButtonElement& button, const Rect& frame,
                       const Proposal& proposal, const Environment& environment);
 
@@ -130,15 +136,18 @@ private:
     std::vector<Clip> clips_;
     struct OpenElement {
         int position = 0;
-        /// What makes it an element; null for a button that is one by itself.
-        const SemanticElement* semantic = nullptr;
+        const Element* outermost = nullptr;
         /// Whether the texts inside make up its label.
         bool collectsTexts = true;
     };
     /// The elements that are being placed, from the outermost.
     std::vector<OpenElement> openElements_;
+    struct OpenButton {
+        const ButtonElement* button = nullptr;
+        Rect reach;
+    };
     /// The button whose layers are being placed.
-    const ButtonElement* openButton_ = nullptr;
+    OpenButton openButton_;
 };
 
 }  // namespace vantix

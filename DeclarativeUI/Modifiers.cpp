@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace vantix {
 
@@ -179,21 +180,23 @@ public:
     IgnoresSafeAreaElement(const View& content, Edge edges) : WrapperElement(content), edges_(edges) {}
 
     void place(const Rect& frame, const Proposal&, const Environment& environment, LayoutPass& pass) const override {
-        Rect reached = expanded(frame, pass);
+        Rect reached = expanded(frame, environment, pass);
         pass.place(content(), reached, Proposal::of(reached.size), environment);
     }
 
 private:
     /// Reaches to the window's edge where the frame touches that of the safe area.
-    Rect expanded(const Rect& frame, const LayoutPass& pass) const {
+    Rect expanded(const Rect& frame, const Environment& environment, const LayoutPass& pass) const {
         Rect safe = pass.safeArea();
         Rect window = pass.window();
         auto reaches = [&](Edge edge, double frameEdge, double safeEdge) {
             return includes(edges_, edge) && std::abs(frameEdge - safeEdge) < pass.pixel();
         };
-        double left = reaches(Edge::leading, frame.minX(), safe.minX()) ? window.minX() : frame.minX();
+        auto [leftEdge, rightEdge] = environment.isRightToLeft() ? std::pair(Edge::trailing, Edge::leading)
+                                                                 : std::pair(Edge::leading, Edge::trailing);
+        double left = reaches(leftEdge, frame.minX(), safe.minX()) ? window.minX() : frame.minX();
         double top = reaches(Edge::top, frame.minY(), safe.minY()) ? window.minY() : frame.minY();
-        double right = reaches(Edge::trailing, frame.maxX(), safe.maxX()) ? window.maxX() : frame.maxX();
+        double right = reaches(rightEdge, frame.maxX(), safe.maxX()) ? window.maxX() : frame.maxX();
         double bottom = reaches(Edge::bottom, frame.maxY(), safe.maxY()) ? window.maxY() : frame.maxY();
         return {{left, top}, {right - left, bottom - top}};
     }
@@ -231,7 +234,7 @@ View View::padding(Edge edges, double amount) const {
     return modified<PaddingElement>(*this, insets, true);
 }
 
-View View::padding(const EdgeInsets& insets) const { return modified<PaddingElement>(*this, insets, false); }
+View View::padding(const EdgeInsets& insets) const { return modified<PaddingElement>(*this, bounded(insets), false); }
 
 View View::frame(const FrameSpec& spec) const { return modified<FrameElement>(*this, spec); }
 

@@ -87,7 +87,7 @@ private:
             for (std::size_t child = 0; child < children_.size(); ++child) offerTo(child, proposal);
             return result;
         }
-        auto order = leastFlexibleFirst(proposal, environment, pass);
+        auto order = leastFlexibleFirst(*length, proposal, environment, pass);
         auto firstSpacer = std::stable_partition(order.begin(), order.end(), [this](std::size_t child) {
             return !children_[child].element()->takesWhatIsLeft();
         });
@@ -106,11 +106,13 @@ private:
         return result;
     }
 
-    std::vector<std::size_t> leastFlexibleFirst(const Proposal& proposal, const Environment& environment,
+    std::vector<std::size_t> leastFlexibleFirst(double length, const Proposal& proposal, const Environment& environment,
                                                 LayoutPass& pass) const {
         std::vector<std::size_t> order(children_.size());
         std::iota(order.begin(), order.end(), std::size_t{0});
-        if (children_.size() < 2) return order;
+        // Of nothing, and of infinity, all get the same; to ask each of them anyway would multiply the work at every
+        // level of stacks within stacks.
+        if (children_.size() < 2 || length == 0 || length == infinity) return order;
 
         std::vector<double> flexibility(children_.size());
         for (std::size_t child : order) {

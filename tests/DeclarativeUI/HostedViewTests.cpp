@@ -72,6 +72,21 @@ TEST(HostedView, KeepsTheScrollOffsetWithinTheContent) {
     EXPECT_EQ(top(), 0);
 }
 
+TEST(HostedView, ScrollsTheFirstOfItsAreasThatCanMove) {
+    auto tall = [](const char* name) { return mark(name, 10, 150); };
+    auto column = [](View above, View below) { return VStack(HorizontalAlignment::leading, 0, {above, below}); };
+    const std::pair<View, const char*> table[] = {
+        {ScrollView(column(tall("outer"), ScrollView(tall("inner")))), "outer 0,-60 10x150 | inner 0,90 10x150"},
+        {column(ScrollView(tall("a")), ScrollView(tall("b"))), "a 0,-60 10x150 | b 0,50 10x150"},
+        {column(ScrollView(mark("fits", 10, 20)), ScrollView(tall("b"))), "fits 0,0 10x20 | b 0,-10 10x150"},
+    };
+    for (const auto& [tree, layout] : table) {
+        Stage stage({{10, 100}, {}, 1, 1}, tree);
+        stage.view().scroll(60);
+        EXPECT_EQ(stage.marks(), layout);
+    }
+}
+
 TEST(HostedView, FooterMeasuresItsCardAndRestsOnTheBottomAlsoAfterTheDeviceTurns) {
     State<Size> cardSize;
     int evaluations = 0;

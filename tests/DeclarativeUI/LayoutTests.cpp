@@ -1,7 +1,9 @@
+#include "DeclarativeUI/Element.h"
 #include "tests/DeclarativeUI/Stage.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 
 using namespace vantix;
@@ -18,6 +20,26 @@ struct Sweep {
 };
 
 void PrintTo(const Sweep& sweep, std::ostream* out) { *out << sweep.name; }
+
+/// Answers every offer with other lengths than those beside it, so that nothing that was measured serves twice.
+class RestlessElement final : public Element {
+public:
+    RestlessElement(int number, int& measures) : number_(number), measures_(measures) {}
+
+    Size measure(const Proposal& proposal, const Environment&, LayoutPass&) const override {
+        ++measures_;
+        return {answer(proposal.height), answer(proposal.width)};
+    }
+    void place(const Rect&, const Proposal&, const Environment&, LayoutPass&) const override {}
+
+private:
+    double answer(const std::optional<double>& offer) const {
+        return 1 + std::fmod(std::min(offer.value_or(60), 1e6) * 0.37 + number_ * 1.7321, 7);
+    }
+
+    int number_;
+    int& measures_;
+};
 
 View textMark(const char* text) { return words(text).element(Role::mark); }
 View flexible(const char* name) { return mark(name, {}, 10); }
@@ -134,6 +156,8 @@ TEST(Layout, IgnoredSafeAreasAreCoveredAndOthersAreNot) {
         EXPECT_EQ(Stage(phone, mark("all", {}, {}).ignoresSafeArea(ignored)).marks(), layout);
     }
     EXPECT_EQ(Stage(phone, mark("card", 20, 20).ignoresSafeArea(Edge::all)).marks(), "card 39.5,95 20x20");
+    View mirrored = mark("all", {}, {}).ignoresSafeArea(Edge::trailing).layoutDirection(LayoutDirection::rightToLeft);
+    EXPECT_EQ(Stage(phone, mirrored).marks(), "all 0,20 96x170");
 }
 
 TEST(Layout, GeometryReaderKnowsWhatIsOfferedAndWhatLiesBeyond) {
@@ -155,12 +179,23 @@ TEST(Layout, StaysFiniteWhateverTheNumbers) {
                            {words("abc").padding(extreme).frame({.width = extreme, .minHeight = extreme}),
                             Text("abc").font(Font::system(extreme)), SymbolImage("square").font(Font::system(extreme)),
                             HStack({Spacer(extreme), Divider()}).frame({.maxWidth = extreme, .maxHeight = extreme}),
+                            words("inset").padding(EdgeInsets{extreme, -extreme, extreme, extreme}),
                             words("tapped").cornerRadius(extreme).element(Role::mark, "tapped")});
-        Stage stage(window(100, 100), ScrollView(tree));
-        stage.view().scroll(extreme);
-        Rect frame = stage.element(Role::mark).frame;
-        EXPECT_TRUE(std::isfinite(frame.maxX() + frame.maxY() + frame.minX() + frame.minY()))
-            << extreme << ": " << describe(frame);
+        SceneTraits windows[] = {window(100, 100),
+                                 window(extreme, extreme),
+                                 {{100, 100}, {extreme, extreme, extreme, extreme}, 1, 1},
+                                 {{100, 100}, {}, extreme, 1},
+                                 {{100, 100}, {}, 1, extreme}};
+        for (const SceneTraits& traits : windows) {
+            Stage stage(traits, ScrollView(tree));
+            stage.view().scroll(extreme);
+            for (const AccessibleElement& element : stage.view().elements()) {
+                const Rect& frame = element.frame;
+                EXPECT_TRUE(std::isfinite(frame.maxX() + frame.maxY() + frame.minX() + frame.minY()))
+                    << extreme << ": " << describe(frame);
+                EXPECT_TRUE(frame.size.width >= 0 && frame.size.height >= 0) << extreme << ": " << describe(frame);
+            }
+        }
     }
 }
 
@@ -171,6 +206,18 @@ TEST(Layout, MeasuresDeepTreesWithoutMeasuringThemAgainAndAgain) {
     }
     Stage stage(window(400, 400), tree);
     EXPECT_LT(stage.measurer().layoutCount(), 500);
+}
+
+TEST(Layout, WorkForNestedStacksGrowsWithTheSquareOfTheirDepth) {
+    constexpr int depth = 28;
+    int measures = 0;
+    View tree = words("inside");
+    for (int level = 0; level < depth; ++level) {
+        View restless(std::make_shared<RestlessElement>(level, measures));
+        tree = VStack({restless, HStack({restless, tree})});
+    }
+    Stage stage(window(1e5, 1e5), tree);
+    EXPECT_LT(measures, 8 * depth * depth);
 }
 
 TEST(Layout, LaysOutEveryTextOnceForOneWidth) {

@@ -95,6 +95,19 @@ TEST(Touch, ReachesOnlyWhatIsScrolledIntoView) {
     EXPECT_EQ(tapped, "ab");
 }
 
+TEST(Touch, OnAButtonIsItsOwnWhateverGestureIsAroundIt) {
+    std::string tapped;
+    auto tells = [&tapped](const char* name) { return [&tapped, name] { tapped += name; }; };
+    Stage stage({{100, 100}, {}, 1, 1}, Button(tells("button "), mark("", 20, 20))
+                                            .onTapGesture(tells("inner "))
+                                            .padding(10)
+                                            .background(Color::black())
+                                            .onTapGesture(tells("outer ")));
+    stage.tap({50, 50});
+    stage.tap({35, 50});
+    EXPECT_EQ(tapped, "button outer ");
+}
+
 TEST(Touch, OnAnElementScrollsItIntoViewAndAimsBesideControls) {
     std::string tapped;
     auto tells = [&tapped](const char* name) { return [&tapped, name] { tapped += std::string(name) + " "; }; };
