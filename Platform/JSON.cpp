@@ -9,6 +9,7 @@
 #include <charconv>
 #include <cmath>
 #include <optional>
+#include <set>
 #include <utility>
 
 namespace vantix {
@@ -185,6 +186,23 @@ std::string minifyJSON(std::string_view text) {
     if (simdjson::minify(text.data(), text.size(), out.data(), length)) return std::string(text);
     out.resize(length);
     return out;
+}
+
+std::optional<std::string> repeatedKey(std::string_view object) {
+    namespace ondemand = simdjson::ondemand;
+    ondemand::parser parser;
+    simdjson::padded_string source(object);
+    ondemand::document document;
+    ondemand::object members;
+    if (parser.iterate(source).get(document) || document.get_object().get(members)) return {};
+
+    std::set<std::string, std::less<>> keys;
+    for (simdjson::simdjson_result<ondemand::field> member : members) {
+        std::string_view key;
+        if (member.unescaped_key().get(key)) return {};
+        if (!keys.emplace(key).second) return std::string(key);
+    }
+    return {};
 }
 
 std::optional<std::string> objectAsWritten(std::string_view object, std::string_view key) {
