@@ -253,6 +253,14 @@ TEST_F(BackendTest, ASyncThatGoesWrongStoresNothing) {
     }
 }
 
+TEST_F(BackendTest, APortIsNotShared) {
+    RunningBackend backend({}, folder.path());
+    std::string port = backend.baseURL.substr(backend.baseURL.rfind(':') + 1);
+    RunningProgram second({"backend", "--port", port}, folder.path());
+    ASSERT_EQ(second.readLine(), std::nullopt);
+    EXPECT_EQ(second.end(0), 2);
+}
+
 TEST_F(BackendTest, RefusedReportsArriveLater) {
     RunningBackend backend({"--fail", "2"}, folder.path());
     auto played = play(backend.baseURL, "",

@@ -22,8 +22,8 @@ public:
     /// Waits for the next line; absent at the end of the output, where half a line does not count.
     std::optional<std::string> readLine();
 
-    /// Sends the signal, unless the program has ended, and waits for its end: the exit status, or the negative number
-    /// of the signal that ended it.
+    /// Sends the signal (0: none), unless the program has been ended, and waits for its end: the exit status, or the
+    /// negative number of the signal that ended it.
     int end(int signal);
     /// All lines that have not been read, to the end of the output.
     std::vector<std::string> remainingLines();
