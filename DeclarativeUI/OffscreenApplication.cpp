@@ -91,7 +91,10 @@ SceneTraits OffscreenScene::traits() const { return implementation_->traits; }
 
 void OffscreenScene::setTraits(const SceneTraits& traits) {
     implementation_->traits = traits;
-    for (const ShownWindow& window : implementation_->windows) window.content->setTraits(traits);
+    for (ShownWindow& window : implementation_->windows) {
+        window.description.frame = {{}, traits.size};
+        window.content->setTraits(traits);
+    }
 }
 
 void OffscreenScene::setOnShown(std::function<void(const HostedView&)> handler) {

@@ -1,7 +1,10 @@
 #include "VantixCore/FileUserDefaults.h"
 
+#include "Platform/Dispatcher.h"
 #include "Platform/JSON.h"
+#include "Platform/Platform.h"
 #include "VantixCore/PrivateFiles.h"
+#include "VantixCore/VantixCore.h"
 #include "VantixCore/VantixLogger.h"
 
 #include <exception>
@@ -28,8 +31,11 @@ Dictionary readSettings(const std::filesystem::path& file) {
 
 }  // namespace
 
-FileUserDefaults::FileUserDefaults(std::filesystem::path file, std::shared_ptr<DispatchQueue> writer)
-    : file_(std::move(file)), writer_(std::move(writer)), settings_(readSettings(file_)) {}
+FileUserDefaults::FileUserDefaults()
+    : file_(Vantix::host().dataDirectory / "settings.json"),
+      writer_(Platform::current().dispatcher->makeSerialQueue(VantixDomainFactory::getDomain("settings"),
+                                                              QualityOfService::utility)),
+      settings_(readSettings(file_)) {}
 
 std::optional<std::string> FileUserDefaults::customerId() const {
     std::lock_guard lock(mutex_);

@@ -12,12 +12,12 @@
 
 namespace vantix {
 
-/// Settings kept as one JSON object in a file. The constructor reads the file; every change is
-/// written by the queue, which must be serial. Keys of others stay as they are. A damaged file counts as empty and is
+/// Settings of the installed host, kept as one JSON object in a file. The constructor reads the file; every change is
+/// written on a queue of its own. Keys of others stay as they are. A damaged file counts as empty and is
 /// logged; so is a failure to write.
 class FileUserDefaults final : public SharedUserDefaults, public std::enable_shared_from_this<FileUserDefaults> {
 public:
-    FileUserDefaults(std::filesystem::path file, std::shared_ptr<DispatchQueue> writer);
+    FileUserDefaults();
 
     std::optional<std::string> customerId() const override;
     void setCustomerId(std::optional<std::string> customerId) override;
@@ -26,6 +26,7 @@ private:
     void write() const;
 
     std::filesystem::path file_;
+    /// Serial.
     std::shared_ptr<DispatchQueue> writer_;
     mutable std::mutex mutex_;
     /// Only under the lock.

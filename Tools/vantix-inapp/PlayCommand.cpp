@@ -13,7 +13,9 @@
 #include "Tools/vantix-inapp/StateDirectory.h"
 #include "VantixCore/Vantix.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <unistd.h>
 
 namespace vantix {
 
@@ -31,6 +33,17 @@ public:
     ~FatalLine() { setFatalErrorHandler({}); }
 };
 
+/// Before anything is played, so that no picture is lost in the end.
+void prepareOutput(const Scenario& scenario, const std::filesystem::path& folder) {
+    bool takesPictures = std::any_of(scenario.lines.begin(), scenario.lines.end(), [](const auto& line) {
+        return std::holds_alternative<step::Screenshot>(line.step);
+    });
+    if (!takesPictures) return;
+    std::error_code problem;
+    std::filesystem::create_directories(folder, problem);
+    if (problem || ::access(folder.c_str(), W_OK) != 0) throw BadInput(folder.string() + " cannot be written to");
+}
+
 void playLine(Player& player, const Step& step, const std::string& file, int number) {
     try {
         player.play(step);
@@ -43,6 +56,7 @@ void playLine(Player& player, const Step& step, const std::string& file, int num
 
 void play(const PlayArguments& arguments) {
     Scenario scenario = readScenarioFile(arguments.scenario);
+    prepareOutput(scenario, arguments.outputDirectory);
 
     // In this order, so that the threads end before what they print to and write to.
     StateDirectory state(arguments.stateDirectory);

@@ -20,6 +20,8 @@ public:
         auto parsed = parseJSON(line);
         if (!parsed) throw BadInput("not valid JSON: " + parsed.error().localizedDescription);
         if (!parsed.value().dictionary()) throw BadInput("a step must be a JSON object");
+        expectEachKeyOnce(line);
+        expectEachKeyOnce(objectAsWritten(line, "configure").value_or("{}"));
         const Dictionary& object = *parsed.value().dictionary();
         if (object.find("configure")) {
             readConfigure(object);
@@ -33,6 +35,10 @@ public:
     Scenario takeScenario() { return std::move(scenario_); }
 
 private:
+    static void expectEachKeyOnce(std::string_view object) {
+        if (auto key = repeatedKey(object)) throw BadInput(inQuotes(*key) + " is written twice");
+    }
+
     void readConfigure(const Dictionary& object) {
         if (!isFirst_) throw BadInput("\"configure\" must be the first step");
         expectOnlyKeys("configure", object, {"configure"});

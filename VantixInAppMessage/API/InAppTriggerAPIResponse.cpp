@@ -1,6 +1,6 @@
 #include "VantixInAppMessage/API/InAppTriggerAPIResponse.h"
 
-#include <algorithm>
+#include "VantixInAppMessage/Core/InAppMessagePayload/NestedJSON.h"
 
 namespace vantix {
 
@@ -12,10 +12,10 @@ std::optional<std::string> textUnder(const char* key, const Dictionary& answer) 
 }
 
 std::optional<std::vector<VantixInAppMessagePayload>> decodedTriggers(const List& list) {
-    bool allAreDictionaries = std::ranges::all_of(list, [](const Value& item) { return item.dictionary() != nullptr; });
-    if (!allAreDictionaries) return {};
+    auto items = dictionaries(list);
+    if (!items) return {};
     std::vector<VantixInAppMessagePayload> triggers;
-    for (const Value& item : list) triggers.push_back(VantixInAppMessagePayload::generate(*item.dictionary()));
+    for (const Dictionary& item : *items) triggers.push_back(VantixInAppMessagePayload::generate(item));
     return triggers;
 }
 

@@ -61,7 +61,7 @@ std::string describe(const Rect& frame) {
 std::string describe(const HostedView::TapResult& met) {
     if (!met.action) return "nothing";
     if (!met.element) return "something";
-    return roleName(met.element->role) + (" " + std::to_string(met.element->index));
+    return std::string(roleName(met.element->role)) + ' ' + std::to_string(met.element->index);
 }
 
 AccessibleElement Stage::element(Role role, int index) const {

@@ -44,6 +44,12 @@ TEST(JSONTest, WritesBytesThatAreNoUTF8AsReplacementCharacters) {
     EXPECT_EQ(toJSON(Value("a\xff\xc3(")), "\"a\uFFFD\uFFFD(\"");
 }
 
+TEST(JSONTest, FindsAKeyThatIsWrittenTwice) {
+    EXPECT_EQ(repeatedKey(R"({"a": {"b": 1}, "b": 2})"), std::nullopt);
+    EXPECT_EQ(repeatedKey(R"({"a": [1], "b": 2, "\u0061": 3})"), "a");
+    EXPECT_EQ(repeatedKey("[]"), std::nullopt);
+}
+
 TEST(JSONTest, MinifyKeepsKeysAndNumbersAsWritten) {
     EXPECT_EQ(minifyJSON("{ \"b\" : 1.50 ,\n \"a\": [ 1e2, \"x y\" ] }"), R"({"b":1.50,"a":[1e2,"x y"]})");
 }

@@ -26,7 +26,10 @@ std::string message(const std::string& scope) {
 
 std::string answer(const std::string& status, const Texts& scopes) {
     std::string triggers;
-    for (const auto& scope : scopes) triggers += (triggers.empty() ? "" : ",") + message(scope);
+    for (const auto& scope : scopes) {
+        if (!triggers.empty()) triggers += ',';
+        triggers += message(scope);
+    }
     return R"({"status":)" + status + R"(,"triggers":[)" + triggers + "]}";
 }
 

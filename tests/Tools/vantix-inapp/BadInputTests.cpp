@@ -22,6 +22,8 @@ TEST_F(BadInputTest, AScenarioIsRefusedBeforeAnythingIsPlayed) {
         {"[]", "a step must be a JSON object"},
         {"{}", "no step"},
         {R"({"pusch": {}})", "unknown step \"pusch\""},
+        {R"({"wait": 1, "wait": 2})", "\"wait\" is written twice"},
+        {R"({"configure": {"scene": true, "scene": false}})", "\"scene\" is written twice"},
         {R"({"push": {}, "wait": 1})", "two steps in one line: \"push\" and \"wait\""},
         {R"({"wait": 1, "comment": ""})", "\"wait\" has no key \"comment\""},
         {R"({"configure": {}})", "\"configure\" must be the first step"},
