@@ -2,7 +2,6 @@
 
 #include "Tools/vantix-inapp/BadInput.h"
 #include "Tools/vantix-inapp/Fields.h"
-#include "Tools/vantix-inapp/InputFile.h"
 
 #include <algorithm>
 #include <charconv>
@@ -108,7 +107,6 @@ BackendOptions parseBackend(const std::vector<std::string>& words) {
     reader.flag("--truncate", options.truncates);
     auto others = reader.read(words);
     if (!others.empty()) throw BadInput("unknown word " + inQuotes(others.front()));
-    if (options.triggers) readInputFile(options.triggers->string());
     return options;
 }
 

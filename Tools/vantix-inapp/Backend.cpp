@@ -12,6 +12,7 @@
 #include <httplib.h>
 #include <mutex>
 #include <set>
+#include <sys/socket.h>
 #include <thread>
 
 namespace vantix {
@@ -20,6 +21,12 @@ namespace {
 
 constexpr const char* json = "application/json";
 constexpr const char* taken = R"({"status":"200"})";
+
+/// Lets a port be had again at once, but never by two; the server library would let them share it.
+void refuseSharing(int socket) {
+    int yes = 1;
+    setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
+}
 
 /// The answer that a triggers file stands for.
 std::string eventsAnswer(const std::filesystem::path& file) {
@@ -58,6 +65,7 @@ struct Backend::Implementation {
         }
         // The server library leaves the body of a GET unread, so that nothing may follow on the connection.
         server->set_keep_alive_max_count(1);
+        server->set_socket_options(refuseSharing);
         addRoutes();
         port = options.port == 0 ? server->bind_to_any_port("127.0.0.1") : options.port;
         if (port < 0 || (options.port != 0 && !server->bind_to_port("127.0.0.1", port))) {

@@ -2,6 +2,7 @@
 
 #include "Platform/JSON.h"
 #include "Tools/vantix-inapp/Backend.h"
+#include "Tools/vantix-inapp/InputFile.h"
 
 #include <csignal>
 #include <cstdio>
@@ -18,6 +19,8 @@ void print(const std::string& line) {
 }  // namespace
 
 void runBackend(const BackendOptions& options) {
+    if (options.triggers) readInputFile(options.triggers->string());
+
     // Blocked before the server's threads start, so that the signal waits for this one.
     sigset_t endings;
     sigemptyset(&endings);

@@ -18,8 +18,9 @@ Dictionary pushOfCampaign(std::string_view text) {
 }
 
 Dictionary pushOfCampaignFile(const std::string& file) {
+    std::string text = readInputFile(file);
     try {
-        return pushOfCampaign(readInputFile(file));
+        return pushOfCampaign(text);
     } catch (const BadInput& problem) {
         throw BadInput::at(file, 1, problem.what());
     }

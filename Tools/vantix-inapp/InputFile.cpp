@@ -19,7 +19,9 @@ std::string readInputFile(const std::string& file) {
     while (stream && !std::ferror(stream) && !std::feof(stream)) {
         text.append(block, std::fread(block, 1, sizeof block, stream));
     }
-    if (!stream || std::ferror(stream)) throw BadInput("cannot be read: " + std::string(std::strerror(errno)));
+    if (!stream || std::ferror(stream)) {
+        throw BadInput::at(file, 1, "cannot be read: " + std::string(std::strerror(errno)));
+    }
     return text;
 }
 

@@ -4,7 +4,7 @@
 
 namespace vantix {
 
-/// All that a file holds; "-" is standard input. Throws BadInput when it cannot be read.
+/// All that a file holds; "-" is standard input. Throws BadInput, with the place, when it cannot be read.
 std::string readInputFile(const std::string& file);
 
 }  // namespace vantix

@@ -73,14 +73,6 @@ Scenario readScenario(const std::string& file, std::string_view text) {
     return reader.takeScenario();
 }
 
-Scenario readScenarioFile(const std::string& file) {
-    std::string text;
-    try {
-        text = readInputFile(file);
-    } catch (const BadInput& problem) {
-        throw BadInput::at(file, 1, problem.what());
-    }
-    return readScenario(file, text);
-}
+Scenario readScenarioFile(const std::string& file) { return readScenario(file, readInputFile(file)); }
 
 }  // namespace vantix

@@ -105,6 +105,7 @@ TEST_F(BadInputTest, ACallIsRefused) {
         {{"play", "-", "--fast"}, "unknown option \"--fast\""},
         {{"play", "missing.jsonl"}, "missing.jsonl:1: cannot be read: No such file or directory"},
         {{"play", "."}, ".:1: cannot be read: Is a directory"},
+        {{"backend", "--triggers", "missing.json"}, "missing.json:1: cannot be read: No such file or directory"},
         {{"play", "-", "--state", "list.json"}, "the state directory list.json cannot be made: Not a directory"},
         {{"render", "badge.json"}, "-o FILE.png is missing"},
         {{"render", "list.json", "-o", "a.png"}, "list.json:1: a campaign must be a JSON object"},

@@ -32,14 +32,19 @@ std::vector<std::string> lines(const std::string& text) {
     return lines;
 }
 
-ProgramRun runProgram(const std::vector<std::string>& arguments, const std::filesystem::path& folder,
-                      const std::string& input) {
+std::string programCommand(const std::vector<std::string>& arguments, const std::filesystem::path& folder,
+                           const std::string& input) {
     std::ofstream(folder / "stdin") << input;
     // A leak checker would otherwise list on standard error what it was told to pass over.
     std::string command =
         "cd " + quoted(folder.string()) + " && LSAN_OPTIONS=print_suppressions=0 TMPDIR=. exec " + quoted(VANTIX_INAPP);
     for (const std::string& argument : arguments) command.append(" ").append(quoted(argument));
-    int outcome = std::system((command + " < stdin > stdout 2> stderr").c_str());
+    return command + " < stdin";
+}
+
+ProgramRun runProgram(const std::vector<std::string>& arguments, const std::filesystem::path& folder,
+                      const std::string& input) {
+    int outcome = std::system((programCommand(arguments, folder, input) + " > stdout 2> stderr").c_str());
 
     int status = WIFEXITED(outcome) ? WEXITSTATUS(outcome) : -WTERMSIG(outcome);
     return {status, lines(readFile(folder / "stdout")), lines(readFile(folder / "stderr"))};

@@ -21,6 +21,10 @@ struct ProgramRun {
 ProgramRun runProgram(const std::vector<std::string>& arguments, const std::filesystem::path& folder,
                       const std::string& input = "");
 
+/// The shell's command for such a run, which leaves the shell's process to the program. Writes the input's file.
+std::string programCommand(const std::vector<std::string>& arguments, const std::filesystem::path& folder,
+                           const std::string& input);
+
 std::string readFile(const std::filesystem::path& path);
 std::vector<std::string> lines(const std::string& text);
 
