@@ -333,7 +333,9 @@ struct ThreadedDispatcher::Implementation {
 
 ThreadedDispatcher::ThreadedDispatcher() : implementation_(std::make_shared<Implementation>()) {}
 
-ThreadedDispatcher::~ThreadedDispatcher() {
+ThreadedDispatcher::~ThreadedDispatcher() { shutDown(); }
+
+void ThreadedDispatcher::shutDown() {
     implementation_->timers->stop();
     // Utility threads may wait for what serial queues have yet to do, so they end first.
     implementation_->utilityQueue.close();

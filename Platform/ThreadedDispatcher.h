@@ -8,12 +8,16 @@ namespace vantix {
 
 /// Queues on real threads, and real time. Idle queues make no wake-ups.
 ///
-/// Made and destroyed on the main thread. Destruction refuses later work, lets the queues finish what they were handed
-/// before, drops pending timers, and joins every thread.
+/// Made and destroyed on the main thread.
 class ThreadedDispatcher final : public Dispatcher {
 public:
     ThreadedDispatcher();
+    /// Shuts down.
     ~ThreadedDispatcher() override;
+
+    /// Refuses later work, drops pending timers, lets the queues finish what they were handed before, and joins every
+    /// thread. A second call does nothing. Main thread only.
+    void shutDown();
 
     DispatchQueue& mainQueue() override;
     DispatchQueue& utilityQueue() override;

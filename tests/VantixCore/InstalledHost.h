@@ -4,6 +4,7 @@
 #include "Platform/NotificationCenter.h"
 #include "Platform/Platform.h"
 #include "VantixCore/Vantix.h"
+#include "VantixCore/VantixNetworkManager.h"
 #include "tests/Support/TemporaryFolder.h"
 
 #include <memory>
@@ -21,6 +22,11 @@ public:
         Vantix::install(std::move(host));
     }
     ~InstalledHost() {
+        // Threads read what is installed, so they end before it goes.
+        if constexpr (requires { dispatcher->shutDown(); }) {
+            VantixNetworkManager::cancelAll();
+            dispatcher->shutDown();
+        }
         Vantix::install({});
         Platform::install({});
     }
