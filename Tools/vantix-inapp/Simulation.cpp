@@ -71,8 +71,7 @@ void Simulation::start(ApplicationState applicationState) {
 
 void Simulation::syncTriggers(const std::string& cuID) {
     core();
-    VantixInAppTriggerManager::create(coreConfiguration(configuration_))
-        ->syncTriggers(InAppTriggersRequestPayload(cuID));
+    VantixInAppTriggerManager::create(coreConfiguration(configuration_))->syncTriggers({.cuID = cuID});
 }
 
 void Simulation::setForegroundScene(bool inForeground) {
