@@ -36,6 +36,7 @@ public:
 
     /// Brings tree, layout and lists up to date; does nothing when nothing changed. Layout that settles in two steps (a
     /// measured size feeding back into the tree) asks for display again.
+    /// The measurer is kept for later scrolling and must outlive this view.
     void evaluate(const TextMeasurer& measurer);
 
     /// Marks the tree as out of date and asks for display.
