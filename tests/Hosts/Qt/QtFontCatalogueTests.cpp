@@ -25,11 +25,11 @@ TEST(QtFontCatalogue, KnowsWhichFaceBearsAName) {
     const FontFace* family = catalogue.find("DejaVu Sans");
     ASSERT_TRUE(family);
     EXPECT_EQ(family->style, "");
-    for (const char* name : {"DejaVu Sans Bold Oblique", "DejaVuSans-BoldOblique"}) {
+    for (const char* name : {"Inter Bold Italic", "Inter-BoldItalic"}) {
         const FontFace* face = catalogue.find(name);
         ASSERT_TRUE(face) << name;
-        EXPECT_EQ(face->family, "DejaVu Sans") << name;
-        EXPECT_EQ(face->style, "Bold Oblique") << name;
+        EXPECT_EQ(face->family, "Inter") << name;
+        EXPECT_EQ(face->style, "Bold Italic") << name;
         EXPECT_EQ(face->weight, 700) << name;
         EXPECT_TRUE(face->italic) << name;
     }
