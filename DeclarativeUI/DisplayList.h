@@ -1,9 +1,9 @@
 #pragma once
 
-#include "Platform/Color.h"
-#include "Platform/Font.h"
-#include "Platform/Geometry.h"
-#include "Platform/Image.h"
+#include "Platform/Values/Color.h"
+#include "Platform/Values/Font.h"
+#include "Platform/Values/Geometry.h"
+#include "Platform/Values/Image.h"
 
 #include <optional>
 #include <string>

@@ -1,8 +1,8 @@
 #include "DeclarativeUI/HostedView.h"
 
-#include "DeclarativeUI/LayoutPass.h"
-#include "DeclarativeUI/Placement.h"
-#include "DeclarativeUI/Semantics.h"
+#include "DeclarativeUI/Elements/Semantics.h"
+#include "DeclarativeUI/Layout/LayoutPass.h"
+#include "DeclarativeUI/Layout/Placement.h"
 
 #include <algorithm>
 #include <map>

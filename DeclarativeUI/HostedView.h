@@ -3,7 +3,7 @@
 #include "DeclarativeUI/AccessibleElement.h"
 #include "DeclarativeUI/DisplayList.h"
 #include "DeclarativeUI/View.h"
-#include "Platform/Application.h"
+#include "Platform/Ports/Application.h"
 
 #include <functional>
 #include <memory>

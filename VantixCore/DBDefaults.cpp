@@ -1,6 +1,6 @@
 #include "VantixCore/DBDefaults.h"
 
-#include "Platform/JSON.h"
+#include "Platform/Values/JSON.h"
 
 namespace vantix {
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "Platform/Image.h"
-#include "Platform/ImageDecoder.h"
-#include "Platform/Result.h"
-#include "Platform/URL.h"
+#include "Platform/Ports/ImageDecoder.h"
+#include "Platform/Values/Image.h"
+#include "Platform/Values/Result.h"
+#include "Platform/Values/URL.h"
 
 #include <functional>
 #include <memory>

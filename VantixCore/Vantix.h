@@ -1,78 +1,42 @@
 #pragma once
 
-#include "Platform/URL.h"
-#include "Platform/Value.h"
-#include "VantixCore/VantixEvents.h"
-#include "VantixCore/VantixLogger.h"
+#include "Platform/Values/Value.h"
+#include "VantixCore/SharedUserDefaults.h"
+#include "VantixCore/VantixHost.h"
 
-#include <cstddef>
-#include <cstdint>
-#include <filesystem>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
-#include <utility>
-#include <vector>
+#include <typeindex>
 
 namespace vantix {
-
-/// The settings that an app group shares: read from memory, written through to the data directory. Usable from any
-/// thread.
-class SharedUserDefaults {
-public:
-    virtual ~SharedUserDefaults() = default;
-
-    virtual std::optional<std::string> customerId() const = 0;
-    /// Absent: no customer is known.
-    virtual void setCustomerId(std::optional<std::string> customerId) = 0;
-};
-
-/// A network call as it is sent. Header names are sorted, secrets replaced by "…".
-struct SentRequest {
-    std::string method;
-    std::string url;
-    std::vector<std::pair<std::string, std::string>> headers;
-    std::string body;
-};
-
-/// What the core library needs of the application it runs in, and what it tells it. Every handler may be empty and may
-/// be called on any thread, one at a time for each handler only if the handler sees to it.
-struct VantixHost {
-    /// Made when missing. Holds the stores, the settings, the reports and the image cache; one process at a time.
-    std::filesystem::path dataDirectory = {};
-    /// Whether the app group is set up; without it there are no shared settings.
-    bool appGroup = true;
-    /// Bytes of images kept on disk; those used least recently go first.
-    std::uintmax_t imageCacheCapacity = 64U << 20;
-    /// 1 lets transfers end in the order in which they were asked for.
-    std::size_t maximumConcurrentTransfers = 32;
-
-    /// Takes the log lines instead of standard error.
-    std::function<void(const LogLine&)> logSink = {};
-    /// Opens a URL outside the application.
-    std::function<void(const std::string& url)> openURL = {};
-    /// Follows a deep link inside the application.
-    std::function<void(const std::string& link)> handleDeepLink = {};
-
-    /// For tools: told of every report, call to action and network call as it happens.
-    std::function<void(const char* kind, std::string_view name, const Dictionary& attributes)> onReport = {};
-    std::function<void(const CTA& cta, const Dictionary& notificationPayload)> onCallToAction = {};
-    std::function<void(const SentRequest& request)> onRequest = {};
-};
 
 /// The process-wide face of the core library towards its host.
 class Vantix {
 public:
-    /// Once, at start, on the main thread, after Platform::install. A later call replaces the earlier host.
+    /// Once, at start, on the main thread, after Platform::install. Everything that lives once per program (settings,
+    /// network, images, stores, reports) belongs to this installation and is made at its first use. A later call
+    /// replaces all of it at once; who still holds a part of the earlier installation may go on using that part.
     static void install(VantixHost host);
-    static const VantixHost& host();
+    /// What was installed. Asking before that is a programming error and stops the process. Any thread.
+    static std::shared_ptr<const VantixHost> host();
 
     /// Null when the app group is not set up.
     static std::shared_ptr<SharedUserDefaults> getSharedUserDefaults();
 
     /// Tells the in-app module of an event, by the notification `didCaptureInAppTrigger`, on the calling thread.
     static void captureEvent(std::string name, std::optional<Dictionary> attributes = {});
+
+    /// The one T of this installation, made at first use: for what another library keeps once per program. Any thread.
+    template <typename T>
+    static std::shared_ptr<T> shared() {
+        auto make = []() -> std::shared_ptr<void> { return std::make_shared<T>(); };
+        return std::static_pointer_cast<T>(sharedObject(typeid(T), make));
+    }
+
+private:
+    static std::shared_ptr<void> sharedObject(std::type_index type, const std::function<std::shared_ptr<void>()>& make);
 };
 
 }  // namespace vantix

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Value.h"
+#include "Platform/Values/Value.h"
 #include "VantixCore/VantixConfiguration.h"
 #include "VantixCore/VantixEvents.h"
 #include "VantixCore/VantixLogger.h"
@@ -40,13 +40,6 @@ public:
     virtual void performCTAAction(const CTA& cta, const Dictionary& notificationPayload) = 0;
     /// Opens a URL outside the application. An empty text is no URL and is ignored.
     virtual void openExternal(const std::string& url) = 0;
-};
-
-/// Names for queues and other process-wide things.
-class VantixDomainFactory {
-public:
-    /// "com.vantix." followed by the name.
-    static std::string getDomain(std::string_view name);
 };
 
 }  // namespace vantix

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "DeclarativeUI/View.h"
-#include "Platform/Image.h"
-#include "Platform/URL.h"
+#include "Platform/Values/Image.h"
+#include "Platform/Values/URL.h"
 
 #include <functional>
 #include <memory>
@@ -38,7 +38,7 @@ struct VantixImageView {
 
     View body() const;
 
-    /// Where image views without a placeholder of their own find one. Process-wide; main thread.
+    /// Where image views without a placeholder of their own find one, until another installation. Main thread.
     static void setDefaultPlaceholder(std::function<Image()> provider);
 };
 

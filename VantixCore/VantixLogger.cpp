@@ -1,12 +1,13 @@
 #include "VantixCore/VantixLogger.h"
 
-#include "VantixCore/Vantix.h"
+#include "Platform/Values/AtomicPointer.h"
 
 #include <spdlog/logger.h>
 #include <spdlog/sinks/stdout_sinks.h>
 
 #include <atomic>
 #include <memory>
+#include <utility>
 
 namespace vantix {
 
@@ -25,13 +26,13 @@ spdlog::logger& standardError() {
     return *logger;
 }
 
-void log(LogLevel level, std::string_view message, LogSource source, SourceLocation location) {
-    if (!VantixLogger::isEnabled(level)) return;
-    if (const auto& sink = Vantix::host().logSink) {
-        sink({level, std::string(message), std::string(source.file), std::string(source.function), location});
-    } else {
-        standardError().info("{} {} {}: {}", logLevelName(level), source.file, source.function, message);
-    }
+using Sink = std::function<void(const LogLine&)>;
+
+/// Never destroyed, like the logger. Replaced as a whole, so that a thread that writes meanwhile keeps what it has
+/// read.
+AtomicPointer<const Sink>& installedSink() {
+    static auto* sink = new AtomicPointer<const Sink>;
+    return *sink;
 }
 
 }  // namespace
@@ -50,16 +51,29 @@ const char* logLevelName(LogLevel level) {
     return "";
 }
 
-void VantixLogger::debug(std::string_view message, LogSource source, SourceLocation location) {
-    log(LogLevel::debug, message, source, location);
+void VantixLogger::write(const LogLine& line) {
+    if (!isEnabled(line.level)) return;
+    if (auto sink = installedSink().load()) {
+        (*sink)(line);
+    } else {
+        standardError().info("{} {} {}: {}", logLevelName(line.level), line.file, line.function, line.message);
+    }
 }
 
-void VantixLogger::info(std::string_view message, LogSource source, SourceLocation location) {
-    log(LogLevel::info, message, source, location);
+void VantixLogger::debug(std::string_view message, LegacyLogSource source, SourceLocation location) {
+    write({LogLevel::debug, std::string(message), std::string(source.file), std::string(source.function), location});
 }
 
-void VantixLogger::error(std::string_view message, LogSource source, SourceLocation location) {
-    log(LogLevel::error, message, source, location);
+void VantixLogger::info(std::string_view message, LegacyLogSource source, SourceLocation location) {
+    write({LogLevel::info, std::string(message), std::string(source.file), std::string(source.function), location});
+}
+
+void VantixLogger::error(std::string_view message, LegacyLogSource source, SourceLocation location) {
+    write({LogLevel::error, std::string(message), std::string(source.file), std::string(source.function), location});
+}
+
+void VantixLogger::setSink(std::function<void(const LogLine&)> sink) {
+    installedSink().store(sink ? std::make_shared<const Sink>(std::move(sink)) : nullptr);
 }
 
 void VantixLogger::setConsoleLogLevel(LogLevel level) { consoleLogLevel.store(level, std::memory_order_relaxed); }

@@ -30,6 +30,21 @@ function(vantix_library name)
   target_link_libraries(${name} PUBLIC ${ARG_LINKS} PRIVATE vantix_options ${ARG_PRIVATE_LINKS})
 endfunction()
 
+# vantix_room(NAME FOLDER LINKS target… PRIVATE_LINKS target…)
+#
+# A room: the library of all sources that stand directly in the folder.
+function(vantix_room name folder)
+  cmake_parse_arguments(ARG "" "" "LINKS;PRIVATE_LINKS" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS "${folder}/*.cpp")
+  vantix_library(${name} SOURCES ${sources} LINKS ${ARG_LINKS} PRIVATE_LINKS ${ARG_PRIVATE_LINKS})
+endfunction()
+
+# vantix_umbrella(NAME room…): all rooms of a library under one name.
+function(vantix_umbrella name)
+  add_library(${name} INTERFACE)
+  target_link_libraries(${name} INTERFACE ${ARGN})
+endfunction()
+
 # vantix_embed(TARGET NAMESPACE function file…)
 #
 # Compiles the files into the target behind one function,

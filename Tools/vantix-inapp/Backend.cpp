@@ -1,6 +1,6 @@
 #include "Tools/vantix-inapp/Backend.h"
 
-#include "Platform/JSON.h"
+#include "Platform/Values/JSON.h"
 #include "Tools/certificate/ThrowAwayCertificate.h"
 #include "Tools/vantix-inapp/BadInput.h"
 #include "Tools/vantix-inapp/Campaign.h"

@@ -1,6 +1,6 @@
 #include "Tools/vantix-inapp/BackendCommand.h"
 
-#include "Platform/JSON.h"
+#include "Platform/Values/JSON.h"
 #include "Tools/vantix-inapp/Backend.h"
 #include "Tools/vantix-inapp/InputFile.h"
 

@@ -1,6 +1,6 @@
 #include "Tools/vantix-inapp/Campaign.h"
 
-#include "Platform/JSON.h"
+#include "Platform/Values/JSON.h"
 #include "Tools/vantix-inapp/BadInput.h"
 #include "Tools/vantix-inapp/InputFile.h"
 

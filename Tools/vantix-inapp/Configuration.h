@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/Application.h"
-#include "Platform/Value.h"
+#include "Platform/Ports/Application.h"
+#include "Platform/Values/Value.h"
 #include "Tools/vantix-inapp/Devices.h"
 #include "VantixCore/VantixEvents.h"
 #include "VantixCore/VantixLogger.h"

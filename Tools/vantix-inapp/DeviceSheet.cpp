@@ -1,7 +1,7 @@
 #include "Tools/vantix-inapp/DeviceSheet.h"
 
 #include "DeclarativeUI/DisplayList.h"
-#include "Hosts/Qt/DisplayListPainter.h"
+#include "VantixQt/DisplayListPainter.h"
 
 #include <algorithm>
 

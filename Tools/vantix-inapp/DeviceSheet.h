@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Hosts/Qt/Canvas.h"
 #include "Tools/vantix-inapp/Devices.h"
+#include "VantixQt/Canvas.h"
 
 #include <functional>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Application.h"
+#include "Platform/Ports/Application.h"
 
 #include <string>
 #include <string_view>

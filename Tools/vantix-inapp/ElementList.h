@@ -1,7 +1,7 @@
 #pragma once
 
-#include "DeclarativeUI/OffscreenApplication.h"
-#include "Platform/Value.h"
+#include "DeclarativeUI/Offscreen/OffscreenApplication.h"
+#include "Platform/Values/Value.h"
 
 namespace vantix {
 

@@ -1,7 +1,7 @@
 #include "Tools/vantix-inapp/EventLines.h"
 
 #include "DeclarativeUI/HostedView.h"
-#include "DeclarativeUI/OffscreenApplication.h"
+#include "DeclarativeUI/Offscreen/OffscreenApplication.h"
 #include "Tools/vantix-inapp/LineWriter.h"
 #include "VantixCore/VantixConstants.h"
 #include "VantixInAppMessage/templates/InAppMessageView.h"

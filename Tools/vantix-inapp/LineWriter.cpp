@@ -1,6 +1,6 @@
 #include "Tools/vantix-inapp/LineWriter.h"
 
-#include "Platform/JSON.h"
+#include "Platform/Values/JSON.h"
 
 #include <chrono>
 #include <cmath>

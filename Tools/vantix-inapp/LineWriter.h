@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/Clock.h"
-#include "Platform/Value.h"
+#include "Platform/Ports/Clock.h"
+#include "Platform/Values/Value.h"
 
 #include <cstdio>
 #include <mutex>

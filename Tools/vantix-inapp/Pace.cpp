@@ -1,7 +1,7 @@
 #include "Tools/vantix-inapp/Pace.h"
 
-#include "Platform/ThreadedDispatcher.h"
-#include "Platform/VirtualDispatcher.h"
+#include "Platform/Dispatchers/ThreadedDispatcher.h"
+#include "Platform/Dispatchers/VirtualDispatcher.h"
 
 namespace vantix {
 

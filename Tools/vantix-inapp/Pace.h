@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Clock.h"
+#include "Platform/Ports/Clock.h"
 
 #include <memory>
 

@@ -1,7 +1,7 @@
 #include "Tools/vantix-inapp/PlayCommand.h"
 
-#include "Platform/Dispatcher.h"
-#include "Platform/FatalError.h"
+#include "Platform/Ports/Dispatcher.h"
+#include "Platform/Values/FatalError.h"
 #include "Tools/vantix-inapp/Arguments.h"
 #include "Tools/vantix-inapp/BadInput.h"
 #include "Tools/vantix-inapp/EventLines.h"

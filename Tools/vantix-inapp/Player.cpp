@@ -1,7 +1,7 @@
 #include "Tools/vantix-inapp/Player.h"
 
-#include "Platform/NotificationCenter.h"
-#include "Platform/Platform.h"
+#include "Platform/Ports/NotificationCenter.h"
+#include "Platform/Ports/Platform.h"
 #include "Tools/vantix-inapp/ElementList.h"
 #include "Tools/vantix-inapp/EventLines.h"
 #include "Tools/vantix-inapp/LineWriter.h"
@@ -64,7 +64,7 @@ void Player::run(const step::Payload& payload) {
 void Player::run(const step::Event& event) { Vantix::captureEvent(event.name, event.attributes); }
 
 void Player::run(const step::LifeCycle& lifeCycle) {
-    Platform::current().notificationCenter->post({lifeCycle.notification, {}});
+    Platform::current()->notificationCenter->post({lifeCycle.notification, {}});
 }
 
 void Player::run(const step::SetScene& scene) { simulation_.setForegroundScene(scene.inForeground); }

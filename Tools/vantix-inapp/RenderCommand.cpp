@@ -1,6 +1,6 @@
 #include "Tools/vantix-inapp/RenderCommand.h"
 
-#include "Platform/Dispatcher.h"
+#include "Platform/Ports/Dispatcher.h"
 #include "Tools/vantix-inapp/Arguments.h"
 #include "Tools/vantix-inapp/BadInput.h"
 #include "Tools/vantix-inapp/Campaign.h"

@@ -1,7 +1,7 @@
 #include "Tools/vantix-inapp/ScreenPicture.h"
 
-#include "Hosts/Qt/DisplayListPainter.h"
 #include "Tools/vantix-inapp/BadInput.h"
+#include "VantixQt/DisplayListPainter.h"
 
 #include <system_error>
 

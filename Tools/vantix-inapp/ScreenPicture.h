@@ -1,7 +1,7 @@
 #pragma once
 
-#include "DeclarativeUI/OffscreenApplication.h"
-#include "Hosts/Qt/Canvas.h"
+#include "DeclarativeUI/Offscreen/OffscreenApplication.h"
+#include "VantixQt/Canvas.h"
 
 #include <filesystem>
 

@@ -1,14 +1,14 @@
 #include "Tools/vantix-inapp/Simulation.h"
 
-#include "Hosts/Qt/QtEnvironment.h"
-#include "Hosts/Qt/QtImageDecoder.h"
-#include "Hosts/Qt/QtTextMeasurer.h"
-#include "Platform/Dispatcher.h"
-#include "Platform/NotificationCenter.h"
-#include "Platform/Platform.h"
+#include "Platform/Ports/Dispatcher.h"
+#include "Platform/Ports/NotificationCenter.h"
+#include "Platform/Ports/Platform.h"
 #include "VantixCore/Vantix.h"
 #include "VantixCore/VantixNetworkManager.h"
 #include "VantixInAppMessage/Manager/InAppMessageTriggerManager.h"
+#include "VantixQt/QtEnvironment.h"
+#include "VantixQt/QtImageDecoder.h"
+#include "VantixQt/QtTextMeasurer.h"
 
 namespace vantix {
 

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "DeclarativeUI/OffscreenApplication.h"
-#include "Hosts/Qt/DisplayListPainter.h"
-#include "Hosts/Qt/QtFontCatalogue.h"
+#include "DeclarativeUI/Offscreen/OffscreenApplication.h"
 #include "Tools/vantix-inapp/Configuration.h"
 #include "VantixInAppMessage/Core/InAppMessagingCore.h"
 #include "VantixPushNotification/NotificationCore.h"
+#include "VantixQt/DisplayListPainter.h"
+#include "VantixQt/QtFontCatalogue.h"
 
 #include <filesystem>
 #include <memory>

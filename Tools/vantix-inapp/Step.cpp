@@ -1,6 +1,6 @@
 #include "Tools/vantix-inapp/Step.h"
 
-#include "Platform/JSON.h"
+#include "Platform/Values/JSON.h"
 #include "Tools/vantix-inapp/Campaign.h"
 #include "Tools/vantix-inapp/Configuration.h"
 #include "Tools/vantix-inapp/Fields.h"

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "Platform/Application.h"
-#include "Platform/Clock.h"
-#include "Platform/Geometry.h"
-#include "Platform/Value.h"
+#include "Platform/Ports/Application.h"
+#include "Platform/Ports/Clock.h"
+#include "Platform/Values/Geometry.h"
+#include "Platform/Values/Value.h"
 #include "VantixPushNotification/NotificationCore.h"
 
 #include <filesystem>

@@ -1,6 +1,7 @@
 #include "Tools/vantix-inapp/StoredRecords.h"
 
 #include "VantixCore/BaseRepository.h"
+#include "VantixCore/VantixDBFactory.h"
 #include "VantixInAppMessage/Manager/InAppMessage.h"
 #include "VantixInAppMessage/Manager/VantixInAppDBDefaults.h"
 

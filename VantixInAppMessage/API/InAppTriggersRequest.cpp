@@ -1,6 +1,6 @@
 #include "VantixInAppMessage/API/InAppTriggersRequest.h"
 
-#include "Platform/JSON.h"
+#include "Platform/Values/JSON.h"
 
 #include <utility>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/Value.h"
-#include "VantixCore/ConfiguredRequest.h"
+#include "Platform/Values/Value.h"
+#include "VantixCore/Network/ConfiguredRequest.h"
 #include "VantixCore/VantixNetworkManager.h"
 
 #include <memory>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/UUID.h"
-#include "Platform/Value.h"
+#include "Platform/Values/UUID.h"
+#include "Platform/Values/Value.h"
 
 #include <optional>
 #include <string>

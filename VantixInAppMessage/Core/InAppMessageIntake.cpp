@@ -1,6 +1,6 @@
-#include "Platform/Dispatcher.h"
-#include "Platform/JSON.h"
-#include "Platform/Platform.h"
+#include "Platform/Ports/Dispatcher.h"
+#include "Platform/Ports/Platform.h"
+#include "Platform/Values/JSON.h"
 #include "VantixCore/ImageUtility.h"
 #include "VantixCore/VantixConstants.h"
 #include "VantixCore/VantixLogger.h"
@@ -33,7 +33,7 @@ bool hasInsecureBannerImage(const InAppBody& body) {
 }  // namespace
 
 void InAppMessagingCore::handleSilentPushNotification(const Dictionary& notification) {
-    constexpr LogSource source{file, "handleSilentPushNotification(with:)"};
+    constexpr LegacyLogSource source{file, "handleSilentPushNotification(with:)"};
     auto payload = VantixInAppMessagePayload::generate(notification);
     VantixLogger::debug(VantixConstants::checkMark + std::string("-Notification Payload: ") + toJSON(notification),
                         source);
@@ -53,7 +53,7 @@ void InAppMessagingCore::notificationsReceived(
 void InAppMessagingCore::inAppMessaseReceived(const VantixInAppMessagePayload& message, bool showInAppImmediately,
                                               Completion completion) {
     if (isTornDown_) return;
-    constexpr LogSource source{file, "inAppMessaseReceived(message:showInAppImmediately:completion:)"};
+    constexpr LegacyLogSource source{file, "inAppMessaseReceived(message:showInAppImmediately:completion:)"};
     if (hasInsecureBannerImage(message.body)) {
         VantixLogger::error(
             "Header and Footer type in-app message with image should have valid image URL. Seems like the in-app "
@@ -79,7 +79,7 @@ void InAppMessagingCore::inAppMessaseReceived(const VantixInAppMessagePayload& m
         };
         if (!message.getImageURL()) return finish();
         // Leaves the store thread, which must not wait for the image.
-        Platform::current().dispatcher->utilityQueue().async(finish);
+        Platform::current()->dispatcher->utilityQueue().async(finish);
     });
 }
 
@@ -91,7 +91,7 @@ void InAppMessagingCore::showStoredMessage(const std::weak_ptr<InAppMessagingCor
         displayManager->downloadInAppMessageImageIfAvailable(message, false);
     }
     if (!showInAppImmediately) return;
-    Platform::current().dispatcher->mainQueue().async([weak] {
+    Platform::current()->dispatcher->mainQueue().async([weak] {
         if (auto displayManager = displayManagerOf(weak)) displayManager->showInAppMessage({}, {});
     });
 }
@@ -113,7 +113,7 @@ void InAppMessagingCore::inAppTriggerCaptured(const Notification& notification) 
 
 void InAppMessagingCore::removeAllInAppMessages() {
     queueManager_->removeAllMessages([weak = weak_from_this()](bool removed) {
-        constexpr LogSource source{file, "removeAllInAppMessages()"};
+        constexpr LegacyLogSource source{file, "removeAllInAppMessages()"};
         if (weak.expired()) return;
         if (!removed) return VantixLogger::error("Error while deleting all the in-app messages", source);
         VantixLogger::debug("Successfully deleted all the in-app messages", source);

@@ -1,8 +1,8 @@
 #include "VantixInAppMessage/Core/InAppMessagingCore.h"
 
-#include "Platform/Dispatcher.h"
-#include "Platform/FatalError.h"
-#include "Platform/Platform.h"
+#include "Platform/Ports/Dispatcher.h"
+#include "Platform/Ports/Platform.h"
+#include "Platform/Values/FatalError.h"
 #include "VantixCore/VantixConstants.h"
 #include "VantixCore/VantixImageView.h"
 #include "VantixInAppMessage/Manager/InAppDisplayManager.h"
@@ -40,7 +40,7 @@ void InAppMessagingCore::registerListeners() {
         auto configured = core ? core->getPlaceholderImage() : std::nullopt;
         return configured ? *configured : ImageResource::defaultImage().image();
     });
-    triggerObservation_ = Platform::current().notificationCenter->addObserver(
+    triggerObservation_ = Platform::current()->notificationCenter->addObserver(
         VantixNotification::didCaptureInAppTrigger, [weak = weak_from_this()](const Notification& notification) {
             if (auto core = weak.lock()) core->inAppTriggerCaptured(notification);
         });

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Platform/Application.h"
-#include "Platform/DispatchWorkItem.h"
-#include "Platform/NotificationCenter.h"
+#include "Platform/Ports/Application.h"
+#include "Platform/Ports/DispatchWorkItem.h"
+#include "Platform/Ports/NotificationCenter.h"
 #include "VantixCore/VantixCore.h"
 #include "VantixCore/VantixEvents.h"
 #include "VantixInAppMessage/Core/InAppMessagePayload/VantixInAppMessagePayload.h"

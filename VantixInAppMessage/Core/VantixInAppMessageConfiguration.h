@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Image.h"
+#include "Platform/Values/Image.h"
 #include "VantixCore/VantixConfiguration.h"
 #include "VantixPushNotification/NotificationCore.h"
 

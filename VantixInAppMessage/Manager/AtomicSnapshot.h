@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Values/AtomicPointer.h"
+
 #include <memory>
 #include <utility>
 
@@ -9,11 +11,7 @@ namespace vantix {
 template <typename T>
 class AtomicSnapshot {
 public:
-    std::shared_ptr<const T> load() const { return std::atomic_load(&value_); }
-
-    void replace(T value) {
-        std::atomic_store(&value_, std::shared_ptr<const T>(std::make_shared<T>(std::move(value))));
-    }
+    std::shared_ptr<const T> load() const { return value_.load(); }
 
     /// Replaces the value by a changed copy; `change` may run more than once when threads collide.
     template <typename Change>
@@ -24,11 +22,11 @@ public:
             auto copy = std::make_shared<T>(*current);
             change(*copy);
             next = std::move(copy);
-        } while (!std::atomic_compare_exchange_weak(&value_, &current, next));
+        } while (!value_.compareExchange(current, next));
     }
 
 private:
-    std::shared_ptr<const T> value_ = std::make_shared<T>();
+    AtomicPointer<const T> value_{std::make_shared<T>()};
 };
 
 }  // namespace vantix

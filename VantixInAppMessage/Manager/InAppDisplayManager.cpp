@@ -1,7 +1,8 @@
 #include "VantixInAppMessage/Manager/InAppDisplayManager.h"
 
-#include "Platform/Dispatcher.h"
-#include "Platform/Platform.h"
+#include "Platform/Ports/Dispatcher.h"
+#include "Platform/Ports/Platform.h"
+#include "VantixCore/VantixDomainFactory.h"
 #include "VantixCore/VantixLogger.h"
 #include "VantixInAppMessage/Core/InAppMessagingCore.h"
 #include "VantixInAppMessage/MVVM/View/InAppMessageViewBuilder.h"
@@ -20,7 +21,7 @@ namespace {
 constexpr const char* file = "Manager/InAppDisplayManager";
 constexpr const char* storePage = "https://apps.apple.com";
 
-DispatchQueue& mainQueue() { return Platform::current().dispatcher->mainQueue(); }
+DispatchQueue& mainQueue() { return Platform::current()->dispatcher->mainQueue(); }
 
 /// The shortest text of a number that keeps at least one decimal ("10.0").
 std::string decimalText(double number) {
@@ -56,8 +57,8 @@ InAppDisplayManager::InAppDisplayManager(std::shared_ptr<VantixCore> vantixCore,
     : queueManager_(std::move(queueManager)),
       currentApplicationState_(applicationState),
       vantixCore_(std::move(vantixCore)),
-      queue_(Platform::current().dispatcher->makeSerialQueue(VantixDomainFactory::getDomain("VantixInAppMessaging"),
-                                                             QualityOfService::utility)),
+      queue_(Platform::current()->dispatcher->makeSerialQueue(VantixDomainFactory::getDomain("VantixInAppMessaging"),
+                                                              QualityOfService::utility)),
       environment_(environment),
       appStoreId_(std::move(appId)) {}
 
@@ -103,7 +104,7 @@ void InAppDisplayManager::showInAppMessageAfterRebuild() {
 
 bool InAppDisplayManager::canShowInAppMessage(const VantixInAppMessagePayload& message,
                                               const std::optional<std::string>& scope) {
-    constexpr LogSource source{file, "canShowInAppMessage(message:of:)"};
+    constexpr LegacyLogSource source{file, "canShowInAppMessage(message:of:)"};
     if (showingInAppMessage_) {
         VantixLogger::error(
             "Currently showing other in-app message. This in-app message will be shown after current one is dismissed",
@@ -280,7 +281,7 @@ void InAppDisplayManager::addObserversForAppLifeCycle() {
                         {file, "addObserversForAppLifeCycle()"});
     using namespace ApplicationNotification;
     for (const char* name : {didBecomeActive, didEnterBackground, willTerminate, willResignActive}) {
-        observations_.push_back(Platform::current().notificationCenter->addObserver(
+        observations_.push_back(Platform::current()->notificationCenter->addObserver(
             name, [weak = weak_from_this()](const Notification& notification) {
                 if (auto manager = weak.lock()) manager->appStateChanged(notification);
             }));
@@ -323,7 +324,7 @@ void InAppDisplayManager::downloadInAppMessageImageIfAvailable(const VantixInApp
     if (!url) return;
     if (asynchronousDownload) return downloadImageAsynchronously(message, *url, nullptr);
 
-    auto group = Platform::current().dispatcher->makeGroup();
+    auto group = Platform::current()->dispatcher->makeGroup();
     group->enter();
     downloadImageAsynchronously(message, *url, group);
     group->wait();
@@ -340,7 +341,7 @@ void InAppDisplayManager::downloadImageAsynchronously(const VantixInAppMessagePa
 }
 
 void InAppDisplayManager::handleImageError(const VantixInAppMessagePayload& message, const ImageError& error) {
-    constexpr LogSource source{file, "downloadImageAsynchronously(for:imageURL:dispatchGroup:)"};
+    constexpr LegacyLogSource source{file, "downloadImageAsynchronously(for:imageURL:dispatchGroup:)"};
     if (!error.isImageDownloadError()) {
         VantixLogger::error("Failed to download in-app message image due to error:" + error.localizedDescription,
                             source);

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "Platform/Application.h"
-#include "Platform/DispatchGroup.h"
-#include "Platform/DispatchQueue.h"
-#include "Platform/NotificationCenter.h"
+#include "Platform/Ports/Application.h"
+#include "Platform/Ports/DispatchGroup.h"
+#include "Platform/Ports/DispatchQueue.h"
+#include "Platform/Ports/NotificationCenter.h"
 #include "VantixCore/ImageUtility.h"
 #include "VantixCore/VantixCore.h"
 #include "VantixInAppMessage/Core/InAppMessagePayload/VantixInAppMessagePayload.h"

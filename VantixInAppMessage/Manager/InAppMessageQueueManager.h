@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Value.h"
+#include "Platform/Values/Value.h"
 #include "VantixInAppMessage/Core/InAppMessagePayload/VantixInAppMessagePayload.h"
 #include "VantixInAppMessage/Manager/AtomicSnapshot.h"
 #include "VantixInAppMessage/Manager/InAppMessageQueues.h"

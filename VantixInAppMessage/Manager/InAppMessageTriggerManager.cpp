@@ -1,8 +1,8 @@
 #include "VantixInAppMessage/Manager/InAppMessageTriggerManager.h"
 
-#include "Platform/Dispatcher.h"
-#include "Platform/JSON.h"
-#include "Platform/Platform.h"
+#include "Platform/Ports/Dispatcher.h"
+#include "Platform/Ports/Platform.h"
+#include "Platform/Values/JSON.h"
 #include "VantixCore/VantixLogger.h"
 #include "VantixInAppMessage/Core/InAppMessagePayload/WholeNumber.h"
 #include "VantixInAppMessage/Manager/InAppRepoHelper.h"
@@ -33,12 +33,12 @@ VantixInAppTriggerManager::VantixInAppTriggerManager(std::shared_ptr<Configurati
     : configData_(std::move(configData)), triggerAPIRequest_(configData_) {}
 
 void VantixInAppTriggerManager::syncTriggers(const InAppTriggersRequestPayload& payload) {
-    Platform::current().dispatcher->utilityQueue().async(
+    Platform::current()->dispatcher->utilityQueue().async(
         [self = shared_from_this(), payload] { self->callAndProcess(payload); });
 }
 
 void VantixInAppTriggerManager::callAndProcess(const InAppTriggersRequestPayload& payload) {
-    constexpr LogSource source{file, "syncTriggers(withPayload:)"};
+    constexpr LegacyLogSource source{file, "syncTriggers(withPayload:)"};
     try {
         auto response = triggerAPIRequest_.syncTriggers(payload.generateJSON(), configData_->accountID());
         processReceived(response.value_or(VantixResponseGenerator{}), payload);
@@ -52,7 +52,7 @@ void VantixInAppTriggerManager::callAndProcess(const InAppTriggersRequestPayload
 
 void VantixInAppTriggerManager::processReceived(const VantixResponseGenerator& response,
                                                 const InAppTriggersRequestPayload& requestPayload) {
-    constexpr LogSource source{file, "processReceived(response:requestPayload:)"};
+    constexpr LegacyLogSource source{file, "processReceived(response:requestPayload:)"};
     if (!response.rcvdData) return VantixLogger::error("Recieved nil data", source);
 
     auto parsed = parseJSON(*response.rcvdData);

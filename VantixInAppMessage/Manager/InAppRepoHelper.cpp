@@ -1,7 +1,8 @@
 #include "VantixInAppMessage/Manager/InAppRepoHelper.h"
 
-#include "Platform/FatalError.h"
+#include "Platform/Values/FatalError.h"
 #include "VantixCore/Vantix.h"
+#include "VantixCore/VantixDBFactory.h"
 #include "VantixCore/VantixLogger.h"
 #include "VantixInAppMessage/Manager/VantixInAppDBDefaults.h"
 
@@ -25,7 +26,7 @@ struct OutcomeTexts {
 /// Logs the outcome of a store operation and passes it on as a boolean.
 std::function<void(Result<bool>)> reporting(OutcomeTexts texts, InAppRepoHelper::Completion completion) {
     return [texts = std::move(texts), completion = std::move(completion)](const Result<bool>& result) {
-        LogSource source{file, texts.function};
+        LegacyLogSource source{file, texts.function};
         bool succeeded = result && result.value();
         if (succeeded) {
             VantixLogger::debug(texts.success + texts.subject(), source);
@@ -68,10 +69,7 @@ ObjectModel modelOrStop() {
 
 }  // namespace
 
-const std::shared_ptr<InAppRepoHelper>& InAppRepoHelper::shared() {
-    static const auto instance = std::make_shared<InAppRepoHelper>();
-    return instance;
-}
+std::shared_ptr<InAppRepoHelper> InAppRepoHelper::shared() { return Vantix::shared<InAppRepoHelper>(); }
 
 InAppRepoHelper::InAppRepoHelper(Env environment)
     : inAppRepo_(VantixDBFactory::getRepositoryFor(VantixInAppDBDefaults::defaultEnityName,
@@ -87,7 +85,7 @@ void InAppRepoHelper::insert(const VantixInAppMessagePayload& message, Completio
 }
 
 void InAppRepoHelper::fetchAllInAppMessages(ListCompletion completion) {
-    constexpr LogSource source{file, "fetchAllInAppMessages(completion:)"};
+    constexpr LegacyLogSource source{file, "fetchAllInAppMessages(completion:)"};
     auto settings = Vantix::getSharedUserDefaults();
     if (!settings) {
         VantixLogger::error(

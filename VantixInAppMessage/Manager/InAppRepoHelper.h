@@ -20,8 +20,8 @@ public:
     using Completion = std::function<void(bool)>;
     using ListCompletion = std::function<void(std::vector<InAppMessage>)>;
 
-    /// The process-wide instance, made at first use, always for `Env::dev`.
-    static const std::shared_ptr<InAppRepoHelper>& shared();
+    /// The one instance of the installation, made at first use, always for `Env::dev`.
+    static std::shared_ptr<InAppRepoHelper> shared();
 
     explicit InAppRepoHelper(Env environment = Env::dev);
 

@@ -1,8 +1,8 @@
 #include "VantixInAppMessage/Manager/MainThread.h"
 
-#include "Platform/Dispatcher.h"
-#include "Platform/FatalError.h"
-#include "Platform/Platform.h"
+#include "Platform/Ports/Dispatcher.h"
+#include "Platform/Ports/Platform.h"
+#include "Platform/Values/FatalError.h"
 
 #include <string>
 #include <utility>
@@ -10,7 +10,7 @@
 namespace vantix {
 
 void runOnMainThread(std::function<void()> work) {
-    auto& main = Platform::current().dispatcher->mainQueue();
+    auto& main = Platform::current()->dispatcher->mainQueue();
     if (main.isCurrent()) {
         work();
     } else {
@@ -19,7 +19,7 @@ void runOnMainThread(std::function<void()> work) {
 }
 
 void assertMainThread(const char* operation) {
-    if (!Platform::current().dispatcher->mainQueue().isCurrent()) {
+    if (!Platform::current()->dispatcher->mainQueue().isCurrent()) {
         fatalError(std::string(operation) + " belongs to the main thread");
     }
 }

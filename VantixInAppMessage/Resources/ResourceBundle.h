@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/Color.h"
-#include "Platform/Image.h"
+#include "Platform/Values/Color.h"
+#include "Platform/Values/Image.h"
 
 #include <functional>
 #include <optional>

@@ -1,6 +1,6 @@
 #include "VantixInAppMessage/templates/CloseButton.h"
 
-#include "Platform/FatalError.h"
+#include "Platform/Values/FatalError.h"
 #include "VantixInAppMessage/Resources/ResourceBundle.h"
 
 namespace vantix {

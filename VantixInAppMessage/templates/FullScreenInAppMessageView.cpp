@@ -1,7 +1,7 @@
 #include "VantixInAppMessage/templates/FullScreenInAppMessageView.h"
 
-#include "Platform/Application.h"
-#include "Platform/Platform.h"
+#include "Platform/Ports/Application.h"
+#include "Platform/Ports/Platform.h"
 
 namespace vantix {
 
@@ -35,7 +35,7 @@ View FullScreenInAppMessageView::content() const {
                                                           viewModel_->messageFont(), viewModel_->titleBackgroundColor())
                                                   .element(Role::message)
                                             : View();
-    Image icon = Platform::current().application->icon();
+    Image icon = Platform::current()->application->icon();
     auto placeholder = icon.isNull() ? std::nullopt : std::optional(icon);
     return VStack({
         textBlock(title),

@@ -1,6 +1,6 @@
 #include "VantixInAppMessage/templates/InAppMessageView.h"
 
-#include "Platform/UTF8.h"
+#include "Platform/Values/UTF8.h"
 #include "VantixInAppMessage/templates/AppStoreRatingsInAppMessageView.h"
 #include "VantixInAppMessage/templates/FeedbackInAppMessageView.h"
 #include "VantixInAppMessage/templates/FooterInAppView.h"

@@ -1,6 +1,6 @@
 #include "VantixInAppMessage/templates/MessageBlocks.h"
 
-#include "Platform/FatalError.h"
+#include "Platform/Values/FatalError.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #include "VantixInAppMessage/templates/StarRatingsView.h"
 
-#include "Platform/FatalError.h"
+#include "Platform/Values/FatalError.h"
 
 #include <string>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Value.h"
+#include "Platform/Values/Value.h"
 
 namespace vantix {
 

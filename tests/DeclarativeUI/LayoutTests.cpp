@@ -1,4 +1,4 @@
-#include "DeclarativeUI/Element.h"
+#include "DeclarativeUI/Layout/Element.h"
 #include "tests/DeclarativeUI/Stage.h"
 
 #include <gtest/gtest.h>

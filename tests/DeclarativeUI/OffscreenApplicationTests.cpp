@@ -1,6 +1,6 @@
-#include "DeclarativeUI/OffscreenApplication.h"
+#include "DeclarativeUI/Offscreen/OffscreenApplication.h"
 #include "DeclarativeUI/State.h"
-#include "Platform/VirtualDispatcher.h"
+#include "Platform/Dispatchers/VirtualDispatcher.h"
 #include "tests/Support/FixedTextMeasurer.h"
 
 #include <gtest/gtest.h>

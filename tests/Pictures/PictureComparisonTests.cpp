@@ -1,4 +1,4 @@
-#include "Hosts/Qt/QtEnvironment.h"
+#include "VantixQt/QtEnvironment.h"
 #include "tests/Pictures/PictureComparison.h"
 
 #include <QFont>

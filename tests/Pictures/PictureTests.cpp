@@ -1,4 +1,4 @@
-#include "Platform/JSON.h"
+#include "Platform/Values/JSON.h"
 #include "Tools/vantix-inapp/Devices.h"
 #include "tests/Pictures/PictureComparison.h"
 #include "tests/Support/LoopbackServer.h"

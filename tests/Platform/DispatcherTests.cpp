@@ -1,5 +1,5 @@
-#include "Platform/ThreadedDispatcher.h"
-#include "Platform/VirtualDispatcher.h"
+#include "Platform/Dispatchers/ThreadedDispatcher.h"
+#include "Platform/Dispatchers/VirtualDispatcher.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "Platform/JSON.h"
+#include "Platform/Values/JSON.h"
 
 #include <gtest/gtest.h>
 

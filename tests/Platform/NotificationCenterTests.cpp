@@ -1,4 +1,4 @@
-#include "Platform/NotificationCenter.h"
+#include "Platform/Ports/NotificationCenter.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
-#include "Platform/CaseFolding.h"
-#include "Platform/URL.h"
-#include "Platform/UTF8.h"
-#include "Platform/UUID.h"
+#include "Platform/Values/CaseFolding.h"
+#include "Platform/Values/URL.h"
+#include "Platform/Values/UTF8.h"
+#include "Platform/Values/UUID.h"
 
 #include <gtest/gtest.h>
 

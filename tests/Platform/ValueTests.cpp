@@ -1,4 +1,4 @@
-#include "Platform/Value.h"
+#include "Platform/Values/Value.h"
 
 #include <gtest/gtest.h>
 

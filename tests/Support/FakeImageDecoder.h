@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/ImageDecoder.h"
+#include "Platform/Ports/ImageDecoder.h"
 
 #include <algorithm>
 #include <sstream>

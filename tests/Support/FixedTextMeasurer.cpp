@@ -1,6 +1,6 @@
 #include "tests/Support/FixedTextMeasurer.h"
 
-#include "Platform/UTF8.h"
+#include "Platform/Values/UTF8.h"
 
 #include <algorithm>
 #include <cmath>

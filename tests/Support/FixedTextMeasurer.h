@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/TextMeasurer.h"
+#include "Platform/Ports/TextMeasurer.h"
 
 namespace vantix {
 

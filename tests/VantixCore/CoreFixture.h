@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/VirtualDispatcher.h"
+#include "Platform/Dispatchers/VirtualDispatcher.h"
 #include "tests/Support/FakeImageDecoder.h"
 #include "tests/VantixCore/InstalledHost.h"
 

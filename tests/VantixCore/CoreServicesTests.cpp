@@ -1,5 +1,5 @@
-#include "Platform/VirtualDispatcher.h"
-#include "VantixCore/ColorText.h"
+#include "Platform/Dispatchers/VirtualDispatcher.h"
+#include "Platform/Values/ColorText.h"
 #include "VantixCore/VantixConstants.h"
 #include "VantixCore/VantixCore.h"
 #include "VantixCore/VantixError.h"
@@ -28,7 +28,7 @@ std::shared_ptr<VantixCore> makeCore(LogLevel level = LogLevel::debug) {
     return VantixCore::generate(std::make_shared<VantixConfiguration>(), {}, false, {}, {}, Env::dev, level);
 }
 
-constexpr LogSource source{"Manager/Test", "log(message:)"};
+constexpr LegacyLogSource source{"Manager/Test", "log(message:)"};
 constexpr int lineOfFirstLog = __LINE__ + 3;
 
 void logAtEveryLevel() {
@@ -202,7 +202,7 @@ TEST(SharedSettings, MayBeUsedByManyThreads) {
 TEST(CapturedEvent, IsPostedOnTheCallingThread) {
     Host host({});
     std::shared_ptr<const EventProtocol> seen;
-    auto observation = Platform::current().notificationCenter->addObserver(
+    auto observation = Platform::current()->notificationCenter->addObserver(
         VantixNotification::didCaptureInAppTrigger, [&](const Notification& notification) {
             seen = std::any_cast<std::shared_ptr<const EventProtocol>>(notification.object);
         });

@@ -1,7 +1,8 @@
-#include "Platform/ThreadedDispatcher.h"
-#include "VantixCore/ImageLoader.h"
+#include "Platform/Dispatchers/ThreadedDispatcher.h"
 #include "VantixCore/ImageUtility.h"
-#include "VantixCore/NetworkPolicy.h"
+#include "VantixCore/Images/ImageLoader.h"
+#include "VantixCore/Installation/Installation.h"
+#include "VantixCore/Network/NetworkPolicy.h"
 #include "tests/Support/LoopbackServer.h"
 #include "tests/VantixCore/CoreFixture.h"
 
@@ -38,7 +39,8 @@ protected:
 class ImageLoaderTest : public ImageTest {
 protected:
     std::shared_ptr<ImageLoader> load(ImageRequest request) {
-        auto loader = std::make_shared<ImageLoader>(std::move(request), [this] { ++changes_; });
+        auto loader = std::make_shared<ImageLoader>(Installation::current()->images(), Platform::current(),
+                                                    std::move(request), [this] { ++changes_; });
         loader->start();
         return loader;
     }

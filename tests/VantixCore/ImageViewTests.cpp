@@ -1,5 +1,5 @@
 #include "DeclarativeUI/HostedView.h"
-#include "Platform/TextMeasurer.h"
+#include "Platform/Ports/TextMeasurer.h"
 #include "VantixCore/ImageUtility.h"
 #include "VantixCore/VantixImageView.h"
 #include "tests/Support/LoopbackServer.h"

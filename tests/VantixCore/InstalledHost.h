@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Platform/Dispatcher.h"
-#include "Platform/NotificationCenter.h"
-#include "Platform/Platform.h"
+#include "Platform/Ports/Dispatcher.h"
+#include "Platform/Ports/NotificationCenter.h"
+#include "Platform/Ports/Platform.h"
 #include "VantixCore/Vantix.h"
 #include "VantixCore/VantixNetworkManager.h"
 #include "tests/Support/TemporaryFolder.h"
@@ -27,15 +27,18 @@ public:
             VantixNetworkManager::cancelAll();
             dispatcher->shutDown();
         }
-        Vantix::install({});
         Platform::install({});
+        Vantix::install({});
     }
 
     /// As at the start of another process: work that was under way is dropped.
     void restartPlatform() {
+        VantixHost host = *Vantix::host();
         Platform::install({});
+        Vantix::install({});
         dispatcher = std::make_shared<DispatcherKind>();
         installPlatform();
+        Vantix::install(std::move(host));
     }
 
     std::shared_ptr<DispatcherKind> dispatcher = std::make_shared<DispatcherKind>();

@@ -1,7 +1,8 @@
-#include "Platform/ThreadedDispatcher.h"
-#include "VantixCore/BrokenPipeGuard.h"
-#include "VantixCore/HTTPClient.h"
-#include "VantixCore/NetworkPolicy.h"
+#include "Platform/Dispatchers/ThreadedDispatcher.h"
+#include "VantixCore/Installation/Installation.h"
+#include "VantixCore/Network/BrokenPipeGuard.h"
+#include "VantixCore/Network/HTTPClient.h"
+#include "VantixCore/Network/NetworkPolicy.h"
 #include "VantixCore/VantixNetworkManager.h"
 #include "tests/Support/LoopbackServer.h"
 #include "tests/VantixCore/CoreFixture.h"
@@ -373,7 +374,7 @@ protected:
     void send(const std::string& url, Answers& answers) {
         HTTPRequest request{
             .url = url, .largestBody = 1000, .timeOut = seconds(60), .connectTimeOut = NetworkPolicy::connectTimeOut};
-        HTTPClient::current()->send(std::move(request), answers.next());
+        Installation::current()->httpClient()->send(std::move(request), answers.next());
     }
 };
 
@@ -432,7 +433,8 @@ TEST_F(NetworkTest, TransfersOneAtATimeKeepTheirOrder) {
                             .largestBody = 1000,
                             .timeOut = seconds(60),
                             .connectTimeOut = NetworkPolicy::connectTimeOut};
-        HTTPClient::current()->send(std::move(request), [&order, at](const auto&) { order.push_back(at); });
+        Installation::current()->httpClient()->send(std::move(request),
+                                                    [&order, at](const auto&) { order.push_back(at); });
     }
     dispatcher().runUntilIdle();
     EXPECT_EQ(order.size(), 20U);

@@ -1,6 +1,7 @@
-#include "Platform/ThreadedDispatcher.h"
-#include "Platform/VirtualDispatcher.h"
+#include "Platform/Dispatchers/ThreadedDispatcher.h"
+#include "Platform/Dispatchers/VirtualDispatcher.h"
 #include "VantixCore/BaseRepository.h"
+#include "VantixCore/VantixDBFactory.h"
 #include "tests/VantixCore/InstalledHost.h"
 
 #include <gtest/gtest.h>

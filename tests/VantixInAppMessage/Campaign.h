@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/JSON.h"
-#include "Platform/Value.h"
+#include "Platform/Values/JSON.h"
+#include "Platform/Values/Value.h"
 #include "VantixInAppMessage/Core/InAppMessagePayload/VantixInAppMessagePayload.h"
 
 #include <string>

@@ -223,7 +223,7 @@ TEST_F(DisplayManagerTest, ALaunchMessageAppearsWhenTheStoreHasAnswered) {
     start(ApplicationState::background);
     push({.scope = "launch", .event = "APP_LAUNCH"});
     clear();
-    Platform::current().notificationCenter->post({ApplicationNotification::didBecomeActive, {}});
+    Platform::current()->notificationCenter->post({ApplicationNotification::didBecomeActive, {}});
     EXPECT_TRUE(shown().empty()) << "the queues were emptied and are not filled yet";
     settle();
     EXPECT_EQ(shown(), Texts{"launch"});

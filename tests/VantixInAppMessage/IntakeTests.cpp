@@ -149,7 +149,7 @@ TEST_F(IntakeTest, AnEventShowsTheMessageThatWaitsForIt) {
         post(event, attributes);
         EXPECT_TRUE(shown().empty()) << event;
     }
-    auto& center = *Platform::current().notificationCenter;
+    auto& center = *Platform::current()->notificationCenter;
     center.post({VantixNotification::didCaptureInAppTrigger, {}});
     center.post({VantixNotification::didCaptureInAppTrigger, std::string("buy")});
     center.post({VantixNotification::didCaptureInAppTrigger, std::shared_ptr<const EventProtocol>()});

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "DeclarativeUI/HostedView.h"
-#include "DeclarativeUI/OffscreenApplication.h"
-#include "Platform/FontCatalogue.h"
-#include "Platform/VirtualDispatcher.h"
+#include "DeclarativeUI/Offscreen/OffscreenApplication.h"
+#include "Platform/Dispatchers/VirtualDispatcher.h"
+#include "Platform/Ports/FontCatalogue.h"
 #include "VantixInAppMessage/Core/InAppMessagingCore.h"
 #include "VantixInAppMessage/Manager/InAppDisplayManager.h"
 #include "VantixInAppMessage/Manager/InAppMessageQueueManager.h"
@@ -36,7 +36,7 @@ template <typename DispatcherKind = VirtualDispatcher>
 class ModuleFixture : public testing::Test {
 protected:
     ModuleFixture() : installed_(recorder.host(dataDirectory()), std::make_shared<FakeImageDecoder>()) {
-        Platform platform = Platform::current();
+        Platform platform = *Platform::current();
         platform.application = application;
         platform.fontCatalogue = fonts;
         platform.textMeasurer = measurer_;
@@ -52,7 +52,7 @@ protected:
     /// Reinstalls the host with some of it changed.
     template <typename Change>
     void changeHost(Change change) {
-        VantixHost host = Vantix::host();
+        VantixHost host = *Vantix::host();
         change(host);
         Vantix::install(std::move(host));
     }
@@ -90,7 +90,7 @@ protected:
     }
 
     void notify(const char* lifeCycle) {
-        Platform::current().notificationCenter->post({lifeCycle, {}});
+        Platform::current()->notificationCenter->post({lifeCycle, {}});
         settle();
     }
     void becomeActive() { notify(ApplicationNotification::didBecomeActive); }

@@ -17,7 +17,7 @@ protected:
         settle();
     }
 
-    const std::shared_ptr<InAppRepoHelper>& helper() { return InAppRepoHelper::shared(); }
+    std::shared_ptr<InAppRepoHelper> helper() { return InAppRepoHelper::shared(); }
 
     std::function<void(bool)> completion() {
         return [this](bool succeeded) { outcomes.push_back(succeeded); };

@@ -1,4 +1,4 @@
-#include "Platform/ThreadedDispatcher.h"
+#include "Platform/Dispatchers/ThreadedDispatcher.h"
 #include "tests/Support/LoopbackServer.h"
 #include "tests/VantixInAppMessage/ModuleFixture.h"
 
@@ -107,7 +107,7 @@ TEST_F(ThreadsTest, PushesEventsLogOutsAndRebuildsMayAllMeet) {
     runUntil([&] { return working == 0 && answered == asked; },
              [&] {
                  EXPECT_LE(scene->windows().size(), 1U);
-                 auto& center = *Platform::current().notificationCenter;
+                 auto& center = *Platform::current()->notificationCenter;
                  if (++turns % 3 == 0) center.post({ApplicationNotification::willResignActive, {}});
                  center.post({ApplicationNotification::didBecomeActive, {}});
              });

@@ -1,5 +1,5 @@
-#include "Platform/JSON.h"
-#include "VantixCore/NetworkPolicy.h"
+#include "Platform/Values/JSON.h"
+#include "VantixCore/Network/NetworkPolicy.h"
 #include "VantixInAppMessage/API/Status.h"
 #include "VantixInAppMessage/Manager/InAppMessageTriggerManager.h"
 #include "VantixInAppMessage/Manager/InAppRepoHelper.h"

@@ -8,7 +8,7 @@ namespace vantix {
 
 namespace {
 
-constexpr LogSource source{"Core/InAppMessagePayload/VantixInAppMessagePayload", "generate(from:)"};
+constexpr LegacyLogSource source{"Core/InAppMessagePayload/VantixInAppMessagePayload", "generate(from:)"};
 
 /// The calls to action of a body; whoever draws them relies on their texts.
 std::vector<InAppCTA> ctasWithTexts(const List* list) {

@@ -1,8 +1,8 @@
 #include "VantixInAppMessage/Core/InAppMessagePayload/InAppMessageStyle.h"
 
-#include "Platform/FontCatalogue.h"
-#include "Platform/Platform.h"
-#include "VantixCore/ColorText.h"
+#include "Platform/Ports/FontCatalogue.h"
+#include "Platform/Ports/Platform.h"
+#include "Platform/Values/ColorText.h"
 #include "VantixInAppMessage/Core/InAppMessagePayload/InAppMessagePayloadKeys.h"
 #include "VantixInAppMessage/Core/InAppMessagePayload/NestedJSON.h"
 #include "VantixInAppMessage/Core/InAppMessagePayload/WholeNumber.h"
@@ -37,7 +37,7 @@ std::optional<TextFontStyle> textFontStyle(std::string_view word) {
     return {};
 }
 
-bool isInstalled(const std::string& fontName) { return Platform::current().fontCatalogue->contains(fontName); }
+bool isInstalled(const std::string& fontName) { return Platform::current()->fontCatalogue->contains(fontName); }
 
 void readColor(const Dictionary& dictionary, const char* key, std::optional<Color>& color) {
     if (const std::string* text = dictionary.text(key)) color = colorFromText(*text);

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Platform/Color.h"
-#include "Platform/Font.h"
-#include "Platform/Value.h"
+#include "Platform/Values/Color.h"
+#include "Platform/Values/Font.h"
+#include "Platform/Values/Value.h"
 
 #include <optional>
 #include <string>

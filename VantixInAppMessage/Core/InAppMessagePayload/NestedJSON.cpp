@@ -1,11 +1,11 @@
 #include "VantixInAppMessage/Core/InAppMessagePayload/NestedJSON.h"
 
-#include "Platform/JSON.h"
+#include "Platform/Values/JSON.h"
 
 namespace vantix {
 
 std::optional<Dictionary> dictionaryFromText(std::string_view text, std::string_view notADictionary,
-                                             std::string_view parseError, LogSource source) {
+                                             std::string_view parseError, LegacyLogSource source) {
     auto value = parseJSON(text);
     if (!value) {
         VantixLogger::error(std::string(parseError) + value.error().localizedDescription, source);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Value.h"
+#include "Platform/Values/Value.h"
 #include "VantixCore/VantixLogger.h"
 
 #include <optional>
@@ -13,7 +13,7 @@ namespace vantix {
 /// The dictionary that a JSON text holds. Absent, with one error line, when the text holds another value
 /// (`notADictionary` is the line) or cannot be parsed (`parseError`, followed by the reason).
 std::optional<Dictionary> dictionaryFromText(std::string_view text, std::string_view notADictionary,
-                                             std::string_view parseError, LogSource source);
+                                             std::string_view parseError, LegacyLogSource source);
 
 /// Takes the value under the key when it is a text, otherwise leaves the field as it is.
 void readText(const Dictionary& dictionary, const char* key, std::string& field);

@@ -1,7 +1,7 @@
 #include "VantixInAppMessage/Core/InAppMessagePayload/VantixInAppMessagePayload.h"
 
-#include "Platform/JSON.h"
-#include "Platform/UUID.h"
+#include "Platform/Values/JSON.h"
+#include "Platform/Values/UUID.h"
 #include "VantixCore/VantixConstants.h"
 #include "VantixInAppMessage/Core/InAppMessagePayload/InAppMessagePayloadKeys.h"
 #include "VantixInAppMessage/Core/InAppMessagePayload/NestedJSON.h"

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Platform/Clock.h"
-#include "Platform/URL.h"
-#include "Platform/Value.h"
+#include "Platform/Ports/Clock.h"
+#include "Platform/Values/URL.h"
+#include "Platform/Values/Value.h"
 #include "VantixCore/VantixEvents.h"
 #include "VantixInAppMessage/Core/InAppMessagePayload/InAppBody.h"
 #include "VantixInAppMessage/Core/InAppMessagePayload/InAppMessageStyle.h"

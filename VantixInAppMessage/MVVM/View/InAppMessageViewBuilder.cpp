@@ -1,8 +1,8 @@
 #include "VantixInAppMessage/MVVM/View/InAppMessageViewBuilder.h"
 
 #include "DeclarativeUI/HostedView.h"
-#include "Platform/Dispatcher.h"
-#include "Platform/Platform.h"
+#include "Platform/Ports/Dispatcher.h"
+#include "Platform/Ports/Platform.h"
 #include "VantixCore/VantixLogger.h"
 #include "VantixInAppMessage/Manager/InAppDisplayManager.h"
 #include "VantixInAppMessage/Manager/MainThread.h"
@@ -15,7 +15,7 @@ namespace vantix {
 namespace {
 
 std::shared_ptr<Scene> foregroundActiveWindowScene() {
-    auto scenes = Platform::current().application->connectedScenes();
+    auto scenes = Platform::current()->application->connectedScenes();
     auto found = std::find_if(scenes.begin(), scenes.end(), [](const auto& scene) {
         return scene->activationState() == SceneActivationState::foregroundActive && scene->isWindowScene();
     });
@@ -53,7 +53,7 @@ std::unique_ptr<Window> InAppMessageViewBuilder::customizeWindow(Scene& scene,
 }
 
 void InAppMessageViewBuilder::dismissInAppMessage() {
-    Platform::current().dispatcher->mainQueue().async([weak = weak_from_this()] {
+    Platform::current()->dispatcher->mainQueue().async([weak = weak_from_this()] {
         if (auto builder = weak.lock()) builder->removeWindow();
     });
 }

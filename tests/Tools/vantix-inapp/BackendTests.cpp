@@ -1,4 +1,4 @@
-#include "Platform/JSON.h"
+#include "Platform/Values/JSON.h"
 #include "tests/Support/TemporaryFolder.h"
 #include "tests/Tools/vantix-inapp/Program.h"
 #include "tests/Tools/vantix-inapp/RunningProgram.h"

@@ -1,7 +1,7 @@
 #include "VantixInAppMessage/MVVM/ViewModel/InAppMessageViewModel/InAppMessageViewModel.h"
 
-#include "Platform/CaseFolding.h"
-#include "Platform/FatalError.h"
+#include "Platform/Values/CaseFolding.h"
+#include "Platform/Values/FatalError.h"
 #include "VantixCore/VantixLogger.h"
 #include "VantixInAppMessage/Manager/InAppDisplayManager.h"
 

@@ -1,0 +1,101 @@
+#include "DeclarativeUI/Layout/Element.h"
+#include "DeclarativeUI/Layout/LayoutPass.h"
+
+#include <algorithm>
+
+namespace vantix {
+
+namespace {
+
+/// The side of a shape where nothing is offered.
+constexpr double defaultSide = 10;
+
+constexpr Color separator{60 / 255.0, 60 / 255.0, 67 / 255.0, 0.29};
+
+Size allThatIsOffered(const Proposal& proposal) {
+    return {proposal.width.value_or(defaultSide), proposal.height.value_or(defaultSide)};
+}
+
+class SpacerElement final : public Element {
+public:
+    explicit SpacerElement(double minLength) : minLength_(bounded(minLength)) {}
+
+    bool takesWhatIsLeft() const override { return true; }
+
+    Size measure(const Proposal& proposal, const Environment& environment, LayoutPass&) const override {
+        auto stretched = [this](const std::optional<double>& offered) {
+            return std::max(minLength_, offered.value_or(minLength_));
+        };
+        if (environment.stackAxis == Axis::horizontal) return {stretched(proposal.width), 0};
+        return {0, stretched(proposal.height)};
+    }
+    void place(const Rect&, const Proposal&, const Environment&, LayoutPass&) const override {}
+
+private:
+    double minLength_;
+};
+
+class DividerElement final : public Element {
+public:
+    Size measure(const Proposal& proposal, const Environment& environment, LayoutPass& pass) const override {
+        if (environment.stackAxis == Axis::horizontal) return {pass.pixel(), proposal.height.value_or(defaultSide)};
+        return {proposal.width.value_or(defaultSide), pass.pixel()};
+    }
+    void place(const Rect& frame, const Proposal&, const Environment& environment, LayoutPass& pass) const override {
+        pass.draw(FillRect{frame, 0, environment.foregroundColor.value_or(separator)});
+    }
+};
+
+class RectangleElement final : public Element {
+public:
+    explicit RectangleElement(Color color) : color_(color) {}
+
+    Size measure(const Proposal& proposal, const Environment&, LayoutPass&) const override {
+        return allThatIsOffered(proposal);
+    }
+    void place(const Rect& frame, const Proposal&, const Environment&, LayoutPass& pass) const override {
+        if (color_.alpha > 0) pass.draw(FillRect{frame, 0, color_});
+    }
+
+private:
+    Color color_;
+};
+
+class CircleElement final : public Element {
+public:
+    /// Filled without a line width.
+    CircleElement(Color color, std::optional<double> lineWidth) : color_(color), lineWidth_(lineWidth) {}
+
+    Size measure(const Proposal& proposal, const Environment&, LayoutPass&) const override {
+        Size offered = allThatIsOffered(proposal);
+        double diameter = std::min(offered.width, offered.height);
+        return {diameter, diameter};
+    }
+    void place(const Rect& frame, const Proposal&, const Environment&, LayoutPass& pass) const override {
+        if (lineWidth_) {
+            pass.draw(StrokeEllipse{frame, *lineWidth_, color_});
+        } else {
+            pass.draw(FillEllipse{frame, color_});
+        }
+    }
+
+private:
+    Color color_;
+    std::optional<double> lineWidth_;
+};
+
+}  // namespace
+
+View Spacer(double minLength) { return View(std::make_shared<const SpacerElement>(minLength)); }
+
+View Divider() { return View(std::make_shared<const DividerElement>()); }
+
+View ColorRectangle(Color color) { return View(std::make_shared<const RectangleElement>(color)); }
+
+View FilledCircle(Color color) { return View(std::make_shared<const CircleElement>(color, std::nullopt)); }
+
+View StrokedCircle(Color color, double lineWidth) {
+    return View(std::make_shared<const CircleElement>(color, lineWidth));
+}
+
+}  // namespace vantix

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "DeclarativeUI/Layout/Element.h"
+#include "DeclarativeUI/Layout/LayoutPass.h"
+
+namespace vantix {
+
+Rect intersection(const Rect& a, const Rect& b);
+
+/// Where `length` begins in a room of that length, for the three alignments.
+double leadingOffset(HorizontalAlignment alignment, double room, double length, const Environment& environment);
+double topOffset(VerticalAlignment alignment, double room, double length);
+
+/// Places the size that the view answers to the proposal into the frame, aligned.
+void placeAligned(const View& view, const Rect& frame, const Proposal& proposal, Alignment alignment,
+                  const Environment& environment, LayoutPass& pass);
+
+}  // namespace vantix

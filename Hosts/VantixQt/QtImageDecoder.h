@@ -1,0 +1,18 @@
+#pragma once
+
+#include "Platform/Ports/ImageDecoder.h"
+
+namespace vantix {
+
+/// Decodes pictures with Qt's image readers, in sRGB. The orientation tag is applied where Qt knows one: in JPEG
+/// pictures. A picture that is visibly damaged is refused by probing already. Usable from any thread; needs no
+/// QGuiApplication.
+class QtImageDecoder final : public ImageDecoder {
+public:
+    QtImageDecoder();
+
+    Result<PixelSize> probe(std::string_view bytes) const override;
+    Result<Image> decode(std::string_view bytes, PixelSize bound) const override;
+};
+
+}  // namespace vantix

@@ -1,0 +1,89 @@
+#pragma once
+
+#include "Platform/Values/Color.h"
+#include "Platform/Values/Geometry.h"
+#include "Platform/Values/Image.h"
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace vantix {
+
+enum class ApplicationState { active = 0, inactive = 1, background = 2 };
+
+enum class SceneActivationState { foregroundActive, foregroundInactive, background, unattached };
+
+/// Stacking order: a window of a higher level covers those of a lower one.
+enum class WindowLevel { normal, alert };
+
+/// What a window shows. The declarative library's HostedView is the one kind that hosts know.
+class WindowContent {
+public:
+    virtual ~WindowContent() = default;
+};
+
+/// How a new window looks. An absent background leaves the window transparent.
+struct WindowDescription {
+    Rect frame;
+    std::optional<Color> backgroundColor;
+    WindowLevel level = WindowLevel::normal;
+    std::shared_ptr<WindowContent> rootContent;
+    double alpha = 1;
+    bool isHidden = false;
+};
+
+/// A window on screen; dropping the handle removes it. Main thread only. The window owns its content.
+class Window {
+public:
+    virtual ~Window() = default;
+
+    /// Takes the window off the screen; further calls do nothing.
+    virtual void removeFromSuperview() = 0;
+};
+
+/// The surroundings in which a scene draws.
+struct SceneTraits {
+    Size size;
+    EdgeInsets safeArea;
+    /// Pixels per point.
+    double scale = 1;
+    /// The reader's preferred text size; 1 is the designer's.
+    double textScale = 1;
+
+    bool operator==(const SceneTraits&) const = default;
+};
+
+/// One place where the application shows windows. Main thread only.
+class Scene {
+public:
+    virtual ~Scene() = default;
+
+    virtual SceneActivationState activationState() const = 0;
+    virtual bool isWindowScene() const = 0;
+    virtual SceneTraits traits() const = 0;
+
+    /// Puts a window up in this scene. It never becomes the key window. The scene tells the content its traits, asks
+    /// for its first evaluation on the main queue's next turn, and redraws it whenever it asks.
+    virtual std::unique_ptr<Window> makeWindow(WindowDescription description) = 0;
+};
+
+/// The host application. Main thread only.
+class Application {
+public:
+    virtual ~Application() = default;
+
+    virtual std::vector<std::shared_ptr<Scene>> connectedScenes() const = 0;
+    /// The application's icon; a null image when it has none.
+    virtual Image icon() const = 0;
+};
+
+/// Names of the life-cycle notifications, which carry no object.
+namespace ApplicationNotification {
+inline constexpr const char* didBecomeActive = "didBecomeActive";
+inline constexpr const char* willResignActive = "willResignActive";
+inline constexpr const char* didEnterBackground = "didEnterBackground";
+inline constexpr const char* willTerminate = "willTerminate";
+}  // namespace ApplicationNotification
+
+}  // namespace vantix

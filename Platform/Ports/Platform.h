@@ -1,0 +1,30 @@
+#pragma once
+
+#include <memory>
+
+namespace vantix {
+
+class Application;
+class Dispatcher;
+class FontCatalogue;
+class ImageDecoder;
+class NotificationCenter;
+class TextMeasurer;
+
+/// The machine as this system sees it. A program installs one, once, at start, before it uses anything else.
+struct Platform {
+    std::shared_ptr<Dispatcher> dispatcher;
+    std::shared_ptr<NotificationCenter> notificationCenter;
+    std::shared_ptr<Application> application;
+    std::shared_ptr<FontCatalogue> fontCatalogue;
+    std::shared_ptr<TextMeasurer> textMeasurer;
+    std::shared_ptr<ImageDecoder> imageDecoder;
+
+    /// Main thread. A later call replaces the earlier platform, which lives on for whoever still holds it.
+    static void install(Platform platform);
+    /// The platform that is installed, until the process ends. Any thread. Asking before there is one is a programming
+    /// error and stops the process.
+    static std::shared_ptr<const Platform> current();
+};
+
+}  // namespace vantix

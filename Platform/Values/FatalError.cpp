@@ -1,0 +1,30 @@
+#include "Platform/Values/FatalError.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <utility>
+
+namespace vantix {
+
+namespace {
+
+std::function<void(std::string_view)>& handler() {
+    static std::function<void(std::string_view)> installed;
+    return installed;
+}
+
+}  // namespace
+
+void setFatalErrorHandler(std::function<void(std::string_view)> replacement) { handler() = std::move(replacement); }
+
+void fatalError(std::string_view message) {
+    if (handler()) {
+        handler()(message);
+    } else {
+        std::fprintf(stderr, "Fatal error: %.*s\n", static_cast<int>(message.size()), message.data());
+        std::fflush(stderr);
+    }
+    std::abort();
+}
+
+}  // namespace vantix

@@ -1,0 +1,73 @@
+#include "VantixCore/Images/ImageLoader.h"
+
+#include "Platform/Ports/Dispatcher.h"
+#include "Platform/Ports/Platform.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace vantix {
+
+namespace {
+
+/// Takes room and shows nothing.
+Image clearImage() { return {std::make_shared<const Bitmap>(Bitmap{1, 1, {0}}), {}, {1, 1}}; }
+
+}  // namespace
+
+ImageLoader::ImageLoader(std::shared_ptr<ImageService> images, std::shared_ptr<const Platform> platform,
+                         ImageRequest request, std::function<void()> onChange)
+    : images_(std::move(images)),
+      platform_(std::move(platform)),
+      request_(std::move(request)),
+      onChange_(std::move(onChange)) {}
+
+void ImageLoader::start() {
+    auto arrived = [weak = weak_from_this(), platform = platform_](const auto& bytes) {
+        if (!bytes) return;
+        auto size = platform->imageDecoder->probe(*bytes.value());
+        if (!size) return;
+        platform->dispatcher->mainQueue().async([weak, size = size.value()] {
+            if (auto self = weak.lock()) self->take(size);
+        });
+    };
+    images_->data(request_, arrived);
+}
+
+void ImageLoader::setPlaceholder(Image placeholder) { placeholder_ = std::move(placeholder); }
+
+Image ImageLoader::currentImage() const {
+    if (!picture_.isNull() || !naturalSize_) return picture_.isNull() ? placeholder_ : picture_;
+    Image standIn = placeholder_.isNull() ? clearImage() : placeholder_;
+    standIn.naturalSize = {static_cast<double>(naturalSize_->width), static_cast<double>(naturalSize_->height)};
+    return standIn;
+}
+
+void ImageLoader::needed(int pixelWidth, int pixelHeight) {
+    if (!naturalSize_ || (pixelWidth <= bound_.width && pixelHeight <= bound_.height)) return;
+    bool hasAllPixels = bound_.width >= naturalSize_->width && bound_.height >= naturalSize_->height;
+    if (hasAllPixels) return;
+    bound_ = {std::max(pixelWidth, bound_.width), std::max(pixelHeight, bound_.height)};
+    decode();
+}
+
+void ImageLoader::take(PixelSize naturalSize) {
+    naturalSize_ = naturalSize;
+    onChange_();
+}
+
+void ImageLoader::decode() {
+    images_->image(request_, bound_, [weak = weak_from_this(), platform = platform_](const auto& image) {
+        if (!image) return;
+        platform->dispatcher->mainQueue().async([weak, image = image.value()] {
+            if (auto self = weak.lock()) self->take(image);
+        });
+    });
+}
+
+void ImageLoader::take(Image picture) {
+    picture_ = std::move(picture);
+    onChange_();
+}
+
+}  // namespace vantix

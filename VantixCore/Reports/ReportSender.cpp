@@ -1,0 +1,83 @@
+#include "VantixCore/Reports/ReportSender.h"
+
+#include "Platform/Values/JSON.h"
+#include "Platform/Values/UUID.h"
+#include "VantixCore/Reports/ReportPolicy.h"
+#include "VantixCore/Reports/ReportRequest.h"
+#include "VantixCore/VantixError.h"
+#include "VantixCore/VantixLogger.h"
+
+#include <utility>
+
+namespace vantix {
+
+ReportSender::ReportSender(const std::filesystem::path& outboxFile, std::shared_ptr<DispatchQueue> queue)
+    : queue_(std::move(queue)), outbox_(std::make_shared<ReportOutbox>(outboxFile)) {}
+
+/// Whoever lets go of the sender does not wait until the file is closed.
+ReportSender::~ReportSender() {
+    queue_->async([queue = queue_, outbox = std::move(outbox_)] {});
+}
+
+void ReportSender::use(std::shared_ptr<ConfigurationGenerator> configuration) {
+    queue_->async([self = shared_from_this(), configuration = std::move(configuration)] {
+        self->configuration_ = configuration;
+        if (auto retry = std::exchange(self->retry_, nullptr)) retry->cancel();
+        self->sendPending();
+    });
+}
+
+bool ReportSender::keep(const char* kind, std::string_view name, const Dictionary& attributes) {
+    std::string id = makeUUID();
+    Dictionary event{{"id", id}, {"kind", kind}, {"name", std::string(name)}, {"attributes", attributes}};
+    return outbox_->add({std::move(id), toJSON(event)});
+}
+
+void ReportSender::send() {
+    queue_->async([self = shared_from_this()] { self->sendPending(); });
+}
+
+void ReportSender::sendPending() {
+    if (retry_ || !configuration_ || configuration_->baseURL().empty()) return;
+    for (auto batch = outbox_->nextBatch(); !batch.empty(); batch = outbox_->nextBatch()) {
+        auto failure = attempt(batch);
+        if (!failure && !outbox_->remove(batch)) failure = Failure{};
+        if (failure) return retryAfter(*failure);
+        failures_ = 0;
+    }
+}
+
+std::optional<ReportSender::Failure> ReportSender::attempt(const std::vector<PendingReport>& batch) const {
+    constexpr LegacyLogSource source{"ReportSender", "attempt(batch:)"};
+    const std::string count = std::to_string(batch.size());
+    try {
+        auto answer = VantixNetworkManager().callAPI(ReportRequest(configuration_, batch)).value();
+        if (ReportPolicy::isTaken(answer.httpStatus)) return {};
+        std::string status = std::to_string(answer.httpStatus);
+        if (ReportPolicy::isFinalRefusal(answer.httpStatus)) {
+            VantixLogger::error("Reports refused by the back end with status " + status + " and dropped: " + count,
+                                source);
+            return {};
+        }
+        VantixLogger::info("Reports to be sent again after status " + status + ": " + count, source);
+        return Failure{answer.retryAfter};
+    } catch (const VantixError& error) {
+        VantixLogger::info("Reports to be sent again: " + count + ". " + error.localizedDescription(), source);
+        return Failure{};
+    }
+}
+
+void ReportSender::retryAfter(const Failure& failure) {
+    double random = std::uniform_real_distribution<>()(random_);
+    Duration wait = ReportPolicy::waitAfter(++failures_, failure.waitAsked, random);
+    auto retry = [weak = weak_from_this()] {
+        auto self = weak.lock();
+        if (!self) return;
+        self->retry_ = nullptr;
+        self->sendPending();
+    };
+    retry_ = std::make_shared<DispatchWorkItem>(QualityOfService::utility, WorkItemFlags::none, std::move(retry));
+    queue_->asyncAfter(wait, retry_);
+}
+
+}  // namespace vantix

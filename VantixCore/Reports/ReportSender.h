@@ -1,0 +1,55 @@
+#pragma once
+
+#include "Platform/Ports/DispatchQueue.h"
+#include "Platform/Values/Value.h"
+#include "VantixCore/Reports/ReportOutbox.h"
+#include "VantixCore/VantixConfiguration.h"
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <random>
+#include <string_view>
+#include <vector>
+
+namespace vantix {
+
+/// Brings reports to the back end: in order, in batches, each at least once. What fails waits in the outbox and is
+/// tried again (ReportPolicy), also by a later process; what the back end refuses for good is logged and dropped.
+/// Without a base address nothing is sent. Usable from any thread; sends on a queue of its own.
+class ReportSender : public std::enable_shared_from_this<ReportSender> {
+public:
+    ReportSender(const std::filesystem::path& outboxFile, std::shared_ptr<DispatchQueue> queue);
+    ~ReportSender();
+
+    /// From now on reports go where this configuration says, those that wait first, at once.
+    void use(std::shared_ptr<ConfigurationGenerator> configuration);
+
+    /// Whether the report is kept; then it survives a sudden end of the process. Waits for the disk.
+    bool keep(const char* kind, std::string_view name, const Dictionary& attributes);
+    /// Sends what waits, soon, unless a retry does so later.
+    void send();
+
+private:
+    /// A batch that has to be sent again.
+    struct Failure {
+        /// How long the back end asked to be left alone.
+        Duration waitAsked{0};
+    };
+
+    void sendPending();
+    /// Absent when the batch is done with.
+    std::optional<Failure> attempt(const std::vector<PendingReport>& batch) const;
+    void retryAfter(const Failure& failure);
+
+    std::shared_ptr<DispatchQueue> queue_;
+    std::shared_ptr<ReportOutbox> outbox_;
+
+    // On the queue only.
+    std::shared_ptr<ConfigurationGenerator> configuration_;
+    std::shared_ptr<DispatchWorkItem> retry_;
+    int failures_ = 0;
+    std::minstd_rand random_{std::random_device{}()};
+};
+
+}  // namespace vantix

@@ -1,0 +1,72 @@
+#include "VantixCore/Store/SQLiteFile.h"
+
+#include "VantixCore/PrivateFiles.h"
+#include "VantixCore/VantixLogger.h"
+
+#include <exception>
+#include <string>
+#include <utility>
+
+namespace vantix {
+
+namespace {
+
+std::filesystem::path withEnding(std::filesystem::path file, const std::string& ending) { return file += ending; }
+
+std::filesystem::path freeNameBeside(const std::filesystem::path& file) {
+    for (int number = 1;; ++number) {
+        auto name = withEnding(file, ".damaged-" + std::to_string(number));
+        if (!std::filesystem::exists(name)) return name;
+    }
+}
+
+}  // namespace
+
+SQLiteFile::SQLiteFile(std::filesystem::path file, Operation prepare)
+    : file_(std::move(file)), prepare_(std::move(prepare)) {}
+
+std::optional<Error> SQLiteFile::perform(const Operation& operation) {
+    try {
+        performOrReplace(operation);
+        return {};
+    } catch (const std::exception& problem) {
+        connection_.reset();
+        return Error{"The store " + file_.filename().string() + " failed: " + problem.what()};
+    }
+}
+
+void SQLiteFile::performOrReplace(const Operation& operation) {
+    try {
+        operation(opened());
+        return;
+    } catch (const SQLiteError& problem) {
+        if (!problem.isDamage()) throw;
+        setAside(problem.what());
+    }
+    operation(opened());
+}
+
+SQLiteConnection& SQLiteFile::opened() {
+    if (!connection_) {
+        makePrivateDirectory(file_.parent_path());
+        auto connection = std::make_unique<SQLiteConnection>(file_);
+        prepare_(*connection);
+        connection_ = std::move(connection);
+    }
+    return *connection_;
+}
+
+void SQLiteFile::setAside(const char* reason) {
+    connection_.reset();
+    auto name = freeNameBeside(file_);
+    for (const char* part : {"", "-wal"}) {
+        if (std::filesystem::exists(withEnding(file_, part))) {
+            std::filesystem::rename(withEnding(file_, part), withEnding(name, part));
+        }
+    }
+    VantixLogger::error("The store " + file_.filename().string() + " is damaged (" + reason +
+                            "); it was set aside as " + name.filename().string() + " and is replaced.",
+                        {"SQLiteFile", "setAside(reason:)"});
+}
+
+}  // namespace vantix

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "Platform/Values/Result.h"
+#include "VantixCore/Store/SQLiteConnection.h"
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace vantix {
+
+/// A database file that is opened at its first use, made when missing, and replaced when damaged. Used by one thread at
+/// a time.
+class SQLiteFile {
+public:
+    using Operation = std::function<void(SQLiteConnection&)>;
+
+    /// Touches nothing yet. `prepare` is run on each connection that is opened, before anything else.
+    SQLiteFile(std::filesystem::path file, Operation prepare);
+
+    const std::filesystem::path& path() const { return file_; }
+    bool isOpen() const { return connection_ != nullptr; }
+
+    /// Runs the operation on the opened file; what it throws becomes the error. A file that proves damaged is set aside
+    /// and the operation runs once more, on a new one. After an error the next call opens the file anew.
+    std::optional<Error> perform(const Operation& operation);
+
+private:
+    void performOrReplace(const Operation& operation);
+    SQLiteConnection& opened();
+    void setAside(const char* reason);
+
+    std::filesystem::path file_;
+    Operation prepare_;
+    std::unique_ptr<SQLiteConnection> connection_;
+};
+
+}  // namespace vantix

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "VantixCore/Store/SQLiteStore.h"
+
+#include <filesystem>
+#include <memory>
+#include <mutex>
+#include <vector>
+
+namespace vantix {
+
+class Dispatcher;
+
+/// The stores in use in one data directory, so that repositories of one file share its connection. Usable from any
+/// thread.
+class SQLiteStores {
+public:
+    SQLiteStores(std::shared_ptr<Dispatcher> dispatcher, std::filesystem::path directory);
+
+    /// The store in that file below the directory; the same one for as long as somebody holds it.
+    std::shared_ptr<SQLiteStore> store(const std::filesystem::path& file, const ObjectModel& model, bool infersMapping);
+
+private:
+    std::shared_ptr<Dispatcher> dispatcher_;
+    std::filesystem::path directory_;
+    std::mutex mutex_;
+    std::vector<std::weak_ptr<SQLiteStore>> stores_;
+};
+
+}  // namespace vantix
