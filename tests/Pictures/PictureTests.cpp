@@ -1,5 +1,5 @@
 #include "Platform/Values/JSON.h"
-#include "Tools/vantix-inapp/Devices.h"
+#include "Tools/vantix-inapp/Headless/Devices.h"
 #include "tests/Pictures/PictureComparison.h"
 #include "tests/Support/LoopbackServer.h"
 #include "tests/Support/TemporaryFolder.h"

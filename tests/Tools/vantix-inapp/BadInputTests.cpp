@@ -51,6 +51,12 @@ TEST_F(BadInputTest, AScenarioIsRefusedBeforeAnythingIsPlayed) {
         {R"({"scroll": null})", "\"scroll\" must be a number between -1e+06 and 1e+06"},
         {R"({"logout": false})", "\"logout\" must be true"},
         {R"({"restart": {"state": "active"}})", "\"restart\" has no key \"state\""},
+        {R"({"backend": {"port": 80}})", "\"backend\" has no key \"port\""},
+        {R"({"backend": {"tls": true, "tls": false}})", "\"tls\" is written twice"},
+        {R"({"backend": {"triggers": [5]}})", "a campaign must be a JSON object"},
+        {R"({"backend": {"triggers": 5}})", "\"triggers\" must be an object"},
+        {R"({"backend": {"images": "missing"}})", "\"images\" must be a folder"},
+        {R"({"backend": {"fail": -1}})", "\"fail\" must be a whole number from 0 up"},
         {R"({"sync": {}})", "\"sync\" needs a \"cuID\""},
         {R"({"screenshot": "../a.png"})", "\"screenshot\" must name a file inside the output folder"},
         {R"({"screenshot": "/tmp/a.png"})", "\"screenshot\" must name a file inside the output folder"},
@@ -97,17 +103,17 @@ TEST_F(BadInputTest, ACallIsRefused) {
         std::vector<std::string> arguments;
         const char* problem;
     } const cases[] = {
-        {{}, "no command"},
-        {{"paint"}, "unknown command \"paint\""},
-        {{"play"}, "scenario file is missing"},
-        {{"play", "a", "b"}, "only one scenario file is taken, not also \"b\""},
-        {{"play", "--state"}, "--state needs a value"},
-        {{"play", "-", "--fast"}, "unknown option \"--fast\""},
+        {{}, "A command is required"},
+        {{"paint"}, "The following argument was not expected: paint"},
+        {{"play"}, "FILE is required"},
+        {{"play", "a", "b"}, "The following argument was not expected: b"},
+        {{"play", "--state"}, "--state: 1 required DIR missing"},
+        {{"play", "-", "--fast"}, "The following argument was not expected: --fast"},
         {{"play", "missing.jsonl"}, "missing.jsonl:1: cannot be read: No such file or directory"},
         {{"play", "."}, ".:1: cannot be read: Is a directory"},
         {{"backend", "--triggers", "missing.json"}, "missing.json:1: cannot be read: No such file or directory"},
         {{"play", "-", "--state", "list.json"}, "the state directory list.json cannot be made: Not a directory"},
-        {{"render", "badge.json"}, "-o FILE.png is missing"},
+        {{"render", "badge.json"}, "-o is required"},
         {{"render", "list.json", "-o", "a.png"}, "list.json:1: a campaign must be a JSON object"},
         {{"render", "badge.json", "-o", "a.png"}, "badge.json:1: a message of type BADGE is never shown"},
         {{"render", "header.json", "-o", "a.png"},
@@ -117,7 +123,9 @@ TEST_F(BadInputTest, ACallIsRefused) {
         {{"render", "badge.json", "-o", "a.png", "--device", "100x200@2x"},
          "\"100x200@2x\" is neither a device nor WIDTHxHEIGHT@SCALE"},
         {{"render", "badge.json", "-o", "a.png", "--text-scale", "2x"},
-         "\"--text-scale\" must be a number between 0.1 and 10"},
+         "--text-scale: 2x is no number between 0.1 and 10"},
+        {{"backend", "--delay", "nan"}, "--delay: nan is no number between 0 and 3600"},
+        {{"backend", "--images", "missing"}, "--images: Directory does not exist: missing"},
     };
     for (const auto& [arguments, problem] : cases) {
         auto run = runProgram(arguments, folder.path());

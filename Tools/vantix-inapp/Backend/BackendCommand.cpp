@@ -1,0 +1,55 @@
+#include "Tools/vantix-inapp/Backend/BackendCommand.h"
+
+#include "Platform/Values/JSON.h"
+#include "Tools/vantix-inapp/Input/InputFile.h"
+
+#include <csignal>
+#include <cstdio>
+
+namespace vantix {
+
+namespace {
+
+void print(const std::string& line) {
+    std::fprintf(stdout, "%s\n", line.c_str());
+    std::fflush(stdout);
+}
+
+BackendOptions optionsOf(const BackendArguments& arguments) {
+    BackendOptions options = arguments.options;
+    if (arguments.triggers) {
+        readInputFile(*arguments.triggers);
+        options.triggers = [file = *arguments.triggers](const std::string&) { return readInputFile(file); };
+    }
+    return options;
+}
+
+Dictionary addressOf(const Backend& backend) {
+    Dictionary address{{"baseURL", backend.url()}};
+    if (backend.pin()) address.set("sslKeyHash", *backend.pin());
+    return {{"backend", address}};
+}
+
+/// Blocked before the server's threads start, so that the signals wait for the main one.
+sigset_t blockEndings() {
+    sigset_t endings;
+    sigemptyset(&endings);
+    sigaddset(&endings, SIGINT);
+    sigaddset(&endings, SIGTERM);
+    pthread_sigmask(SIG_BLOCK, &endings, nullptr);
+    return endings;
+}
+
+}  // namespace
+
+void runBackend(const BackendArguments& arguments) {
+    BackendOptions options = optionsOf(arguments);
+    sigset_t endings = blockEndings();
+    Backend backend(options, print);
+    print(toJSON(addressOf(backend)));
+
+    int signal = 0;
+    sigwait(&endings, &signal);
+}
+
+}  // namespace vantix

@@ -1,0 +1,95 @@
+#include "Tools/vantix-inapp/Headless/Devices.h"
+
+#include "Tools/vantix-inapp/Input/BadInput.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <optional>
+
+namespace vantix {
+
+namespace {
+
+constexpr double largestPicture = 100e6;
+
+Device turned(const Device& upright) {
+    Device device = upright;
+    device.name += "-landscape";
+    auto& [size, safeArea, scale, textScale] = device.traits;
+    size = {size.height, size.width};
+    safeArea = {safeArea.right, safeArea.top, safeArea.left, safeArea.bottom};
+    return device;
+}
+
+const Device* find(const std::vector<Device>& devices, std::string_view name) {
+    auto found =
+        std::find_if(devices.begin(), devices.end(), [&](const Device& device) { return device.name == name; });
+    return found == devices.end() ? nullptr : &*found;
+}
+
+const Device* find(std::string_view name) {
+    const Device* upright = find(portraitDevices(), name);
+    return upright ? upright : find(landscapeDevices(), name);
+}
+
+std::optional<SceneTraits> traitsFromText(const std::string& text) {
+    SceneTraits traits;
+    int length = 0;
+    int fields =
+        std::sscanf(text.c_str(), "%lfx%lf@%lf%n", &traits.size.width, &traits.size.height, &traits.scale, &length);
+    if (fields != 3 || static_cast<std::size_t>(length) != text.size()) return {};
+    return traits;
+}
+
+}  // namespace
+
+const std::vector<Device>& portraitDevices() {
+    static const std::vector<Device> devices = {
+        {"phone", {{390, 844}, {47, 0, 34, 0}, 3}},
+        {"phone-small", {{375, 667}, {20, 0, 0, 0}, 2}},
+        {"phone-large", {{430, 932}, {59, 0, 34, 0}, 3}},
+        {"tablet", {{820, 1180}, {24, 0, 20, 0}, 2}},
+    };
+    return devices;
+}
+
+const std::vector<Device>& landscapeDevices() {
+    static const std::vector<Device> devices = [] {
+        std::vector<Device> all;
+        std::transform(portraitDevices().begin(), portraitDevices().end(), std::back_inserter(all), turned);
+        return all;
+    }();
+    return devices;
+}
+
+const Device& deviceNamed(std::string_view name) {
+    if (const Device* device = find(name)) return *device;
+    throw BadInput("unknown device \"" + std::string(name) + "\"");
+}
+
+Device deviceFromText(const std::string& text) {
+    if (const Device* device = find(text)) return *device;
+    auto traits = traitsFromText(text);
+    if (!traits) throw BadInput("\"" + text + "\" is neither a device nor WIDTHxHEIGHT@SCALE");
+    expectUsable(*traits);
+    return {text, *traits};
+}
+
+void expectUsable(const SceneTraits& traits) {
+    const auto& [size, safeArea, scale, textScale] = traits;
+    for (double length : {size.width, size.height, scale, textScale}) {
+        if (!(std::isfinite(length) && length > 0)) throw BadInput("a screen's size and scale must be above 0");
+    }
+    for (double inset : {safeArea.top, safeArea.left, safeArea.bottom, safeArea.right}) {
+        if (!(std::isfinite(inset) && inset >= 0)) throw BadInput("a safe area must not be negative");
+    }
+    if (safeArea.left + safeArea.right >= size.width || safeArea.top + safeArea.bottom >= size.height) {
+        throw BadInput("the safe areas leave nothing of the screen");
+    }
+    if (size.width * scale * size.height * scale > largestPicture) {
+        throw BadInput("the screen has more than 100 megapixels");
+    }
+}
+
+}  // namespace vantix

@@ -1,0 +1,37 @@
+#include "Tools/vantix-inapp/Headless/ScreenPicture.h"
+
+#include "Tools/vantix-inapp/Input/BadInput.h"
+#include "VantixQt/DisplayListPainter.h"
+
+#include <system_error>
+
+namespace vantix {
+
+namespace {
+
+DisplayList withBackdrop(const OffscreenScene::ShownWindow& window) {
+    DisplayList list = window.content->displayList();
+    const auto& [frame, backgroundColor, level, content, alpha, isHidden] = window.description;
+    if (backgroundColor) list.insert(list.begin(), FillRect{frame, 0, *backgroundColor});
+    return list;
+}
+
+}  // namespace
+
+Canvas paintScreen(const OffscreenScene& scene, DisplayListPainter& painter) {
+    Canvas canvas(scene.traits().size, scene.traits().scale);
+    for (const auto& window : scene.windows()) {
+        if (!window.description.isHidden) canvas.paint(withBackdrop(window), painter, window.description.alpha);
+    }
+    return canvas;
+}
+
+void writePicture(const Canvas& picture, const std::filesystem::path& file) {
+    std::error_code ignored;
+    if (file.has_parent_path()) std::filesystem::create_directories(file.parent_path(), ignored);
+    if (auto problem = picture.writePNG(file.string())) {
+        throw BadInput(file.string() + " cannot be written: " + problem->localizedDescription);
+    }
+}
+
+}  // namespace vantix

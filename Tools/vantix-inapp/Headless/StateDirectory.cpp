@@ -1,0 +1,45 @@
+#include "Tools/vantix-inapp/Headless/StateDirectory.h"
+
+#include "Tools/vantix-inapp/Input/BadInput.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+#include <system_error>
+
+namespace vantix {
+
+namespace {
+
+[[noreturn]] void complain(const std::filesystem::path& path, const std::string& reason) {
+    throw BadInput("the state directory " + path.string() + " cannot be made: " + reason);
+}
+
+std::filesystem::path makeGiven(const std::filesystem::path& path) {
+    std::error_code problem;
+    std::filesystem::create_directories(path, problem);
+    if (problem) complain(path, problem.message());
+    if (!std::filesystem::is_directory(path)) complain(path, "it is a file");
+    return path;
+}
+
+std::filesystem::path makeTemporary() {
+    std::string path = std::filesystem::temp_directory_path() / "vantix-inapp-XXXXXX";
+    if (!mkdtemp(path.data())) complain(path, std::strerror(errno));
+    return path;
+}
+
+}  // namespace
+
+StateDirectory::StateDirectory(const std::optional<std::filesystem::path>& given)
+    : path_(given ? makeGiven(*given) : makeTemporary()), isTemporary_(!given) {}
+
+StateDirectory::~StateDirectory() { removeTemporary(); }
+
+void StateDirectory::removeTemporary() const {
+    std::error_code ignored;
+    if (isTemporary_) std::filesystem::remove_all(path_, ignored);
+}
+
+}  // namespace vantix

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace vantix {
+
+struct PlayArguments {
+    /// "-" is standard input.
+    std::string scenario;
+    /// Absent: a temporary one.
+    std::optional<std::filesystem::path> stateDirectory;
+    std::filesystem::path outputDirectory = ".";
+    bool live = false;
+};
+
+/// Plays a scenario on standard output. Throws BadInput; a fault in the file before anything is played.
+void play(const PlayArguments& arguments);
+
+}  // namespace vantix

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "Tools/vantix-inapp/Headless/Devices.h"
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace vantix {
+
+struct RenderArguments {
+    std::string campaign;
+    std::filesystem::path picture;
+    /// Absent: a sheet of all devices.
+    std::optional<Device> device;
+    double textScale = 1;
+};
+
+/// Writes the picture of one campaign. Throws BadInput, also for a campaign that is never shown.
+void render(const RenderArguments& arguments);
+
+}  // namespace vantix

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "Tools/vantix-inapp/Scenario/Step.h"
+
+namespace vantix {
+
+struct StepSource;
+
+/// Throws BadInput.
+Step readBackend(const StepSource& source);
+
+}  // namespace vantix
