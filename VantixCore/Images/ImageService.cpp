@@ -25,11 +25,12 @@ ImageError invalidData(const Error& error) { return {ImageError::Kind::invalidIm
 }  // namespace
 
 ImageService::ImageService(std::shared_ptr<HTTPClient> client, std::shared_ptr<ImageDecoder> decoder,
-                           std::shared_ptr<DispatchQueue> queue, std::filesystem::path folder, std::uintmax_t capacity)
+                           std::shared_ptr<DispatchQueue> queue, std::shared_ptr<Disk> disk,
+                           std::filesystem::path folder, std::uintmax_t capacity)
     : client_(std::move(client)),
       decoder_(std::move(decoder)),
       queue_(std::move(queue)),
-      cache_(std::move(folder), capacity) {}
+      cache_(std::move(disk), std::move(folder), capacity) {}
 
 void ImageService::data(ImageRequest request, ImageUtility::DataCompletion completion) {
     queue_->async([self = shared_from_this(), request = std::move(request), completion = std::move(completion)] {

@@ -31,7 +31,8 @@ struct ImageRequest {
 class ImageService : public std::enable_shared_from_this<ImageService> {
 public:
     ImageService(std::shared_ptr<HTTPClient> client, std::shared_ptr<ImageDecoder> decoder,
-                 std::shared_ptr<DispatchQueue> queue, std::filesystem::path folder, std::uintmax_t capacity);
+                 std::shared_ptr<DispatchQueue> queue, std::shared_ptr<Disk> disk, std::filesystem::path folder,
+                 std::uintmax_t capacity);
 
     void data(ImageRequest request, ImageUtility::DataCompletion completion);
     void image(ImageRequest request, PixelSize bound, ImageUtility::ImageCompletion completion);

@@ -1,5 +1,6 @@
 #include "VantixCore/Installation/Installation.h"
 
+#include "Platform/Disk/FileDisk.h"
 #include "Platform/Ports/Dispatcher.h"
 #include "Platform/Values/AtomicPointer.h"
 #include "Platform/Values/FatalError.h"
@@ -29,10 +30,12 @@ std::shared_ptr<DispatchQueue> makeQueue(const Platform& platform, std::string_v
 }  // namespace
 
 Installation::Installation(VantixHost host)
-    : platform_(Platform::current()), host_(std::make_shared<const VantixHost>(std::move(host))) {
+    : platform_(Platform::current()),
+      disk_(platform_->disk ? platform_->disk : std::make_shared<FileDisk>()),
+      host_(std::make_shared<const VantixHost>(std::move(host))) {
     if (!host_->appGroup || host_->dataDirectory.empty()) return;
-    settings_ =
-        std::make_shared<FileUserDefaults>(host_->dataDirectory / "settings.json", makeQueue(*platform_, "settings"));
+    settings_ = std::make_shared<FileUserDefaults>(disk_, host_->dataDirectory / "settings.json",
+                                                   makeQueue(*platform_, "settings"));
 }
 
 Installation::~Installation() = default;
@@ -52,20 +55,21 @@ std::shared_ptr<HTTPClient> Installation::httpClient() {
 std::shared_ptr<ImageService> Installation::images() {
     return images_.get([this] {
         return std::make_shared<ImageService>(httpClient(), platform_->imageDecoder, makeQueue(*platform_, "images"),
-                                              host_->dataDirectory / "images", host_->imageCacheCapacity);
+                                              disk_, host_->dataDirectory / "images", host_->imageCacheCapacity);
     });
 }
 
 std::shared_ptr<ReportSender> Installation::reports() {
     if (host_->dataDirectory.empty()) return nullptr;
     return reports_.get([this] {
-        return std::make_shared<ReportSender>(host_->dataDirectory / "reports.sqlite",
-                                              makeQueue(*platform_, "reports"));
+        auto outbox = std::make_shared<ReportOutbox>(disk_, host_->dataDirectory / "reports.sqlite");
+        return std::make_shared<ReportSender>(std::move(outbox), makeQueue(*platform_, "reports"));
     });
 }
 
 std::shared_ptr<SQLiteStores> Installation::stores() {
-    return stores_.get([this] { return std::make_shared<SQLiteStores>(platform_->dispatcher, host_->dataDirectory); });
+    return stores_.get(
+        [this] { return std::make_shared<SQLiteStores>(platform_->dispatcher, disk_, host_->dataDirectory); });
 }
 
 std::shared_ptr<void> Installation::sharedObject(std::type_index type,

@@ -65,6 +65,7 @@ private:
     };
 
     std::shared_ptr<const Platform> platform_;
+    std::shared_ptr<Disk> disk_;
     std::shared_ptr<const VantixHost> host_;
     std::shared_ptr<FileUserDefaults> settings_;
     Lazy<HTTPClient> httpClient_;

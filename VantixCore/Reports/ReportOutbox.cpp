@@ -29,7 +29,8 @@ std::size_t dropOldest(SQLiteConnection& connection) {
 
 }  // namespace
 
-ReportOutbox::ReportOutbox(std::filesystem::path file) : file_(std::move(file), createTable) {}
+ReportOutbox::ReportOutbox(std::shared_ptr<Disk> disk, std::filesystem::path file)
+    : file_(std::move(disk), std::move(file), createTable) {}
 
 bool ReportOutbox::add(const PendingReport& report) {
     std::lock_guard lock(mutex_);

@@ -11,8 +11,8 @@
 
 namespace vantix {
 
-ReportSender::ReportSender(const std::filesystem::path& outboxFile, std::shared_ptr<DispatchQueue> queue)
-    : queue_(std::move(queue)), outbox_(std::make_shared<ReportOutbox>(outboxFile)) {}
+ReportSender::ReportSender(std::shared_ptr<ReportOutbox> outbox, std::shared_ptr<DispatchQueue> queue)
+    : queue_(std::move(queue)), outbox_(std::move(outbox)) {}
 
 /// Whoever lets go of the sender does not wait until the file is closed.
 ReportSender::~ReportSender() {

@@ -5,7 +5,6 @@
 #include "VantixCore/Reports/ReportOutbox.h"
 #include "VantixCore/VantixConfiguration.h"
 
-#include <filesystem>
 #include <memory>
 #include <optional>
 #include <random>
@@ -19,7 +18,7 @@ namespace vantix {
 /// Without a base address nothing is sent. Usable from any thread; sends on a queue of its own.
 class ReportSender : public std::enable_shared_from_this<ReportSender> {
 public:
-    ReportSender(const std::filesystem::path& outboxFile, std::shared_ptr<DispatchQueue> queue);
+    ReportSender(std::shared_ptr<ReportOutbox> outbox, std::shared_ptr<DispatchQueue> queue);
     ~ReportSender();
 
     /// From now on reports go where this configuration says, those that wait first, at once.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "VantixCore/Store/SQLiteVFS.h"
+
 #include <cstdint>
 #include <filesystem>
 #include <map>
@@ -41,7 +43,7 @@ using SQLiteRow = std::vector<std::optional<std::string>>;
 class SQLiteConnection {
 public:
     /// Makes the file, readable for this user alone, when it is missing.
-    explicit SQLiteConnection(const std::filesystem::path& file);
+    SQLiteConnection(std::shared_ptr<Disk> disk, const std::filesystem::path& file);
 
     /// Runs one statement with its parameters in order. The compiled statement is kept, so the text should not vary
     /// with the data.
@@ -60,6 +62,7 @@ private:
     sqlite3_stmt* compiled(const std::string& sql);
     void check(int code) const;
 
+    SQLiteVFS vfs_;
     std::unique_ptr<sqlite3, CloseDatabase> database_;
     std::map<std::string, std::unique_ptr<sqlite3_stmt, FinalizeStatement>> statements_;
 };

@@ -17,7 +17,7 @@ public:
     using Operation = std::function<void(SQLiteConnection&)>;
 
     /// Touches nothing yet. `prepare` is run on each connection that is opened, before anything else.
-    SQLiteFile(std::filesystem::path file, Operation prepare);
+    SQLiteFile(std::shared_ptr<Disk> disk, std::filesystem::path file, Operation prepare);
 
     const std::filesystem::path& path() const { return file_; }
     bool isOpen() const { return connection_ != nullptr; }
@@ -31,6 +31,7 @@ private:
     SQLiteConnection& opened();
     void setAside(const char* reason);
 
+    std::shared_ptr<Disk> disk_;
     std::filesystem::path file_;
     Operation prepare_;
     std::unique_ptr<SQLiteConnection> connection_;

@@ -18,12 +18,12 @@ void extendToModel(SQLiteConnection& connection, const ObjectModel& model, bool 
 
 }  // namespace
 
-SQLiteStore::SQLiteStore(std::filesystem::path file, ObjectModel model, bool infersMapping,
+SQLiteStore::SQLiteStore(std::shared_ptr<Disk> disk, std::filesystem::path file, ObjectModel model, bool infersMapping,
                          std::shared_ptr<DispatchQueue> queue)
     : model_(std::move(model)),
       infersMapping_(infersMapping),
       queue_(std::move(queue)),
-      file_(std::make_shared<SQLiteFile>(std::move(file), [this](SQLiteConnection& connection) {
+      file_(std::make_shared<SQLiteFile>(std::move(disk), std::move(file), [this](SQLiteConnection& connection) {
           extendToModel(connection, model_, infersMapping_);
       })) {}
 

@@ -15,7 +15,7 @@ namespace vantix {
 class SQLiteStore {
 public:
     /// Touches nothing yet. `infersMapping`: attributes that an older file lacks are added to it.
-    SQLiteStore(std::filesystem::path file, ObjectModel model, bool infersMapping,
+    SQLiteStore(std::shared_ptr<Disk> disk, std::filesystem::path file, ObjectModel model, bool infersMapping,
                 std::shared_ptr<DispatchQueue> queue);
     ~SQLiteStore();
 

@@ -7,8 +7,9 @@
 
 namespace vantix {
 
-SQLiteStores::SQLiteStores(std::shared_ptr<Dispatcher> dispatcher, std::filesystem::path directory)
-    : dispatcher_(std::move(dispatcher)), directory_(std::move(directory)) {}
+SQLiteStores::SQLiteStores(std::shared_ptr<Dispatcher> dispatcher, std::shared_ptr<Disk> disk,
+                           std::filesystem::path directory)
+    : dispatcher_(std::move(dispatcher)), disk_(std::move(disk)), directory_(std::move(directory)) {}
 
 std::shared_ptr<SQLiteStore> SQLiteStores::store(const std::filesystem::path& file, const ObjectModel& model,
                                                  bool infersMapping) {
@@ -20,7 +21,7 @@ std::shared_ptr<SQLiteStore> SQLiteStores::store(const std::filesystem::path& fi
         if (known && known->keeps(path, model, infersMapping)) return known;
     }
     auto queue = dispatcher_->makeSerialQueue(VantixDomainFactory::getDomain("store"), QualityOfService::utility);
-    auto made = std::make_shared<SQLiteStore>(path, model, infersMapping, std::move(queue));
+    auto made = std::make_shared<SQLiteStore>(disk_, path, model, infersMapping, std::move(queue));
     stores_.push_back(made);
     return made;
 }

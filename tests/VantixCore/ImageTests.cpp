@@ -181,7 +181,7 @@ TEST(ImageCacheTest, IsSoundWheneverItsProcessIsKilled) {
     ASSERT_EQ(pipe(written), 0);
     pid_t child = fork();
     if (child == 0) {
-        ImageCache cache(folder.path(), 1 << 30);
+        ImageCache cache(std::make_shared<FileDisk>(), folder.path(), 1 << 30);
         for (int at = 0;; ++at) {
             cache.insert("url" + std::to_string(at), bytes);
             cache.identify("url" + std::to_string(at), "id" + std::to_string(at));
@@ -194,7 +194,7 @@ TEST(ImageCacheTest, IsSoundWheneverItsProcessIsKilled) {
     close(written[0]);
     close(written[1]);
 
-    ImageCache cache(folder.path(), 1 << 30);
+    ImageCache cache(std::make_shared<FileDisk>(), folder.path(), 1 << 30);
     for (int at = 0; at < 50; ++at) EXPECT_EQ(cache.find({}, "id" + std::to_string(at)), bytes);
     for (const auto& file : fs::directory_iterator(folder.path())) EXPECT_NE(file.path().extension(), ".new");
 }
