@@ -25,6 +25,8 @@ struct VantixHost {
     std::uintmax_t imageCacheCapacity = 64U << 20;
     /// 1 lets transfers end in the order in which they were asked for.
     std::size_t maximumConcurrentTransfers = 32;
+    /// From 0 to 1: how late, within its bounds, reports are sent again. Empty: by chance, each time anew.
+    std::function<double()> retrySpread = {};
 
     /// Takes the log lines instead of standard error.
     std::function<void(const LogLine&)> logSink = {};

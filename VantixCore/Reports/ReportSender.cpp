@@ -7,12 +7,26 @@
 #include "VantixCore/VantixError.h"
 #include "VantixCore/VantixLogger.h"
 
+#include <random>
 #include <utility>
 
 namespace vantix {
 
-ReportSender::ReportSender(std::shared_ptr<ReportOutbox> outbox, std::shared_ptr<DispatchQueue> queue)
-    : queue_(std::move(queue)), outbox_(std::move(outbox)) {}
+namespace {
+
+std::function<double()> byChance() {
+    return [random = std::minstd_rand(std::random_device{}())]() mutable {
+        return std::uniform_real_distribution<>()(random);
+    };
+}
+
+}  // namespace
+
+ReportSender::ReportSender(std::shared_ptr<ReportOutbox> outbox, std::shared_ptr<DispatchQueue> queue,
+                           std::function<double()> retrySpread)
+    : queue_(std::move(queue)),
+      outbox_(std::move(outbox)),
+      retrySpread_(retrySpread ? std::move(retrySpread) : byChance()) {}
 
 /// Whoever lets go of the sender does not wait until the file is closed.
 ReportSender::~ReportSender() {
@@ -68,8 +82,7 @@ std::optional<ReportSender::Failure> ReportSender::attempt(const std::vector<Pen
 }
 
 void ReportSender::retryAfter(const Failure& failure) {
-    double random = std::uniform_real_distribution<>()(random_);
-    Duration wait = ReportPolicy::waitAfter(++failures_, failure.waitAsked, random);
+    Duration wait = ReportPolicy::waitAfter(++failures_, failure.waitAsked, retrySpread_());
     auto retry = [weak = weak_from_this()] {
         auto self = weak.lock();
         if (!self) return;

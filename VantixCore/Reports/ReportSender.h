@@ -5,9 +5,9 @@
 #include "VantixCore/Reports/ReportOutbox.h"
 #include "VantixCore/VantixConfiguration.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
-#include <random>
 #include <string_view>
 #include <vector>
 
@@ -18,7 +18,9 @@ namespace vantix {
 /// Without a base address nothing is sent. Usable from any thread; sends on a queue of its own.
 class ReportSender : public std::enable_shared_from_this<ReportSender> {
 public:
-    ReportSender(std::shared_ptr<ReportOutbox> outbox, std::shared_ptr<DispatchQueue> queue);
+    /// `retrySpread`, from 0 to 1, spreads the moments of retries (ReportPolicy); by chance when empty.
+    ReportSender(std::shared_ptr<ReportOutbox> outbox, std::shared_ptr<DispatchQueue> queue,
+                 std::function<double()> retrySpread);
     ~ReportSender();
 
     /// From now on reports go where this configuration says, those that wait first, at once.
@@ -48,7 +50,7 @@ private:
     std::shared_ptr<ConfigurationGenerator> configuration_;
     std::shared_ptr<DispatchWorkItem> retry_;
     int failures_ = 0;
-    std::minstd_rand random_{std::random_device{}()};
+    std::function<double()> retrySpread_;
 };
 
 }  // namespace vantix

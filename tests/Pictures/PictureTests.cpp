@@ -3,7 +3,7 @@
 #include "tests/Pictures/PictureComparison.h"
 #include "tests/Support/LoopbackServer.h"
 #include "tests/Support/TemporaryFolder.h"
-#include "tests/Tools/vantix-inapp/Program.h"
+#include "tests/Support/RunningProgram.h"
 
 #include <QBuffer>
 #include <QImage>

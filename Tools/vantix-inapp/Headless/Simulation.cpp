@@ -34,7 +34,7 @@ Simulation::Simulation(const Configuration& configuration, const std::filesystem
     scene_ = std::make_shared<OffscreenScene>(configuration.device, dispatcher, measurer);
     Platform::install({dispatcher, std::make_shared<NotificationCenter>(),
                        std::make_shared<OffscreenApplication>(scene_), fonts_, measurer,
-                       std::make_shared<QtImageDecoder>()});
+                       std::make_shared<QtImageDecoder>(), disk_});
 
     host.dataDirectory = stateDirectory;
     host.appGroup = configuration.appGroup;

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "DeclarativeUI/Offscreen/OffscreenApplication.h"
+#include "Platform/Disk/FaultyDisk.h"
+#include "Platform/Disk/FileDisk.h"
 #include "Tools/vantix-inapp/Headless/Configuration.h"
 #include "Tools/vantix-inapp/Headless/ReplaceableConfiguration.h"
 #include "VantixInAppMessage/Core/InAppMessagingCore.h"
@@ -42,6 +44,8 @@ public:
     OffscreenScene& scene() { return *scene_; }
     /// Paints with the fonts that text is measured with.
     DisplayListPainter& painter() { return painter_; }
+    /// What the disk does with the module's files from now on. The module need not run.
+    void setDiskFault(DiskFault fault) { disk_->setFault(fault); }
     void setForegroundScene(bool inForeground);
     /// Absent: no customer is known. Without an app group there is nowhere to keep it.
     void setCustomer(const std::optional<std::string>& customerId);
@@ -52,6 +56,7 @@ private:
     Configuration configuration_;
     std::shared_ptr<ReplaceableConfiguration> coreConfiguration_;
     std::shared_ptr<NotificationCore> pushLibrary_ = std::make_shared<NotificationCore>();
+    std::shared_ptr<FaultyDisk> disk_ = std::make_shared<FaultyDisk>(std::make_shared<FileDisk>());
     std::shared_ptr<QtFontCatalogue> fonts_ = std::make_shared<QtFontCatalogue>();
     DisplayListPainter painter_{fonts_};
     std::shared_ptr<OffscreenScene> scene_;

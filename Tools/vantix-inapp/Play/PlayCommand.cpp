@@ -44,6 +44,12 @@ void prepareOutput(const Scenario& scenario, const std::filesystem::path& folder
     if (problem || ::access(folder.c_str(), W_OK) != 0) throw BadInput(folder.string() + " cannot be written to");
 }
 
+/// So that the same file gives the same lines.
+void leaveNothingToChance(VantixHost& host) {
+    host.maximumConcurrentTransfers = 1;
+    host.retrySpread = [] { return 1.0; };
+}
+
 void playLine(Player& player, const Scenario& scenario, const Scenario::Line& line, const Backend* backend) {
     try {
         player.play(backend ? scenario.step(line, backend->url()) : line.step);
@@ -68,7 +74,7 @@ void play(const PlayArguments& arguments) {
     lines.setClock(pace->dispatcher()->clock());
 
     VantixHost host = events.host();
-    if (!arguments.live) host.maximumConcurrentTransfers = 1;
+    if (!arguments.live) leaveNothingToChance(host);
     Simulation simulation(scenario.configuration, state.path(), pace->dispatcher(), std::move(host));
     events.observe(simulation.scene());
     Player player(simulation, *pace, backends, events, lines, arguments.outputDirectory);

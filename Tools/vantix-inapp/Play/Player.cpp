@@ -31,6 +31,11 @@ List scopes(const InAppMessageQueues::Messages& messages) {
     return list;
 }
 
+/// Whether the module meets the step's effect when it starts.
+bool isSurrounding(const Step& step) {
+    return std::holds_alternative<step::StartBackend>(step) || std::holds_alternative<step::SetDiskFault>(step);
+}
+
 }  // namespace
 
 Player::Player(Simulation& simulation, Pace& pace, RunningBackends& backends, EventLines& events, LineWriter& lines,
@@ -43,7 +48,7 @@ Player::Player(Simulation& simulation, Pace& pace, RunningBackends& backends, Ev
       outputDirectory_(std::move(outputDirectory)) {}
 
 void Player::play(const Step& step) {
-    if (!std::holds_alternative<step::StartBackend>(step)) simulation_.core();
+    if (!isSurrounding(step)) simulation_.core();
     std::visit([this](const auto& concrete) { run(concrete); }, step);
     simulation_.core();
     pace_.settle();
@@ -85,6 +90,8 @@ void Player::run(const step::StartBackend& start) {
     lines_.hideBackendAddress(backend.url());
     simulation_.useBackend(backend.url(), backend.pin());
 }
+
+void Player::run(const step::SetDiskFault& disk) { simulation_.setDiskFault(disk.fault); }
 
 // What the person at the device does
 

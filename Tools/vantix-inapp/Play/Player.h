@@ -41,6 +41,7 @@ private:
     void run(const step::Sync&);
     void run(const step::Restart& restart);
     void run(const step::StartBackend& start);
+    void run(const step::SetDiskFault& disk);
     void run(const step::PrintElements&);
     void run(const step::PrintStore&);
     void run(const step::PrintQueues&);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "DeclarativeUI/AccessibleElement.h"
+#include "Platform/Disk/FaultyDisk.h"
 #include "Platform/Ports/Application.h"
 #include "Platform/Ports/Clock.h"
 #include "Platform/Values/Geometry.h"
@@ -70,6 +71,9 @@ struct Restart {
 struct StartBackend {
     BackendOptions options;
 };
+struct SetDiskFault {
+    DiskFault fault = DiskFault::none;
+};
 struct PrintElements {};
 struct PrintStore {};
 struct PrintQueues {};
@@ -79,9 +83,10 @@ struct Screenshot {
 
 }  // namespace step
 
-using Step = std::variant<step::Push, step::Deliver, step::Payload, step::Event, step::LifeCycle, step::SetScene,
-                          step::SetPushAllowed, step::SetCustomer, step::Wait, step::Tap, step::Scroll, step::Dismiss,
-                          step::ButtonAction, step::LogOut, step::Sync, step::Restart, step::StartBackend,
-                          step::PrintElements, step::PrintStore, step::PrintQueues, step::Screenshot>;
+using Step =
+    std::variant<step::Push, step::Deliver, step::Payload, step::Event, step::LifeCycle, step::SetScene,
+                 step::SetPushAllowed, step::SetCustomer, step::Wait, step::Tap, step::Scroll, step::Dismiss,
+                 step::ButtonAction, step::LogOut, step::Sync, step::Restart, step::StartBackend, step::SetDiskFault,
+                 step::PrintElements, step::PrintStore, step::PrintQueues, step::Screenshot>;
 
 }  // namespace vantix

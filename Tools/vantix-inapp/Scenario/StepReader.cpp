@@ -97,6 +97,14 @@ Step restart(const StepSource& source) {
     return restart;
 }
 
+Step faults(const StepSource& source) {
+    const Dictionary& object = objectField(source.key, source.value);
+    expectOnlyKeys(source.key, object, {"disk"});
+    const Value* disk = object.find("disk");
+    if (!disk) throw BadInput("\"faults\" needs a \"disk\"");
+    return step::SetDiskFault{wordField("disk", *disk, diskFaultWords)};
+}
+
 Step screenshot(const StepSource& source) {
     std::filesystem::path name = textField(source.key, source.value);
     bool leaves = name.is_absolute();
@@ -136,6 +144,7 @@ const std::map<std::string_view, Reader>& readers() {
         {"sync", sync},
         {"restart", restart},
         {"backend", readBackend},
+        {"faults", faults},
         {"elements", wish<step::PrintElements>},
         {"store", wish<step::PrintStore>},
         {"queues", wish<step::PrintQueues>},

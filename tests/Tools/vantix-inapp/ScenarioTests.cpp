@@ -1,35 +1,25 @@
+#include "tests/Support/RunningProgram.h"
 #include "tests/Support/TemporaryFolder.h"
-#include "tests/Tools/vantix-inapp/Program.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cctype>
 #include <filesystem>
-#include <string_view>
+#include <regex>
 
 using namespace vantix;
 
 namespace {
 
-bool isUUID(std::string_view text) {
-    constexpr std::string_view shape = "XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX";
-    return std::equal(text.begin(), text.end(), shape.begin(), shape.end(), [](char character, char place) {
-        return place == '-' ? character == '-' : std::isxdigit(static_cast<unsigned char>(character)) != 0;
-    });
-}
-
 /// Replaces what differs from run to run by its name.
-std::string withoutChance(std::string line) {
-    constexpr std::size_t length = 36;
-    for (std::size_t at = 0; at + length <= line.size(); ++at) {
-        if (isUUID(std::string_view(line).substr(at, length))) line.replace(at, length, "UUID");
-    }
-    return line;
+std::string withoutChance(const std::string& line) {
+    static const std::regex identity("[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}", std::regex::icase);
+    static const std::regex duration("after [0-9]+ ms");
+    return std::regex_replace(std::regex_replace(line, identity, "UUID"), duration, "after some ms");
 }
 
-std::vector<std::string> scenarioNames() {
-    std::vector<std::string> names;
+Lines scenarioNames() {
+    Lines names;
     for (const auto& entry : std::filesystem::directory_iterator(VANTIX_SCENARIOS)) {
         if (entry.path().extension() == ".jsonl") names.push_back(entry.path().stem());
     }
@@ -37,20 +27,18 @@ std::vector<std::string> scenarioNames() {
     return names;
 }
 
-class ScenarioTest : public testing::TestWithParam<std::string> {
-protected:
-    TemporaryFolder folder;
-};
+class ScenarioTest : public testing::TestWithParam<std::string> {};
 
 }  // namespace
 
 TEST_P(ScenarioTest, PrintsWhatIsExpected) {
+    TemporaryFolder folder;
     std::string scenario = VANTIX_SCENARIOS "/" + GetParam();
     auto run = runProgram({"play", scenario + ".jsonl"}, folder.path());
     std::transform(run.output.begin(), run.output.end(), run.output.begin(), withoutChance);
 
-    EXPECT_EQ(run.output, lines(readFile(scenario + ".expected")));
-    EXPECT_EQ(run.errors, std::vector<std::string>{});
+    EXPECT_EQ(run.output, linesOf(readFile(scenario + ".expected")));
+    EXPECT_EQ(run.errors, Lines{});
     EXPECT_EQ(run.status, 0);
 }
 
