@@ -63,7 +63,8 @@ std::shared_ptr<ReportSender> Installation::reports() {
     if (host_->dataDirectory.empty()) return nullptr;
     return reports_.get([this] {
         auto outbox = std::make_shared<ReportOutbox>(disk_, host_->dataDirectory / "reports.sqlite");
-        return std::make_shared<ReportSender>(std::move(outbox), makeQueue(*platform_, "reports"));
+        auto call = [](const VantixAPIRequestGenerator& request) { return *VantixNetworkManager().callAPI(request); };
+        return std::make_shared<ReportSender>(std::move(outbox), makeQueue(*platform_, "reports"), call);
     });
 }
 

@@ -4,7 +4,9 @@
 #include "Platform/Values/Value.h"
 #include "VantixCore/Reports/ReportOutbox.h"
 #include "VantixCore/VantixConfiguration.h"
+#include "VantixCore/VantixNetworkManager.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <random>
@@ -18,7 +20,11 @@ namespace vantix {
 /// Without a base address nothing is sent. Usable from any thread; sends on a queue of its own.
 class ReportSender : public std::enable_shared_from_this<ReportSender> {
 public:
-    ReportSender(std::shared_ptr<ReportOutbox> outbox, std::shared_ptr<DispatchQueue> queue);
+    /// Makes one call of the back end: waits for the answer, or throws VantixError when there is none.
+    using Call = std::function<VantixResponseGenerator(const VantixAPIRequestGenerator&)>;
+
+    /// The queue is serial and for the sender alone, since it waits for each call.
+    ReportSender(std::shared_ptr<ReportOutbox> outbox, std::shared_ptr<DispatchQueue> queue, Call call);
     ~ReportSender();
 
     /// From now on reports go where this configuration says, those that wait first, at once.
@@ -43,6 +49,7 @@ private:
 
     std::shared_ptr<DispatchQueue> queue_;
     std::shared_ptr<ReportOutbox> outbox_;
+    Call call_;
 
     // On the queue only.
     std::shared_ptr<ConfigurationGenerator> configuration_;
