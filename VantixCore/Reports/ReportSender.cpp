@@ -4,15 +4,15 @@
 #include "Platform/Values/UUID.h"
 #include "VantixCore/Reports/ReportPolicy.h"
 #include "VantixCore/Reports/ReportRequest.h"
-#include "VantixCore/VantixError.h"
 #include "VantixCore/VantixLogger.h"
 
 #include <utility>
 
 namespace vantix {
 
-ReportSender::ReportSender(const std::filesystem::path& outboxFile, std::shared_ptr<DispatchQueue> queue)
-    : queue_(std::move(queue)), outbox_(std::make_shared<ReportOutbox>(outboxFile)) {}
+ReportSender::ReportSender(const std::filesystem::path& outboxFile, std::shared_ptr<DispatchQueue> queue,
+                           std::shared_ptr<BackEndClient> backEnd)
+    : queue_(std::move(queue)), outbox_(std::make_shared<ReportOutbox>(outboxFile)), backEnd_(std::move(backEnd)) {}
 
 /// Whoever lets go of the sender does not wait until the file is closed.
 ReportSender::~ReportSender() {
@@ -50,21 +50,21 @@ void ReportSender::sendPending() {
 std::optional<ReportSender::Failure> ReportSender::attempt(const std::vector<PendingReport>& batch) const {
     constexpr LegacyLogSource source{"ReportSender", "attempt(batch:)"};
     const std::string count = std::to_string(batch.size());
-    try {
-        auto answer = VantixNetworkManager().callAPI(ReportRequest(configuration_, batch)).value();
-        if (ReportPolicy::isTaken(answer.httpStatus)) return {};
-        std::string status = std::to_string(answer.httpStatus);
-        if (ReportPolicy::isFinalRefusal(answer.httpStatus)) {
-            VantixLogger::error("Reports refused by the back end with status " + status + " and dropped: " + count,
-                                source);
-            return {};
-        }
-        VantixLogger::info("Reports to be sent again after status " + status + ": " + count, source);
-        return Failure{answer.retryAfter};
-    } catch (const VantixError& error) {
-        VantixLogger::info("Reports to be sent again: " + count + ". " + error.localizedDescription(), source);
+    auto outcome = backEnd_->sendAndWait(ReportRequest(configuration_, batch));
+    if (!outcome) {
+        VantixLogger::info("Reports to be sent again: " + count + ". " + outcome.error().localizedDescription(),
+                           source);
         return Failure{};
     }
+    const BackEndAnswer& answer = outcome.value();
+    if (ReportPolicy::isTaken(answer.httpStatus())) return {};
+    std::string status = std::to_string(answer.httpStatus());
+    if (ReportPolicy::isFinalRefusal(answer.httpStatus())) {
+        VantixLogger::error("Reports refused by the back end with status " + status + " and dropped: " + count, source);
+        return {};
+    }
+    VantixLogger::info("Reports to be sent again after status " + status + ": " + count, source);
+    return Failure{answer.retryAfter()};
 }
 
 void ReportSender::retryAfter(const Failure& failure) {
