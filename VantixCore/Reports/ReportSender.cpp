@@ -5,7 +5,6 @@
 #include "Platform/Values/WhileAlive.h"
 #include "VantixCore/Reports/ReportPolicy.h"
 #include "VantixCore/Reports/ReportRequest.h"
-#include "VantixCore/VantixError.h"
 #include "VantixCore/VantixLogger.h"
 
 #include <utility>
@@ -18,8 +17,9 @@ constexpr LogSource log{"ReportSender"};
 
 }  // namespace
 
-ReportSender::ReportSender(std::shared_ptr<ReportOutbox> outbox, std::shared_ptr<DispatchQueue> queue, Call call)
-    : queue_(std::move(queue)), outbox_(std::move(outbox)), call_(std::move(call)) {}
+ReportSender::ReportSender(std::shared_ptr<ReportOutbox> outbox, std::shared_ptr<DispatchQueue> queue,
+                           std::shared_ptr<BackEndClient> backEnd)
+    : queue_(std::move(queue)), outbox_(std::move(outbox)), backEnd_(std::move(backEnd)) {}
 
 /// Whoever lets go of the sender does not wait until the file is closed.
 ReportSender::~ReportSender() {
@@ -57,20 +57,20 @@ void ReportSender::sendPending() {
 std::optional<ReportSender::Failure> ReportSender::attempt(const std::vector<PendingReport>& batch) const {
     constexpr const char* function = "attempt(batch:)";
     const std::string count = std::to_string(batch.size());
-    try {
-        auto answer = call_(ReportRequest(configuration_, batch));
-        if (ReportPolicy::isTaken(answer.httpStatus)) return {};
-        const std::string status = std::to_string(answer.httpStatus);
-        if (ReportPolicy::isFinalRefusal(answer.httpStatus)) {
-            log.error(function, "Reports refused by the back end with status " + status + " and dropped: " + count);
-            return {};
-        }
-        log.info(function, "Reports to be sent again after status " + status + ": " + count);
-        return Failure{answer.retryAfter};
-    } catch (const VantixError& error) {
-        log.info(function, "Reports to be sent again: " + count + ". " + error.localizedDescription());
+    auto outcome = backEnd_->sendAndWait(ReportRequest(configuration_, batch));
+    if (!outcome) {
+        log.info(function, "Reports to be sent again: " + count + ". " + outcome.error().localizedDescription());
         return Failure{};
     }
+    const BackEndAnswer& answer = outcome.value();
+    if (ReportPolicy::isTaken(answer.httpStatus())) return {};
+    const std::string status = std::to_string(answer.httpStatus());
+    if (ReportPolicy::isFinalRefusal(answer.httpStatus())) {
+        log.error(function, "Reports refused by the back end with status " + status + " and dropped: " + count);
+        return {};
+    }
+    log.info(function, "Reports to be sent again after status " + status + ": " + count);
+    return Failure{answer.retryAfter()};
 }
 
 void ReportSender::retryAfter(const Failure& failure) {

@@ -2,11 +2,10 @@
 
 #include "Platform/Ports/DispatchQueue.h"
 #include "Platform/Values/Value.h"
+#include "VantixCore/Network/BackEndClient.h"
 #include "VantixCore/Reports/ReportOutbox.h"
 #include "VantixCore/VantixConfiguration.h"
-#include "VantixCore/VantixNetworkManager.h"
 
-#include <functional>
 #include <memory>
 #include <optional>
 #include <random>
@@ -20,11 +19,9 @@ namespace vantix {
 /// Without a base address nothing is sent. Usable from any thread; sends on a queue of its own.
 class ReportSender : public std::enable_shared_from_this<ReportSender> {
 public:
-    /// Makes one call of the back end: waits for the answer, or throws VantixError when there is none.
-    using Call = std::function<VantixResponseGenerator(const VantixAPIRequestGenerator&)>;
-
     /// The queue is serial and for the sender alone, since it waits for each call.
-    ReportSender(std::shared_ptr<ReportOutbox> outbox, std::shared_ptr<DispatchQueue> queue, Call call);
+    ReportSender(std::shared_ptr<ReportOutbox> outbox, std::shared_ptr<DispatchQueue> queue,
+                 std::shared_ptr<BackEndClient> backEnd);
     ~ReportSender();
 
     /// From now on reports go where this configuration says, those that wait first, at once.
@@ -49,7 +46,7 @@ private:
 
     std::shared_ptr<DispatchQueue> queue_;
     std::shared_ptr<ReportOutbox> outbox_;
-    Call call_;
+    std::shared_ptr<BackEndClient> backEnd_;
 
     // On the queue only.
     std::shared_ptr<ConfigurationGenerator> configuration_;
