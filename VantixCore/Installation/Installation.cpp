@@ -5,6 +5,7 @@
 #include "Platform/Values/AtomicPointer.h"
 #include "Platform/Values/FatalError.h"
 #include "VantixCore/Images/ImageService.h"
+#include "VantixCore/Network/BackEndClient.h"
 #include "VantixCore/Network/HTTPClient.h"
 #include "VantixCore/Reports/ReportSender.h"
 #include "VantixCore/Settings/FileUserDefaults.h"
@@ -49,7 +50,11 @@ std::shared_ptr<Installation> Installation::current() {
 void Installation::replace(std::shared_ptr<Installation> installation) { installed().store(std::move(installation)); }
 
 std::shared_ptr<HTTPClient> Installation::httpClient() {
-    return httpClient_.get([this] { return std::make_shared<HTTPClient>(*platform_->dispatcher, host_); });
+    return httpClient_.get([this] { return std::make_shared<HTTPClient>(makeQueue(*platform_, "network"), host_); });
+}
+
+std::shared_ptr<BackEndClient> Installation::backEnd() {
+    return backEnd_.get([this] { return std::make_shared<BackEndClient>(httpClient(), platform_->dispatcher); });
 }
 
 std::shared_ptr<ImageService> Installation::images() {
@@ -63,7 +68,8 @@ std::shared_ptr<ReportSender> Installation::reports() {
     if (host_->dataDirectory.empty()) return nullptr;
     return reports_.get([this] {
         auto outbox = std::make_shared<ReportOutbox>(disk_, host_->dataDirectory / "reports.sqlite");
-        return std::make_shared<ReportSender>(std::move(outbox), makeQueue(*platform_, "reports"), host_->retrySpread);
+        return std::make_shared<ReportSender>(std::move(outbox), makeQueue(*platform_, "reports"), backEnd(),
+                                              host_->retrySpread);
     });
 }
 

@@ -2,6 +2,7 @@
 
 #include "Platform/Ports/DispatchQueue.h"
 #include "Platform/Values/Value.h"
+#include "VantixCore/Network/BackEndClient.h"
 #include "VantixCore/Reports/ReportOutbox.h"
 #include "VantixCore/VantixConfiguration.h"
 
@@ -18,9 +19,10 @@ namespace vantix {
 /// Without a base address nothing is sent. Usable from any thread; sends on a queue of its own.
 class ReportSender : public std::enable_shared_from_this<ReportSender> {
 public:
-    /// `retrySpread`, from 0 to 1, spreads the moments of retries (ReportPolicy); by chance when empty.
+    /// The queue is serial and for the sender alone, since it waits for each call. `retrySpread`, from 0 to 1, spreads
+    /// the moments of retries (ReportPolicy); by chance when empty.
     ReportSender(std::shared_ptr<ReportOutbox> outbox, std::shared_ptr<DispatchQueue> queue,
-                 std::function<double()> retrySpread);
+                 std::shared_ptr<BackEndClient> backEnd, std::function<double()> retrySpread);
     ~ReportSender();
 
     /// From now on reports go where this configuration says, those that wait first, at once.
@@ -45,6 +47,7 @@ private:
 
     std::shared_ptr<DispatchQueue> queue_;
     std::shared_ptr<ReportOutbox> outbox_;
+    std::shared_ptr<BackEndClient> backEnd_;
 
     // On the queue only.
     std::shared_ptr<ConfigurationGenerator> configuration_;

@@ -13,8 +13,6 @@ namespace vantix {
 
 namespace {
 
-constexpr int busyTimeoutMilliseconds = 5000;
-
 std::string_view textOf(sqlite3_value* value) {
     const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
     return {text, static_cast<std::size_t>(sqlite3_value_bytes(value))};
@@ -70,11 +68,12 @@ bool SQLiteError::isDamage() const {
 }
 
 /// SQLite gives its side files the permissions of the database file, so that one is made first.
-SQLiteConnection::SQLiteConnection(std::shared_ptr<Disk> disk, const std::filesystem::path& file)
+SQLiteConnection::SQLiteConnection(std::shared_ptr<Disk> disk, const std::filesystem::path& file, Duration busyTimeOut)
     : vfs_(std::move(disk)) {
     vfs_.disk().makeFile(file);
     open(file);
-    sqlite3_busy_timeout(database_.get(), busyTimeoutMilliseconds);
+    auto milliseconds = std::chrono::duration_cast<std::chrono::milliseconds>(busyTimeOut).count();
+    sqlite3_busy_timeout(database_.get(), static_cast<int>(milliseconds));
     check(sqlite3_create_function(database_.get(), "contains_folded", 2,
                                   SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_DIRECTONLY, nullptr, containsFolded,
                                   nullptr, nullptr));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Ports/Clock.h"
 #include "VantixCore/Store/SQLiteVFS.h"
 
 #include <cstdint>
@@ -42,8 +43,9 @@ using SQLiteRow = std::vector<std::optional<std::string>>;
 /// from which the caller has removed it already (foldCase). NULL contains nothing.
 class SQLiteConnection {
 public:
-    /// Makes the file, readable for this user alone, when it is missing.
-    SQLiteConnection(std::shared_ptr<Disk> disk, const std::filesystem::path& file);
+    /// Makes the file, readable for this user alone, when it is missing. Statements wait for `busyTimeOut` while
+    /// another process holds it.
+    SQLiteConnection(std::shared_ptr<Disk> disk, const std::filesystem::path& file, Duration busyTimeOut);
 
     /// Runs one statement with its parameters in order. The compiled statement is kept, so the text should not vary
     /// with the data.

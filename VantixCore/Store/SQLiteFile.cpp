@@ -24,8 +24,8 @@ std::filesystem::path freeNameBeside(const std::filesystem::path& file, Disk& di
 
 }  // namespace
 
-SQLiteFile::SQLiteFile(std::shared_ptr<Disk> disk, std::filesystem::path file, Operation prepare)
-    : disk_(std::move(disk)), file_(std::move(file)), prepare_(std::move(prepare)) {}
+SQLiteFile::SQLiteFile(std::shared_ptr<Disk> disk, std::filesystem::path file, Duration busyTimeOut, Operation prepare)
+    : disk_(std::move(disk)), file_(std::move(file)), busyTimeOut_(busyTimeOut), prepare_(std::move(prepare)) {}
 
 std::optional<Error> SQLiteFile::perform(const Operation& operation) {
     try {
@@ -51,7 +51,7 @@ void SQLiteFile::performOrReplace(const Operation& operation) {
 SQLiteConnection& SQLiteFile::opened() {
     if (!connection_) {
         disk_->makeFolder(file_.parent_path());
-        auto connection = std::make_unique<SQLiteConnection>(disk_, file_);
+        auto connection = std::make_unique<SQLiteConnection>(disk_, file_, busyTimeOut_);
         prepare_(*connection);
         connection_ = std::move(connection);
     }

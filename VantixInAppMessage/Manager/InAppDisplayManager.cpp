@@ -332,12 +332,12 @@ void InAppDisplayManager::downloadInAppMessageImageIfAvailable(const VantixInApp
 
 void InAppDisplayManager::downloadImageAsynchronously(const VantixInAppMessagePayload& message, const URL& imageURL,
                                                       const std::shared_ptr<DispatchGroup>& dispatchGroup) {
-    ImageUtility::downloadImage(imageURL, message.imageIdentifier,
-                                [weak = weak_from_this(), message, dispatchGroup](const auto& result) {
-                                    auto manager = weak.lock();
-                                    if (manager && !result) manager->handleImageError(message, result.error());
-                                    if (dispatchGroup) dispatchGroup->leave();
-                                });
+    auto ended = [weak = weak_from_this(), message, dispatchGroup](const auto& result) {
+        auto manager = weak.lock();
+        if (manager && !result) manager->handleImageError(message, result.error());
+        if (dispatchGroup) dispatchGroup->leave();
+    };
+    ImageUtility::downloadImage(imageURL, message.imageIdentifier, ended).detach();
 }
 
 void InAppDisplayManager::handleImageError(const VantixInAppMessagePayload& message, const ImageError& error) {

@@ -41,7 +41,7 @@ void VantixInAppTriggerManager::callAndProcess(const InAppTriggersRequestPayload
     constexpr LegacyLogSource source{file, "syncTriggers(withPayload:)"};
     try {
         auto response = triggerAPIRequest_.syncTriggers(payload.generateJSON(), configData_->accountID());
-        processReceived(response.value_or(VantixResponseGenerator{}), payload);
+        processReceived(response, payload);
     } catch (const VantixError& error) {
         VantixLogger::error(std::string("Error: ") + error.what(), source);
         handleFailure({}, error.code(), error, payload);
@@ -50,12 +50,12 @@ void VantixInAppTriggerManager::callAndProcess(const InAppTriggersRequestPayload
     }
 }
 
-void VantixInAppTriggerManager::processReceived(const VantixResponseGenerator& response,
+void VantixInAppTriggerManager::processReceived(const std::shared_ptr<const VantixResponseGenerator>& response,
                                                 const InAppTriggersRequestPayload& requestPayload) {
     constexpr LegacyLogSource source{file, "processReceived(response:requestPayload:)"};
-    if (!response.rcvdData) return VantixLogger::error("Recieved nil data", source);
+    if (!response || !response->rcvdData()) return VantixLogger::error("Recieved nil data", source);
 
-    auto parsed = parseJSON(*response.rcvdData);
+    auto parsed = parseJSON(*response->rcvdData());
     if (!parsed) {
         return VantixLogger::error("Event API Response decoding failed: " + parsed.error().localizedDescription,
                                    source);
@@ -64,7 +64,7 @@ void VantixInAppTriggerManager::processReceived(const VantixResponseGenerator& r
     if (!dictionary) return;
 
     auto answer = InAppTriggerAPIResponse::generate(*dictionary);
-    if (!isSuccess(answer)) return handleFailure(answer, 0, response.error, requestPayload);
+    if (!isSuccess(answer)) return handleFailure(answer, 0, response->error(), requestPayload);
     if (!answer.triggers) return;
     for (const auto& message : *answer.triggers) InAppRepoHelper::shared()->insert(message, {});
 }

@@ -24,7 +24,7 @@ using Texts = std::vector<std::string>;
 const ObjectModel model{{{"Message", {"scope", "trigger", "body"}}}};
 
 std::shared_ptr<BaseRepository> makeRepository(const ObjectModel& objectModel = model, bool infersMapping = true) {
-    return VantixDBFactory::getRepositoryFor("Message", "Messages", objectModel, Env::dev, infersMapping, {});
+    return VantixDBFactory::getRepositoryFor("Message", "Messages", objectModel, Env::dev, infersMapping, {}, 0.1);
 }
 
 std::string describe(const Result<bool>& result) {
