@@ -1,13 +1,28 @@
 #include "DeclarativeUI/AccessibleElement.h"
 
-#include <array>
+#include "Platform/Values/WordTable.h"
 
 namespace vantix {
 
-const char* roleName(Role role) {
-    static constexpr std::array names = {"card",  "title", "message", "text", "image",   "button",
-                                         "close", "star",  "option",  "row",  "divider", "mark"};
-    return names[static_cast<std::size_t>(role)];
-}
+namespace {
+
+constexpr WordTable<Role, 12> roleNames{{
+    {Role::card, "card"},
+    {Role::title, "title"},
+    {Role::message, "message"},
+    {Role::text, "text"},
+    {Role::image, "image"},
+    {Role::button, "button"},
+    {Role::close, "close"},
+    {Role::star, "star"},
+    {Role::option, "option"},
+    {Role::row, "row"},
+    {Role::divider, "divider"},
+    {Role::mark, "mark"},
+}};
+
+}  // namespace
+
+std::string roleName(Role role) { return std::string(roleNames.word(role)); }
 
 }  // namespace vantix

@@ -4,7 +4,6 @@
 #include "Platform/Values/Font.h"
 #include "Platform/Values/Geometry.h"
 
-#include <functional>
 #include <optional>
 #include <string>
 
@@ -14,7 +13,16 @@ namespace vantix {
 enum class Role { card, title, message, text, image, button, close, star, option, row, divider, mark };
 
 /// The word for a role, as tools print it ("card", "title", …).
-const char* roleName(Role role);
+std::string roleName(Role role);
+
+/// Whether elements of this role hold others, and are no text or picture themselves.
+constexpr bool isContainer(Role role) { return role == Role::card || role == Role::row; }
+
+/// Whether a tap on an element of this role can do something.
+constexpr bool takesTaps(Role role) {
+    return isContainer(role) || role == Role::image || role == Role::button || role == Role::close ||
+           role == Role::star || role == Role::option;
+}
 
 /// One element of the settled layout, with what is painted for it.
 struct AccessibleElement {

@@ -1,25 +1,12 @@
 #include "Tools/vantix-inapp/TapTarget.h"
 
+#include "DeclarativeUI/Offscreen/Aim.h"
+
 #include <algorithm>
 
 namespace vantix {
 
 namespace {
-
-bool takesTaps(Role role) {
-    switch (role) {
-        case Role::close:
-        case Role::button:
-        case Role::star:
-        case Role::option:
-        case Role::image:
-        case Role::card:
-        case Role::row:
-            return true;
-        default:
-            return false;
-    }
-}
 
 bool isDescribed(const AccessibleElement& element, const step::Tap& tap) {
     return takesTaps(element.role) && (!tap.role || *tap.role == roleName(element.role)) &&
@@ -34,7 +21,7 @@ HostedView::TapResult findTapTarget(HostedView& content, const step::Tap& tap) {
     auto found = std::find_if(elements.begin(), elements.end(),
                               [&](const AccessibleElement& element) { return isDescribed(element, tap); });
     if (found == elements.end()) return {};
-    return content.hitTest(AccessibleElement(*found));
+    return aimAt(content, AccessibleElement(*found));
 }
 
 }  // namespace vantix

@@ -5,12 +5,6 @@
 
 using namespace vantix;
 
-namespace {
-
-SceneTraits window(double width, double height) { return {{width, height}, {}, 1, 1}; }
-
-}  // namespace
-
 TEST(HostedView, AsksOnceForDisplayHoweverOftenStateChanges) {
     State<int> count{1};
     State<int> unread{0};
@@ -21,13 +15,13 @@ TEST(HostedView, AsksOnceForDisplayHoweverOftenStateChanges) {
     });
     count.set(1);
     unread.set(5);
-    EXPECT_EQ(stage.requests(), 0);
+    EXPECT_EQ(stage.requests, 0);
     count.set(2);
     count.set(3);
-    EXPECT_EQ(stage.requests(), 1);
+    EXPECT_EQ(stage.requests, 1);
     EXPECT_EQ(evaluations, 1);
     stage.settle();
-    stage.evaluate();
+    stage.view().evaluate(stage.measurer);
     EXPECT_EQ(evaluations, 2);
     EXPECT_EQ(stage.element(Role::text).label, "3");
 }
@@ -44,7 +38,7 @@ TEST(HostedView, EvaluatesBodyAndGeometryReadersOnceWhateverIsAskedOfThem) {
                        })});
     });
     stage.view().scroll(20);
-    stage.view().hitTest(stage.element(Role::mark));
+    stage.view().hitTest({50, 50});
     stage.view().setNeedsLayout();
     stage.settle();
     EXPECT_EQ(bodies, 1);

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <iomanip>
+#include <cstdio>
 #include <sstream>
 
 namespace vantix {
@@ -12,16 +12,17 @@ namespace {
 
 std::string number(double value) {
     std::ostringstream text;
-    double rounded = std::round(value * 100) / 100;
-    text << (rounded == 0 ? 0 : rounded);
+    text << std::round(value * 100) / 100 + 0.0;
     return text.str();
 }
 
+std::string describe(Point point) { return number(point.x) + "," + number(point.y); }
+
 std::string colorText(const Color& color) {
-    std::ostringstream text;
-    text << " #" << std::hex << std::setfill('0');
-    for (double part : {color.red, color.green, color.blue}) text << std::setw(2) << std::lround(part * 255);
-    return text.str();
+    char text[16];
+    auto byte = [](double part) { return static_cast<unsigned>(std::lround(part * 255)); };
+    std::snprintf(text, sizeof text, " #%02x%02x%02x", byte(color.red), byte(color.green), byte(color.blue));
+    return text;
 }
 
 std::string radius(double cornerRadius) { return cornerRadius > 0 ? " r" + number(cornerRadius) : ""; }
@@ -52,16 +53,8 @@ void join(std::string& list, const std::string& item) { list += (list.empty() ? 
 
 }  // namespace
 
-std::string describe(Point point) { return number(point.x) + "," + number(point.y); }
-
 std::string describe(const Rect& frame) {
     return describe(frame.origin) + " " + number(frame.size.width) + "x" + number(frame.size.height);
-}
-
-std::string describe(const HostedView::TapResult& met) {
-    if (!met.action) return "nothing";
-    if (!met.element) return "something";
-    return std::string(roleName(met.element->role)) + ' ' + std::to_string(met.element->index);
 }
 
 AccessibleElement Stage::element(Role role, int index) const {
@@ -70,6 +63,12 @@ AccessibleElement Stage::element(Role role, int index) const {
     }
     ADD_FAILURE() << "no element " << roleName(role) << " " << index;
     return {};
+}
+
+std::string Stage::met(Point point) const {
+    auto met = view_->hitTest(point);
+    if (!met.action) return "nothing";
+    return met.element ? roleName(met.element->role) + ' ' + std::to_string(met.element->index) : "something";
 }
 
 std::string Stage::marks() const {

@@ -1,4 +1,5 @@
-#include "DeclarativeUI/Layout/Element.h"
+#include "DeclarativeUI/Elements/ScrollView.h"
+
 #include "DeclarativeUI/Layout/LayoutPass.h"
 #include "DeclarativeUI/Layout/Placement.h"
 
@@ -31,34 +32,11 @@ private:
     View content_;
 };
 
-class GeometryReaderElement final : public Element {
-public:
-    explicit GeometryReaderElement(std::function<View(const GeometryProxy&)> content) : content_(std::move(content)) {}
-
-    Size measure(const Proposal& proposal, const Environment&, LayoutPass&) const override {
-        return {proposal.width.value_or(0), proposal.height.value_or(0)};
-    }
-
-    void place(const Rect& frame, const Proposal&, const Environment& environment, LayoutPass& pass) const override {
-        GeometryProxy proxy{frame.size, pass.traits().safeArea};
-        const View& content = pass.geometryContent(*this, frame.size, [&] { return content_(proxy); });
-        placeAligned(content, frame, Proposal::of(frame.size), {HorizontalAlignment::leading, VerticalAlignment::top},
-                     environment, pass);
-    }
-
-private:
-    std::function<View(const GeometryProxy&)> content_;
-};
-
 }  // namespace
 
 View ScrollView(View content) {
     if (content.isEmpty()) return {};
     return View(std::make_shared<const ScrollElement>(std::move(content)));
-}
-
-View GeometryReader(std::function<View(const GeometryProxy&)> content) {
-    return View(std::make_shared<const GeometryReaderElement>(std::move(content)));
 }
 
 }  // namespace vantix
