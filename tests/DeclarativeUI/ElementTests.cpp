@@ -42,49 +42,6 @@ TEST(Elements, AreListedInPaintingOrderAndCountedByRole) {
     for (const auto& row : table) EXPECT_EQ(listing(staged(row.tree)), row.listing);
 }
 
-TEST(Elements, ShowWhatIsPaintedForThem) {
-    Font bold = Font::system(20, FontWeight::bold);
-    Stage stage = staged(VStack({Text("a")
-                                     .foregroundColor(red)
-                                     .font(bold)
-                                     .frame({.width = 80})
-                                     .background(blue)
-                                     .element(Role::title)
-                                     .padding()
-                                     .background(red)})
-                             .background(blue)
-                             .cornerRadius(5)
-                             .element(Role::card));
-    AccessibleElement title = stage.element(Role::title);
-    EXPECT_EQ(describe(title.frame), "10,38 80x24");
-    EXPECT_EQ(title.textColor, red);
-    EXPECT_EQ(title.background, blue);
-    EXPECT_EQ(title.font, bold);
-    EXPECT_EQ(title.cornerRadius, std::nullopt);
-    EXPECT_FALSE(title.isEnabled);
-
-    AccessibleElement card = stage.element(Role::card);
-    EXPECT_EQ(describe(card.frame), "-6,22 112x56");
-    EXPECT_EQ(card.background, blue);
-    EXPECT_EQ(card.cornerRadius, 5);
-    EXPECT_EQ(card.font, std::nullopt);
-}
-
-TEST(Elements, ControlsTellWhatStandsAroundThem) {
-    Stage stage = staged(VStack({Button(doNothing, words("a")).background(red).cornerRadius(5).padding(),
-                                 Button(doNothing, words("b")).foregroundColor(blue).background(Color::clear())}));
-    AccessibleElement first = stage.element(Role::button, 0);
-    EXPECT_EQ(first.background, red);
-    EXPECT_EQ(first.cornerRadius, 5);
-    EXPECT_EQ(first.textColor, Color::systemBlue());
-    EXPECT_TRUE(first.isEnabled);
-
-    AccessibleElement second = stage.element(Role::button, 1);
-    EXPECT_EQ(second.background, std::nullopt);
-    EXPECT_EQ(second.cornerRadius, std::nullopt);
-    EXPECT_EQ(second.textColor, blue);
-}
-
 TEST(Elements, AreSpokenWithKindAndState) {
     struct {
         View tree;

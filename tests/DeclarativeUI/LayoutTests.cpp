@@ -50,9 +50,6 @@ std::vector<Sweep> sweeps() {
          {{200, "flexible 0,45 152x10 | fixed 160,45 40x10"},
           {60, "flexible 0,45 12x10 | fixed 20,45 40x10"},
           {40, "flexible -4,45 0x10 | fixed 4,45 40x10"}}},
-        {"FlexibleOnesShareAlike",
-         HStack(top, 0, {flexible("a"), flexible("b"), flexible("c")}),
-         {{90, "a 0,45 30x10 | b 30,45 30x10 | c 60,45 30x10"}, {0, "a 0,45 0x10 | b 0,45 0x10 | c 0,45 0x10"}}},
         {"ShorterTextLeavesItsRest",
          HStack(top, {textMark("ab"), textMark("ab cd ef")}),
          {{200, "ab 46,38 20x24 | ab cd ef 74,38 80x24"},
@@ -75,9 +72,6 @@ std::vector<Sweep> sweeps() {
         {"ColumnAlignments",
          VStack(leading, 0, {mark("wide", 60, 10), VStack(trailing, 0, {mark("a", 20, 10), mark("b", 10, 10)})}),
          {{100, "wide 20,35 60x10 | a 20,45 20x10 | b 30,55 10x10"}}},
-        {"ColumnSharesItsHeight",
-         VStack(leading, 0, {mark("a", 10, 30), mark("rest", 10, {}), Spacer(20)}),
-         {{10, "a 0,0 10x30 | rest 0,30 10x50"}}},
         {"TextsWrap",
          VStack(leading, 0, {textMark("ab cd ef"), textMark("abcdefg")}),
          {{80, "ab cd ef 0,26 80x24 | abcdefg 0,50 70x24"},
@@ -96,9 +90,6 @@ std::vector<Sweep> sweeps() {
         {"PaddingNarrowsWhatIsOffered",
          textMark("ab cd").padding(Edge::leading, 10).padding(Edge::vertical, 1).padding(Edge::trailing, 20),
          {{80, "ab cd 10,38 50x24"}, {79, "ab cd 24.5,26 20x48"}}},
-        {"LayersAreAlignedOverOneAnother",
-         ZStack(Alignment::topTrailing(), {mark("below", 60, 40), mark("above", 20, 10)}),
-         {{100, "below 20,30 60x40 | above 60,30 20x10"}}},
         {"DividerIsOnePixelAcrossTheStack",
          VStack({mark("a", 30, 10), Divider().element(Role::mark, "line"), mark("b", 30, 10)}),
          {{50, "a 10,31.5 30x10 | line 0,49.5 50x1 | b 10,58.5 30x10"}}},
@@ -141,39 +132,28 @@ TEST(Layout, IgnoredSafeAreasAreCoveredAndOthersAreNot) {
 }
 
 TEST(Layout, StaysFiniteWhateverTheNumbers) {
-    double extremes[] = {-50, 0, 1e300, infinity, -infinity, std::nan("")};
-    for (double extreme : extremes) {
+    for (double extreme : {-50.0, 0.0, 1e300, infinity, -infinity, std::nan("")}) {
         View tree = VStack(HorizontalAlignment::leading, extreme,
                            {words("abc").padding(extreme).frame({.width = extreme, .minHeight = extreme}),
                             Text("abc").font(Font::system(extreme)), SymbolImage("square").font(Font::system(extreme)),
                             HStack({Spacer(extreme), Divider()}).frame({.maxWidth = extreme, .maxHeight = extreme}),
                             words("inset").padding(EdgeInsets{extreme, -extreme, extreme, extreme}),
                             words("tapped").cornerRadius(extreme).element(Role::mark, "tapped")});
-        SceneTraits windows[] = {window(100, 100),
-                                 window(extreme, extreme),
-                                 {{100, 100}, {extreme, extreme, extreme, extreme}, 1, 1},
-                                 {{100, 100}, {}, extreme, 1},
-                                 {{100, 100}, {}, 1, extreme}};
+        const SceneTraits windows[] = {window(100, 100),
+                                       window(extreme, extreme),
+                                       {{100, 100}, {extreme, extreme, extreme, extreme}, 1, 1},
+                                       {{100, 100}, {}, extreme, 1},
+                                       {{100, 100}, {}, 1, extreme}};
         for (const SceneTraits& traits : windows) {
             Stage stage(traits, ScrollView(tree));
             stage.view().scroll(extreme);
             for (const AccessibleElement& element : stage.view().elements()) {
-                const Rect& frame = element.frame;
-                EXPECT_TRUE(std::isfinite(frame.maxX() + frame.maxY() + frame.minX() + frame.minY()))
-                    << extreme << ": " << describe(frame);
-                EXPECT_TRUE(frame.size.width >= 0 && frame.size.height >= 0) << extreme << ": " << describe(frame);
+                auto [origin, size] = element.frame;
+                EXPECT_TRUE(std::isfinite(origin.x + origin.y + size.width + size.height)) << extreme;
+                EXPECT_TRUE(size.width >= 0 && size.height >= 0) << extreme;
             }
         }
     }
-}
-
-TEST(Layout, MeasuresDeepTreesWithoutMeasuringThemAgainAndAgain) {
-    View tree = words("deep inside");
-    for (int depth = 0; depth < 60; ++depth) {
-        tree = depth % 2 ? HStack({tree, Spacer()}) : VStack({tree.padding(1), Spacer()});
-    }
-    Stage stage(window(400, 400), tree);
-    EXPECT_LT(stage.measurer.count, 500);
 }
 
 TEST(Layout, WorkForNestedStacksGrowsWithTheSquareOfTheirDepth) {

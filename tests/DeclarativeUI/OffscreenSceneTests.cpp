@@ -12,14 +12,14 @@ namespace {
 
 class OffscreenSceneTest : public testing::Test {
 protected:
-    std::shared_ptr<HostedView> content(const char* text) {
-        return std::make_shared<HostedView>([this, text] {
+    std::shared_ptr<HostedView> content() {
+        return std::make_shared<HostedView>([this] {
             ++evaluations;
-            return Text(text + std::to_string(state.get()));
+            return Text(std::to_string(state.get()));
         });
     }
-    std::unique_ptr<Window> show(std::shared_ptr<HostedView> content, WindowLevel level = WindowLevel::normal) {
-        return scene->makeWindow({.frame = {}, .backgroundColor = {}, .level = level, .rootContent = content});
+    std::unique_ptr<Window> show(std::shared_ptr<HostedView> content) {
+        return scene->makeWindow({.frame = {}, .backgroundColor = {}, .level = {}, .rootContent = content});
     }
 
     State<int> state{0};
@@ -32,7 +32,7 @@ protected:
 }  // namespace
 
 TEST_F(OffscreenSceneTest, EvaluatesOnTheNextTurnAndOnceForAllThatChangedMeanwhile) {
-    auto view = content("a");
+    auto view = content();
     auto window = show(view);
     EXPECT_EQ(evaluations, 0);
     dispatcher->runUntilIdle();
@@ -50,7 +50,7 @@ TEST_F(OffscreenSceneTest, LeavesAWindowThatIsGoneAlone) {
     std::string told;
     scene->setOnShown([&](const HostedView&) { told += "shown "; });
     scene->setOnHidden([&](const HostedView&) { told += "hidden "; });
-    auto view = content("a");
+    auto view = content();
     auto early = show(view);
     early->removeFromSuperview();
     early->removeFromSuperview();
@@ -71,14 +71,4 @@ TEST_F(OffscreenSceneTest, LeavesAWindowThatIsGoneAlone) {
     orphan->removeFromSuperview();
     EXPECT_EQ(evaluations, 1);
     EXPECT_EQ(view.use_count(), 1) << "nobody holds content that is gone";
-}
-
-TEST_F(OffscreenSceneTest, ListsWindowsFromTheLowestToTheTopmost) {
-    auto alert = show(content("alert"), WindowLevel::alert);
-    auto first = show(content("first"));
-    auto second = show(content("second"));
-    dispatcher->runUntilIdle();
-    std::string order;
-    for (const auto& window : scene->windows()) order += window.content->elements().at(0).label + " ";
-    EXPECT_EQ(order, "first0 second0 alert0 ");
 }

@@ -4,59 +4,6 @@
 
 using namespace vantix;
 
-namespace {
-
-struct Picture {
-    const char* name;
-    View tree;
-    const char* drawing;
-};
-
-std::vector<Picture> pictures() {
-    View ab = words("ab");
-    View wide = words("ab cdef").frame({.width = 60});
-    View shape = FilledCircle(blue).frame({.width = 20, .height = 10});
-    return {
-        {"BackgroundOutsidePadding", ab.padding(5).background(red), "fill 35,33 30x34 #ff0000 | text 40,58 'ab'"},
-        {"BackgroundsLieOverOneAnother", ab.background(red).padding(2).background(blue),
-         "fill 38,36 24x28 #0000ff | fill 40,38 20x24 #ff0000 | text 40,58 'ab'"},
-        {"NoBackground", ab.background({}).background(Color::clear()), "text 40,58 'ab'"},
-        {"BackgroundRunsUnderIgnoredSafeArea",
-         ab.frame({.maxWidth = infinity, .maxHeight = infinity}).background(red).ignoresSafeArea(Edge::all),
-         "fill 0,0 100x100 #ff0000 | text 40,58 'ab'"},
-        {"RoundedBackground", ab.background(red).cornerRadius(5),
-         "clip 40,38 20x24 r5 | fill 40,38 20x24 #ff0000 r5 | text 40,58 'ab' | unclip"},
-        {"SquareBackgroundAroundRoundedContent", ab.cornerRadius(5).padding(1).background(red),
-         "fill 39,37 22x26 #ff0000 | clip 40,38 20x24 r5 | text 40,58 'ab' | unclip"},
-        {"LinesAtTheLeadingEdge", wide, "text 30,46 'ab' | text 30,70 'cdef'"},
-        {"LinesCentred", wide.multilineTextAlignment(TextAlignment::center), "text 40,46 'ab' | text 30,70 'cdef'"},
-        {"LinesAtTheTrailingEdge", wide.multilineTextAlignment(TextAlignment::trailing),
-         "text 50,46 'ab' | text 30,70 'cdef'"},
-        {"LinesFromTheRight", words("ab שלום").layoutDirection(LayoutDirection::rightToLeft).frame({.width = 60}),
-         "text 50,46 'ab' | text 30,70 'שלום'"},
-        {"TextOfItsOwnDirection", words("שלום"), "text 30,58 'שלום' rtl"},
-        {"LineBreaksStay", words("a\n\nb"), "text 45,34 'a' | text 45,82 'b'"},
-        {"ButtonsLinesCentred", Button([] {}, wide), "text 40,46 'ab' | text 30,70 'cdef'"},
-        {"OverlayAbove", ab.overlay(Alignment::topTrailing(), shape), "text 40,58 'ab' | disc 45,38 10x10 #0000ff"},
-        {"Shapes",
-         HStack(VerticalAlignment::top, 0,
-                {StrokedCircle(red, 2).frame({.width = 10, .height = 10}),
-                 ColorRectangle(blue).frame({.width = 10, .height = 10})}),
-         "ring 40,45 10x10 #ff0000 w2 | fill 50,45 10x10 #0000ff"},
-        {"SymbolFollowsFontAndTint", SymbolImage("star.fill").font(Font::system(16)).foregroundColor(red),
-         "image 40,40 20x20 #ff0000"},
-        {"ScrolledContentIsClipped", ScrollView(ab), "clip 0,0 100x100 | text 40,20 'ab' | unclip"},
-    };
-}
-
-}  // namespace
-
-TEST(Painting, MatchesItsTable) {
-    for (const auto& [name, tree, drawing] : pictures()) {
-        EXPECT_EQ(Stage(window(100, 100), tree).drawing(), drawing) << name;
-    }
-}
-
 TEST(Painting, ScalesFontsAndDrawsNoneBelowOnePoint) {
     auto drawnSize = [](double fontSize, double textScale) {
         Stage stage({{1000, 100}, {}, 1, textScale}, Text("a").font(Font::system(fontSize)));

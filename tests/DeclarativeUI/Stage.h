@@ -63,8 +63,6 @@ public:
     std::string met(Point point) const;
     /// The marks of the layout: "a 0,0 50x20 | b 58,0 42x20".
     std::string marks() const;
-    /// What is drawn: "fill 0,0 50x20 #ff0000 r5 | text 0,16 'ab'".
-    std::string drawing() const;
 
     CountingMeasurer measurer;
     /// For display, since the last evaluation.
@@ -79,7 +77,5 @@ View mark(const std::string& name, std::optional<double> width, std::optional<do
 
 /// A text of which each character is as wide as high lines are: 10 by 24 points.
 View words(const std::string& text);
-
-std::string describe(const Rect& frame);
 
 }  // namespace vantix

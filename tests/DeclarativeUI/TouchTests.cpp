@@ -21,17 +21,10 @@ std::vector<Touches> touches() {
     View button = Button(doNothing, box);
     View tappedBox = box.element(Role::image).onTapGesture(doNothing);
     return {
-        {"ButtonAndNothingBeside", button, {{{50, 50}, "button 0"}, {{39, 50}, "nothing"}, {{60, 50}, "nothing"}}},
-        {"LabelsPaddingIsTheButtons", Button(doNothing, box.padding(10)), {{{32, 50}, "button 0"}}},
         {"PaddingAroundTheButtonIsNot", button.padding(10), {{{32, 50}, "nothing"}, {{50, 50}, "button 0"}}},
         {"FrameAndBackgroundAroundTheButtonAre",
          button.frame({.maxWidth = infinity}).background(Color::black()).cornerRadius(5).padding(Edge::vertical, 10),
          {{{1, 50}, "button 0"}, {{99, 50}, "button 0"}, {{50, 39}, "nothing"}}},
-        {"CloseControlsTarget",
-         PlainButton(doNothing, box)
-             .frame({.width = 44, .height = 44, .alignment = Alignment::topTrailing()})
-             .element(Role::close, "Close"),
-         {{{28, 71}, "close 0"}, {{27, 50}, "nothing"}}},
         {"InnermostWins",
          VStack({button, box})
              .frame({.maxWidth = infinity, .maxHeight = infinity})
@@ -45,20 +38,10 @@ std::vector<Touches> touches() {
         {"OverlayLiesAbove",
          button.overlay(Alignment::topTrailing(), tappedBox.frame({.width = 10, .height = 10})),
          {{{41, 59}, "button 0"}, {{56, 42}, "image 0"}}},
-        {"TapGestureLeavesOutItsPadding",
-         box.padding(10).padding(5).element(Role::row).onTapGesture(doNothing).padding(5),
-         {{{41, 50}, "row 0"}, {{39, 50}, "nothing"}}},
         {"TapGestureOutsideThePaddingMeetsTheElementInside",
          box.element(Role::card).padding(10).onTapGesture(doNothing),
          {{{50, 50}, "card 0"}, {{32, 50}, "nothing"}}},
-        {"TapGestureInsideItsElement",
-         box.padding(10).onTapGesture(doNothing).element(Role::image),
-         {{{50, 50}, "image 0"}, {{32, 50}, "nothing"}}},
         {"TapGestureWithoutElement", ColorRectangle(Color::black()).onTapGesture(doNothing), {{{1, 1}, "something"}}},
-        {"OptionIsItsOwnElement",
-         PlainButton(doNothing, box).selected(false).element(Role::option).padding(10),
-         {{{50, 50}, "option 0"}}},
-        {"SameViewTwice", VStack({button, button}), {{{50, 30}, "button 0"}, {{50, 70}, "button 1"}}},
         {"SameTappedViewTwice", VStack({tappedBox, tappedBox}), {{{50, 30}, "image 0"}, {{50, 70}, "image 1"}}},
         {"NothingOutsideTheViewport",
          VStack({mark("", 100, 20), ScrollView(VStack({mark("", 20, 60), button}))}),
@@ -74,16 +57,6 @@ TEST(Touch, MatchesItsTable) {
         for (const auto& [point, met] : taps)
             EXPECT_EQ(stage.met(point), met) << name << " " << point.x << "," << point.y;
     }
-}
-
-TEST(Touch, ReachesOnlyWhatIsScrolledIntoView) {
-    auto row = [] { return Button(doNothing, mark("", 100, 60)); };
-    View list = ScrollView(VStack(HorizontalAlignment::center, 0, {row(), row(), row()}));
-    Stage stage(window(100, 100), VStack(HorizontalAlignment::center, 0, {mark("bar", 100, 20), list}));
-    EXPECT_EQ(stage.met({50, 30}), "button 0");
-    stage.view().scroll(60);
-    EXPECT_EQ(stage.met({50, 30}), "button 1");
-    EXPECT_EQ(stage.met({50, 10}), "nothing");
 }
 
 TEST(Touch, OnAButtonIsItsOwnWhateverGestureIsAroundIt) {

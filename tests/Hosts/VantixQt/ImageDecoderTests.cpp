@@ -59,16 +59,12 @@ std::string pngHeader(PixelSize size) {
     return bytes;
 }
 
-/// One of "red", "green", "blue", as far as a lossy format allows to tell.
-std::string colorName(const Image& image, int x, int y) {
-    std::uint32_t pixel = image.bitmap->pixels.at(static_cast<std::size_t>(y * image.bitmap->width + x));
-    auto near = [pixel](std::uint32_t other) {
-        for (int shift : {0, 8, 16, 24}) {
-            if (std::abs(int(pixel >> shift & 0xFF) - int(other >> shift & 0xFF)) > 40) return false;
-        }
-        return true;
-    };
-    return near(0xFFFF0000) ? "red" : near(0xFF00FF00) ? "green" : near(0xFF0000FF) ? "blue" : "other";
+/// Whether the pixel has the colour, as far as a lossy format allows to tell.
+bool hasColor(const Image& image, int x, int y, QColor color) {
+    QColor pixel(image.bitmap->pixels.at(static_cast<std::size_t>(y * image.bitmap->width + x)));
+    return std::abs(pixel.red() - color.red()) + std::abs(pixel.green() - color.green()) +
+               std::abs(pixel.blue() - color.blue()) <
+           90;
 }
 
 struct Fake {
@@ -144,9 +140,9 @@ TEST(QtImageDecoder, DecodesEachFormatAtEverySize) {
             Result<Image> image = decoder.decode(encoded(sample(64, 32), format), {64 / divisor, 1000});
             ASSERT_TRUE(image) << format << ": " << image.error().localizedDescription;
             EXPECT_EQ(image.value().bitmap->width, 64 / divisor) << format;
-            EXPECT_EQ(colorName(image.value(), 4 / divisor, 4 / divisor), "green") << format;
-            EXPECT_EQ(colorName(image.value(), 4 / divisor, 28 / divisor), "red") << format;
-            EXPECT_EQ(colorName(image.value(), 60 / divisor, 4 / divisor), "blue") << format;
+            EXPECT_TRUE(hasColor(image.value(), 4 / divisor, 4 / divisor, Qt::green)) << format;
+            EXPECT_TRUE(hasColor(image.value(), 4 / divisor, 28 / divisor, Qt::red)) << format;
+            EXPECT_TRUE(hasColor(image.value(), 60 / divisor, 4 / divisor, Qt::blue)) << format;
         }
     }
     Result<Image> image = decoder.decode(gif, {10, 10});
@@ -154,76 +150,48 @@ TEST(QtImageDecoder, DecodesEachFormatAtEverySize) {
     EXPECT_EQ(image.value().bitmap->pixels, (std::vector<std::uint32_t>{0xFFFF0000, 0xFF0000FF}));
 }
 
-TEST(QtImageDecoder, AcceptsFillBytesBeforeAMarker) {
-    std::string bytes = encoded(sample(8, 8), "jpeg");
-    EXPECT_TRUE(QtImageDecoder().decode(bytes.insert(2, "\xFF\xFF"), {8, 8}));
-}
-
-TEST(QtImageDecoder, PremultipliesAlpha) {
+TEST(QtImageDecoder, AcceptsFillBytesBeforeAMarkerAndPremultipliesAlpha) {
+    std::string jpeg = encoded(sample(8, 8), "jpeg");
+    EXPECT_TRUE(QtImageDecoder().decode(jpeg.insert(2, "\xFF\xFF"), {8, 8}));
     QImage image(1, 1, QImage::Format_ARGB32);
     image.fill(QColor(255, 0, 0, 128));
-    Result<Image> decoded = QtImageDecoder().decode(encoded(image, "png"), {1, 1});
-    ASSERT_TRUE(decoded);
-    EXPECT_EQ(decoded.value().bitmap->pixels, (std::vector<std::uint32_t>{0x80800000}));
+    EXPECT_EQ(QtImageDecoder().decode(encoded(image, "png"), {1, 1}).value().bitmap->pixels.at(0), 0x80800000U);
 }
 
 TEST(QtImageDecoder, TurnsPicturesUpright) {
-    struct Case {
+    const struct {
         char orientation;
         PixelSize upright;
         int greenX, greenY;
-    };
-    const Case cases[] = {{1, {64, 32}, 2, 2},  {3, {64, 32}, 61, 29}, {6, {32, 64}, 29, 2},
-                          {8, {32, 64}, 2, 61}, {5, {32, 64}, 2, 2},   {2, {64, 32}, 61, 2}};
-    std::string jpeg = encoded(sample(64, 32), "jpeg");
+    } cases[] = {{1, {64, 32}, 2, 2},  {3, {64, 32}, 61, 29}, {6, {32, 64}, 29, 2},
+                 {8, {32, 64}, 2, 61}, {5, {32, 64}, 2, 2},   {2, {64, 32}, 61, 2}};
     for (const auto& [orientation, upright, greenX, greenY] : cases) {
-        std::string bytes = withOrientation(jpeg, orientation);
+        std::string bytes = withOrientation(encoded(sample(64, 32), "jpeg"), orientation);
         EXPECT_EQ(QtImageDecoder().probe(bytes).value(), upright) << int(orientation);
-        Result<Image> image = QtImageDecoder().decode(bytes, {64, 64});
-        ASSERT_TRUE(image);
-        EXPECT_EQ(image.value().naturalSize, (Size{double(upright.width), double(upright.height)}));
-        EXPECT_EQ(colorName(image.value(), greenX, greenY), "green") << int(orientation);
-
-        Result<Image> half = QtImageDecoder().decode(bytes, {upright.width / 2, upright.height});
-        ASSERT_TRUE(half);
-        EXPECT_EQ(half.value().bitmap->width, upright.width / 2) << int(orientation);
-        EXPECT_EQ(half.value().bitmap->height, upright.height / 2) << int(orientation);
+        Image image = QtImageDecoder().decode(bytes, {64, 64}).value();
+        EXPECT_EQ(image.naturalSize, (Size{double(upright.width), double(upright.height)}));
+        EXPECT_TRUE(hasColor(image, greenX, greenY, Qt::green)) << int(orientation);
+        EXPECT_EQ(QtImageDecoder().decode(bytes, {upright.width / 2, 64}).value().bitmap->height, upright.height / 2);
     }
 }
 
-TEST(QtImageDecoder, RefusesWhatIsNoPictureOfAKnownFormat) {
-    const std::pair<const char*, std::string> cases[] = {
-        {"SVG", "<svg xmlns='http://www.w3.org/2000/svg' width='8' height='8'/>"},
-        {"BMP", encoded(sample(8, 8), "bmp")},
-        {"PPM", encoded(sample(8, 8), "ppm")},
-        {"a bare signature", "\x89PNG\r\n\x1A\n"},
-        {"a bare WebP signature", "RIFF\x10\0\0\0WEBP"s},
-    };
-    for (const auto& [name, bytes] : cases) {
-        EXPECT_FALSE(QtImageDecoder().probe(bytes)) << name;
-        EXPECT_FALSE(QtImageDecoder().decode(bytes, {8, 8})) << name;
+TEST(QtImageDecoder, RefusesOtherFormatsAndBareSignatures) {
+    for (const std::string& bytes :
+         {"<svg xmlns='http://www.w3.org/2000/svg' width='8' height='8'/>"s, encoded(sample(8, 8), "bmp"),
+          encoded(sample(8, 8), "ppm"), "\x89PNG\r\n\x1A\n"s, "RIFF\x10\0\0\0WEBP"s}) {
+        EXPECT_FALSE(QtImageDecoder().probe(bytes)) << bytes;
+        EXPECT_FALSE(QtImageDecoder().decode(bytes, {8, 8})) << bytes;
     }
 }
 
-TEST(QtImageDecoder, RefusesTruncatedPictures) {
-    for (const char* format : {"png", "jpeg", "webp"}) {
-        std::string bytes = encoded(sample(64, 64), format);
+TEST(QtImageDecoder, RefusesDamagedPicturesSilently) {
+    testing::internal::CaptureStderr();
+    for (const char* format : {"png", "jpeg", "webp", "gif"}) {
+        const std::string bytes = format == std::string("gif") ? gif : encoded(sample(64, 64), format);
         for (std::size_t length = 0; length + 12 < bytes.size(); length += 7) {
             EXPECT_FALSE(QtImageDecoder().decode(bytes.substr(0, length), {64, 64})) << format << " " << length;
-        }
-    }
-    for (std::size_t length = 0; length + 1 < gif.size(); ++length) {
-        EXPECT_FALSE(QtImageDecoder().decode(gif.substr(0, length), {64, 64})) << "gif " << length;
-    }
-}
-
-TEST(QtImageDecoder, WritesNothingToStandardErrorAboutDamagedPictures) {
-    testing::internal::CaptureStderr();
-    for (const char* format : {"png", "jpeg", "webp"}) {
-        std::string bytes = encoded(sample(64, 64), format);
-        for (std::size_t position = 12; position < bytes.size(); position += 5) {
             std::string damaged = bytes;
-            damaged[position] = static_cast<char>(~damaged[position]);
+            damaged[length + 12] = static_cast<char>(~damaged[length + 12]);
             QtImageDecoder().decode(damaged, {64, 64});
         }
     }
