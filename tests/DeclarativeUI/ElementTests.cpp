@@ -34,7 +34,7 @@ TEST(Elements, AreListedInPaintingOrderAndCountedByRole) {
          "card 0 '' | text 0 'a' | button 0 'b' | text 1 'c'"},
         {PlainButton(doNothing, HStack({SymbolImage("square").element(Role::mark), words("a")})).element(Role::option),
          "option 0 'a' | mark 0 ''"},
-        {PlainButton(doNothing, words("x")).element(Role::close, "Close"), "close 0 'Close'"},
+        {Button(doNothing, words("x")).element(Role::close, "Close"), "close 0 'Close'"},
         {SymbolImage("star.fill").element(Role::star, "1"), "star 0 '1'"},
         {HStack({Divider(), Spacer(), FilledCircle(red)}), ""},
         {words("a").element(Role::title, "named"), "title 0 'named'"},

@@ -41,11 +41,15 @@ std::vector<Touches> touches() {
         {"TapGestureOutsideThePaddingMeetsTheElementInside",
          box.element(Role::card).padding(10).onTapGesture(doNothing),
          {{{50, 50}, "card 0"}, {{32, 50}, "nothing"}}},
-        {"TapGestureWithoutElement", ColorRectangle(Color::black()).onTapGesture(doNothing), {{{1, 1}, "something"}}},
+        {"TapGestureWithoutElement", box.onTapGesture(doNothing), {{{50, 50}, "something"}}},
+        {"TapGestureInsideAnElement",
+         VStack({box.onTapGesture(doNothing)}).element(Role::card),
+         {{{50, 50}, "something"}}},
         {"SameTappedViewTwice", VStack({tappedBox, tappedBox}), {{{50, 30}, "image 0"}, {{50, 70}, "image 1"}}},
         {"NothingOutsideTheViewport",
-         VStack({mark("", 100, 20), ScrollView(VStack({mark("", 20, 60), button}))}),
-         {{{50, 97}, "button 0"}, {{50, 10}, "nothing"}}},
+         VStack(
+             {mark("", 100, 20), ScrollView(HStack({button, tappedBox}).padding(Edge::top, 62)).frame({.height = 70})}),
+         {{{36, 95}, "button 0"}, {{64, 95}, "image 0"}, {{36, 99.5}, "nothing"}, {{64, 99.5}, "nothing"}}},
     };
 }
 
