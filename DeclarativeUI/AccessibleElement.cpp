@@ -1,13 +1,7 @@
 #include "DeclarativeUI/AccessibleElement.h"
 
-#include <array>
-
 namespace vantix {
 
-const char* roleName(Role role) {
-    static constexpr std::array names = {"card",  "title", "message", "text", "image",   "button",
-                                         "close", "star",  "option",  "row",  "divider", "mark"};
-    return names[static_cast<std::size_t>(role)];
-}
+std::string roleName(Role role) { return std::string(roleWords.word(role)); }
 
 }  // namespace vantix

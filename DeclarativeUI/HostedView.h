@@ -6,6 +6,7 @@
 #include "Platform/Ports/Application.h"
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -13,7 +14,9 @@
 
 namespace vantix {
 
+class LayoutMemory;
 class TextMeasurer;
+struct SettledLayout;
 
 /// A tree of views on its way to the screen: evaluates the root's body once per invalidation, lays it out, and answers
 /// taps and scrolling from the same evaluated tree. View state and image loaders live here, so that they last as long
@@ -45,7 +48,7 @@ public:
     /// has not.
     void setNeedsLayout();
 
-    bool hasBeenEvaluated() const;
+    bool hasBeenEvaluated() const { return hasBeenEvaluated_; }
     const DisplayList& displayList() const;
     const std::vector<AccessibleElement>& elements() const;
 
@@ -61,10 +64,15 @@ public:
     };
     /// Finds what a tap at this point meets; changes nothing.
     TapResult hitTest(Point point) const;
-    /// Finds what a tap on this element, known by its role and index, meets: scrolls it into view and aims at its
-    /// middle, or, for a card or row, at a point of it that no control covers.
-    TapResult hitTest(const AccessibleElement& element);
 
+    /// Where content scrolls: the whole window, without a range, when nothing does.
+    struct ScrollArea {
+        Rect viewport;
+        /// How far the content is scrolled, and how far it can be.
+        double offset = 0;
+        double range = 0;
+    };
+    ScrollArea scrollArea() const;
     /// Moves the scrolled content; positive values show what lies further down. Bounded by the content.
     void scroll(double points);
 
@@ -77,16 +85,25 @@ public:
 private:
     void askForDisplay();
     void layOut();
-    /// Where the element stands now; null when it is gone.
-    const AccessibleElement* find(const AccessibleElement& element) const;
-    void scrollIntoView(const Rect& frame);
-    /// Whether there was anything left to scroll.
-    bool scrollByPage();
-    /// A tap on what is in view of the element, at a point that no control covers.
-    TapResult hitBesideControls(const AccessibleElement& element) const;
+    void tellSizes();
 
-    struct Implementation;
-    std::unique_ptr<Implementation> implementation_;
+    std::function<View()> body_;
+    std::function<void()> onNeedsDisplay_;
+    SceneTraits traits_;
+    const TextMeasurer* measurer_ = nullptr;
+
+    View tree_;
+    std::unique_ptr<LayoutMemory> memory_;
+    std::unique_ptr<SettledLayout> settled_;
+    double scrollOffset_ = 0;
+
+    bool treeIsOutOfDate_ = true;
+    bool layoutIsOutOfDate_ = true;
+    bool hasAsked_ = false;
+    bool hasBeenEvaluated_ = false;
+
+    std::map<std::string, std::shared_ptr<void>> objects_;
+    std::map<std::string, Size> toldSizes_;
 };
 
 /// Hosts one root view and keeps it, so that state in its fields lives as long as the window.

@@ -4,16 +4,12 @@
 #include "Platform/Values/Color.h"
 #include "Platform/Values/Font.h"
 #include "Platform/Values/Geometry.h"
-#include "Platform/Values/Image.h"
 
 #include <functional>
-#include <initializer_list>
 #include <limits>
 #include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
-#include <vector>
 
 namespace vantix {
 
@@ -21,8 +17,6 @@ class Element;
 
 /// The standard distance between a view and what surrounds it, in points.
 inline constexpr double standardPadding = 16;
-/// The standard gap between siblings of a stack, in points.
-inline constexpr double standardSpacing = 8;
 
 inline constexpr double infinity = std::numeric_limits<double>::infinity();
 
@@ -36,6 +30,8 @@ struct Alignment {
     static constexpr Alignment center() { return {}; }
     static constexpr Alignment top() { return {HorizontalAlignment::center, VerticalAlignment::top}; }
     static constexpr Alignment leading() { return {HorizontalAlignment::leading, VerticalAlignment::center}; }
+    static constexpr Alignment bottom() { return {HorizontalAlignment::center, VerticalAlignment::bottom}; }
+    static constexpr Alignment topLeading() { return {HorizontalAlignment::leading, VerticalAlignment::top}; }
     static constexpr Alignment topTrailing() { return {HorizontalAlignment::trailing, VerticalAlignment::top}; }
 };
 
@@ -103,8 +99,7 @@ public:
     /// Makes the view an element that tools list and assistive technology speaks; see AccessibleElement. Frame,
     /// background, corner radius, font and text colour are taken from what the view paints at this point of the chain;
     /// without a label, the texts inside are the label.
-    View element(Role role) const;
-    View element(Role role, std::string label) const;
+    View element(Role role, std::string label = {}) const;
     /// The state of a view that can be selected, for the element that it is.
     View selected(bool isSelected) const;
     /// Replaces what assistive technology says for the element.
@@ -115,72 +110,5 @@ public:
 private:
     std::shared_ptr<const Element> element_;
 };
-
-/// A text in any script; wraps over as many lines as it needs, up to 16 KiB of text; an ellipsis stands for the rest.
-/// Default colour black, default font the 16-point system font.
-View Text(std::string text);
-
-/// A picture at its natural size.
-View ImageView(Image image);
-/// A picture that fills the frame it is given.
-View ResizableImage(Image image);
-/// A system symbol ("star.fill", "square", "checkmark.square.fill"), tinted with the foreground colour. Its size
-/// follows the font. An unknown name is an empty view.
-View SymbolImage(std::string_view systemName);
-/// The drawing of a system symbol; a null image for an unknown name.
-Image systemSymbol(std::string_view systemName);
-
-/// A picture that arrives later. Asked during layout and painting on the main thread.
-class ImageSource {
-public:
-    virtual ~ImageSource() = default;
-    /// The picture to draw now: the real one or a placeholder; null while there is neither.
-    virtual Image currentImage() const = 0;
-    /// Told after each layout how many pixels the picture covers, so that it can be decoded at that size.
-    virtual void needed(int pixelWidth, int pixelHeight) = 0;
-};
-
-/// A picture from a source, as wide as is offered and, where the height is open, as high as its aspect ratio asks
-/// (`aspectRatio`, width by height, replaces the picture's own). Scaled to fit its frame, with rounded corners. A
-/// source without a picture draws nothing.
-View SourcedImage(std::shared_ptr<ImageSource> source, std::optional<double> aspectRatio = {}, double cornerRadius = 0);
-
-View Spacer(double minLength = 0);
-/// A line one device pixel thick across the stack, drawn lightly over its background.
-View Divider();
-View ColorRectangle(Color color);
-View FilledCircle(Color color);
-View StrokedCircle(Color color, double lineWidth = 1);
-
-View VStack(std::vector<View> children);
-View VStack(HorizontalAlignment alignment, std::vector<View> children);
-View VStack(HorizontalAlignment alignment, double spacing, std::vector<View> children);
-View HStack(std::vector<View> children);
-View HStack(VerticalAlignment alignment, std::vector<View> children);
-View HStack(VerticalAlignment alignment, double spacing, std::vector<View> children);
-View ZStack(Alignment alignment, std::vector<View> children);
-
-/// Scrolls its content vertically, without indicators; content that fits does not scroll.
-View ScrollView(View content);
-
-/// What a geometry reader knows when it builds its content.
-struct GeometryProxy {
-    /// What is offered: of a root, the safe area.
-    Size size;
-    /// How far the window reaches beyond the safe area.
-    EdgeInsets safeArea;
-
-    Size windowSize() const {
-        return {size.width + safeArea.left + safeArea.right, size.height + safeArea.top + safeArea.bottom};
-    }
-};
-/// Takes all that is offered and builds its content once it knows how much that is; once per evaluation.
-View GeometryReader(std::function<View(const GeometryProxy&)> content);
-
-/// A control that acts on a tap, with the given label in the accent colour unless another is set; an element of role
-/// "button". What is put around it without padding (a frame, a background) belongs to it.
-View Button(std::function<void()> action, View label);
-/// The same without role and colour, for controls that name their own.
-View PlainButton(std::function<void()> action, View label);
 
 }  // namespace vantix

@@ -1,66 +1,46 @@
 #include "DeclarativeUI/Elements/Button.h"
 
+#include "DeclarativeUI/Elements/Inherited.h"
 #include "DeclarativeUI/Layout/LayoutPass.h"
+#include "DeclarativeUI/Layout/WrapperElement.h"
 
 namespace vantix {
 
 namespace {
 
-/// Sets the foreground colour where no ancestor did.
-class DefaultTintElement final : public WrapperElement {
+/// A control. Its touch area, and the element that it is, reach to the outermost layer around it that is no padding.
+class ButtonElement final : public WrapperElement {
 public:
-    DefaultTintElement(const View& content, Color tint) : WrapperElement(content), tint_(tint) {}
-
-    Size measure(const Proposal& proposal, const Environment& environment, LayoutPass& pass) const override {
-        return pass.measure(content(), proposal, tinted(environment, pass));
-    }
-    void place(const Rect& frame, const Proposal& proposal, const Environment& environment,
-               LayoutPass& pass) const override {
-        pass.place(content(), frame, proposal, tinted(environment, pass));
-    }
-
-private:
-    const Environment& tinted(const Environment& environment, LayoutPass& pass) const {
-        return pass.derive(*this, environment, [this](Environment& inner) {
-            if (!inner.foregroundColor) inner.foregroundColor = tint_;
-        });
-    }
-
-    Color tint_;
-};
-
-class TapElement final : public WrapperElement {
-public:
-    TapElement(const View& content, std::function<void()> action)
-        : WrapperElement(content), action_(std::move(action)) {}
+    ButtonElement(View label, std::function<void()> action, std::optional<Role> role)
+        : WrapperElement(std::move(label)), control_{std::move(action), role} {}
 
     void place(const Rect& frame, const Proposal& proposal, const Environment& environment,
                LayoutPass& pass) const override {
-        pass.addGesture(touchArea(frame, environment), action_, *this);
+        pass.elements().addControl(*this);
         WrapperElement::place(frame, proposal, environment, pass);
     }
+    const Control* control() const override { return &control_; }
+    const Element* touchedElement() const override { return nullptr; }
+    const Element* wrapped() const override { return nullptr; }
+    Rect touchArea(const Rect& frame, const Environment&) const override { return frame; }
 
 private:
-    std::function<void()> action_;
+    Control control_;
 };
+
+void setButtonStyle(Environment& label) {
+    if (!label.foregroundColor) label.foregroundColor = Color::systemBlue();
+    label.textAlignment = TextAlignment::center;
+}
 
 }  // namespace
 
-void ButtonElement::place(const Rect& frame, const Proposal& proposal, const Environment& environment,
-                          LayoutPass& pass) const {
-    pass.addControl(*this);
-    WrapperElement::place(frame, proposal, environment, pass);
-}
-
 View Button(std::function<void()> action, View label) {
-    return modified<ButtonElement>(modified<DefaultTintElement>(label, Color::systemBlue()), std::move(action),
-                                   std::optional(Role::button));
+    return modified<ButtonElement>(inherited(label, setButtonStyle), std::move(action), std::optional(Role::button));
 }
 
 View PlainButton(std::function<void()> action, View label) {
     return modified<ButtonElement>(label, std::move(action), std::nullopt);
 }
-
-View View::onTapGesture(std::function<void()> action) const { return modified<TapElement>(*this, std::move(action)); }
 
 }  // namespace vantix

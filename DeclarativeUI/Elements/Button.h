@@ -1,33 +1,15 @@
 #pragma once
 
-#include "DeclarativeUI/Layout/Element.h"
+#include "DeclarativeUI/View.h"
 
 #include <functional>
-#include <optional>
 
 namespace vantix {
 
-/// A control. Its touch area, and the element that it is, reach to the outermost layer around it that is no padding;
-/// see LayoutPass::place.
-class ButtonElement final : public WrapperElement {
-public:
-    ButtonElement(View label, std::function<void()> action, std::optional<Role> role)
-        : WrapperElement(std::move(label)), action_(std::move(action)), role_(role) {}
-
-    void place(const Rect& frame, const Proposal& proposal, const Environment& environment,
-               LayoutPass& pass) const override;
-    const ButtonElement* asButton() const override { return this; }
-    const SemanticElement* touchedElement() const override { return nullptr; }
-    const Element* wrapped() const override { return nullptr; }
-    Rect touchArea(const Rect& frame, const Environment&) const override { return frame; }
-
-    const std::function<void()>& action() const { return action_; }
-    /// Absent for controls that name their own.
-    std::optional<Role> role() const { return role_; }
-
-private:
-    std::function<void()> action_;
-    std::optional<Role> role_;
-};
+/// A control that acts on a tap, with the given label in the accent colour unless another is set, its lines centred; an
+/// element of role "button". What is put around it without padding (a frame, a background) belongs to it.
+View Button(std::function<void()> action, View label);
+/// The same without role, colour and centring, for controls that name their own.
+View PlainButton(std::function<void()> action, View label);
 
 }  // namespace vantix

@@ -1,11 +1,30 @@
 #include "DeclarativeUI/Elements/Semantics.h"
 
-#include "DeclarativeUI/Elements/Button.h"
 #include "DeclarativeUI/Layout/LayoutPass.h"
+#include "DeclarativeUI/Layout/WrapperElement.h"
 
 namespace vantix {
 
 namespace {
+
+/// Makes what it wraps an element that tools list and assistive technology speaks.
+class SemanticElement final : public WrapperElement {
+public:
+    SemanticElement(const View& content, Role role, std::string label)
+        : WrapperElement(content), role_(role), label_(std::move(label)) {}
+
+    void place(const Rect& frame, const Proposal& proposal, const Environment& environment,
+               LayoutPass& pass) const override {
+        pass.elements().begin(*this, role_, label_, frame);
+        WrapperElement::place(frame, proposal, environment, pass);
+        pass.elements().end();
+    }
+    const Element* touchedElement() const override { return this; }
+
+private:
+    Role role_;
+    std::string label_;
+};
 
 class SelectedElement final : public WrapperElement {
 public:
@@ -40,51 +59,14 @@ public:
 
 }  // namespace
 
-bool isContainer(Role role) { return role == Role::card || role == Role::row; }
-
-const ButtonElement* buttonIn(const Element& outermost) {
-    for (const Element* layer = &outermost; layer; layer = layer->wrapped()) {
-        if (auto button = layer->asButton()) return button;
-    }
-    return nullptr;
+View asElement(const View& content, Role role, std::string label) {
+    return modified<SemanticElement>(content, role, std::move(label));
 }
 
-bool isLayerOf(const Element& outermost, const Element& layer) {
-    const Element* at = &outermost;
-    while (at && at != &layer) at = at->wrapped();
-    return at != nullptr;
-}
+View asSelected(const View& content, bool isSelected) { return modified<SelectedElement>(content, isSelected); }
 
-AccessibleElement describedElement(const Element& outermost, Role role, const std::optional<std::string>& label,
-                                   const Rect& frame) {
-    AccessibleElement element;
-    element.role = role;
-    element.label = label.value_or("");
-    element.frame = frame;
-    for (const Element* layer = &outermost; layer; layer = layer->wrapped()) layer->describe(element);
-    return element;
-}
+View spokenAs(const View& content, std::string text) { return modified<SpokenTextElement>(content, std::move(text)); }
 
-SemanticElement::SemanticElement(View content, Role role, std::optional<std::string> label)
-    : WrapperElement(std::move(content)), role_(role), label_(std::move(label)) {}
-
-void SemanticElement::place(const Rect& frame, const Proposal& proposal, const Environment& environment,
-                            LayoutPass& pass) const {
-    pass.beginElement(*this, describedElement(*this, role_, label_, frame));
-    WrapperElement::place(frame, proposal, environment, pass);
-    pass.endElement();
-}
-
-View View::element(Role role) const { return modified<SemanticElement>(*this, role, std::nullopt); }
-
-View View::element(Role role, std::string label) const {
-    return modified<SemanticElement>(*this, role, std::optional(std::move(label)));
-}
-
-View View::selected(bool isSelected) const { return modified<SelectedElement>(*this, isSelected); }
-
-View View::spokenText(std::string text) const { return modified<SpokenTextElement>(*this, std::move(text)); }
-
-View View::passesTouchesOutsideCard() const { return modified<PassThroughElement>(*this); }
+View passingTouchesOutsideCard(const View& content) { return modified<PassThroughElement>(content); }
 
 }  // namespace vantix

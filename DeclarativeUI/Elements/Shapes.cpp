@@ -1,4 +1,5 @@
-#include "DeclarativeUI/Layout/Element.h"
+#include "DeclarativeUI/Elements/Shapes.h"
+
 #include "DeclarativeUI/Layout/LayoutPass.h"
 
 #include <algorithm>
@@ -10,41 +11,9 @@ namespace {
 /// The side of a shape where nothing is offered.
 constexpr double defaultSide = 10;
 
-constexpr Color separator{60 / 255.0, 60 / 255.0, 67 / 255.0, 0.29};
-
 Size allThatIsOffered(const Proposal& proposal) {
     return {proposal.width.value_or(defaultSide), proposal.height.value_or(defaultSide)};
 }
-
-class SpacerElement final : public Element {
-public:
-    explicit SpacerElement(double minLength) : minLength_(bounded(minLength)) {}
-
-    bool takesWhatIsLeft() const override { return true; }
-
-    Size measure(const Proposal& proposal, const Environment& environment, LayoutPass&) const override {
-        auto stretched = [this](const std::optional<double>& offered) {
-            return std::max(minLength_, offered.value_or(minLength_));
-        };
-        if (environment.stackAxis == Axis::horizontal) return {stretched(proposal.width), 0};
-        return {0, stretched(proposal.height)};
-    }
-    void place(const Rect&, const Proposal&, const Environment&, LayoutPass&) const override {}
-
-private:
-    double minLength_;
-};
-
-class DividerElement final : public Element {
-public:
-    Size measure(const Proposal& proposal, const Environment& environment, LayoutPass& pass) const override {
-        if (environment.stackAxis == Axis::horizontal) return {pass.pixel(), proposal.height.value_or(defaultSide)};
-        return {proposal.width.value_or(defaultSide), pass.pixel()};
-    }
-    void place(const Rect& frame, const Proposal&, const Environment& environment, LayoutPass& pass) const override {
-        pass.draw(FillRect{frame, 0, environment.foregroundColor.value_or(separator)});
-    }
-};
 
 class RectangleElement final : public Element {
 public:
@@ -85,10 +54,6 @@ private:
 };
 
 }  // namespace
-
-View Spacer(double minLength) { return View(std::make_shared<const SpacerElement>(minLength)); }
-
-View Divider() { return View(std::make_shared<const DividerElement>()); }
 
 View ColorRectangle(Color color) { return View(std::make_shared<const RectangleElement>(color)); }
 

@@ -1,5 +1,7 @@
-#include "DeclarativeUI/Layout/Element.h"
+#include "DeclarativeUI/Elements/Stacks.h"
+
 #include "DeclarativeUI/Layout/LayoutPass.h"
+#include "DeclarativeUI/Layout/Lengths.h"
 #include "DeclarativeUI/Layout/Placement.h"
 
 #include <algorithm>
@@ -14,8 +16,7 @@ std::vector<View> withoutEmptyOnes(std::vector<View> views) {
     return views;
 }
 
-/// Lays its children out one after the other along its axis. The least flexible child chooses its length first, spacers
-/// last; each is offered an equal share of what is left.
+/// Lays its children out one after the other along its axis.
 class StackElement final : public Element {
 public:
     StackElement(Axis axis, Alignment alignment, double spacing, std::vector<View> children)
@@ -64,7 +65,7 @@ private:
 
     const Environment& inside(const Environment& environment, LayoutPass& pass) const {
         if (environment.stackAxis == axis_) return environment;
-        return pass.derive(*this, environment, [this](Environment& inner) { inner.stackAxis = axis_; });
+        return pass.memory().environment(*this, environment, [this](Environment& inner) { inner.stackAxis = axis_; });
     }
 
     Point placeOf(double offset, const Size& size, const Rect& frame, const Environment& environment) const {

@@ -1,8 +1,8 @@
-#include "DeclarativeUI/Layout/Element.h"
+#include "DeclarativeUI/Elements/Text.h"
+
 #include "DeclarativeUI/Layout/LayoutPass.h"
 
 #include <algorithm>
-#include <string>
 
 namespace vantix {
 
@@ -35,14 +35,14 @@ public:
                LayoutPass& pass) const override {
         Font font = pass.drawnFont(environment.font);
         Color color = environment.foregroundColor.value_or(Color::black());
-        pass.show({.role = Role::text, .label = text_, .frame = frame, .textColor = color, .font = font});
+        pass.elements().show({.role = Role::text, .label = text_, .frame = frame, .textColor = color, .font = font});
 
         const TextLayout& layout = pass.layOut(*this, text_, environment, proposal);
         double top = frame.minY();
         for (const TextLine& line : layout.lines) {
             Rect lineFrame{{frame.minX(), top}, {frame.size.width, layout.lineHeight}};
             top += layout.lineHeight;
-            if (line.text.empty() || !pass.isVisible(lineFrame)) continue;
+            if (line.text.empty() || !pass.clips().isVisible(lineFrame)) continue;
             double left = frame.minX() + offset(frame.size.width - line.width, environment);
             pass.draw(DrawText{{left, lineFrame.minY() + layout.ascent}, line.text, font, color, layout.rightToLeft});
         }

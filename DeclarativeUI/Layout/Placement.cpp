@@ -1,15 +1,6 @@
 #include "DeclarativeUI/Layout/Placement.h"
 
-#include <algorithm>
-
 namespace vantix {
-
-Rect intersection(const Rect& a, const Rect& b) {
-    double left = std::max(a.minX(), b.minX());
-    double top = std::max(a.minY(), b.minY());
-    return {{left, top},
-            {std::max(0.0, std::min(a.maxX(), b.maxX()) - left), std::max(0.0, std::min(a.maxY(), b.maxY()) - top)}};
-}
 
 double leadingOffset(HorizontalAlignment alignment, double room, double length, const Environment& environment) {
     double rest = room - length;

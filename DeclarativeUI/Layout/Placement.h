@@ -1,11 +1,8 @@
 #pragma once
 
-#include "DeclarativeUI/Layout/Element.h"
 #include "DeclarativeUI/Layout/LayoutPass.h"
 
 namespace vantix {
-
-Rect intersection(const Rect& a, const Rect& b);
 
 /// Where `length` begins in a room of that length, for the three alignments.
 double leadingOffset(HorizontalAlignment alignment, double room, double length, const Environment& environment);

@@ -1,5 +1,6 @@
 #include "VantixQt/QtImageDecoder.h"
 
+#include "Platform/Values/WordTable.h"
 #include "VantixQt/EncodedImage.h"
 #include "VantixQt/QtEnvironment.h"
 
@@ -20,19 +21,13 @@ constexpr std::int64_t mostPixels = 40'000'000;
 /// Of a picture with the most pixels, at 16 bits a channel.
 constexpr int mostMegabytes = 320;
 
-const char* name(EncodedImage::Format format) {
-    switch (format) {
-        case EncodedImage::Format::png:
-            return "png";
-        case EncodedImage::Format::jpeg:
-            return "jpeg";
-        case EncodedImage::Format::gif:
-            return "gif";
-        case EncodedImage::Format::webp:
-            return "webp";
-    }
-    return "";
-}
+/// Qt's names.
+constexpr WordTable<EncodedImage::Format, 4> formatNames{{
+    {EncodedImage::Format::png, "png"},
+    {EncodedImage::Format::jpeg, "jpeg"},
+    {EncodedImage::Format::gif, "gif"},
+    {EncodedImage::Format::webp, "webp"},
+}};
 
 /// The largest size of the same shape within `bound` that is no enlargement.
 QSize fitted(const QSize& size, PixelSize bound) {
@@ -47,7 +42,7 @@ public:
     OpenedImage(std::string_view bytes, EncodedImage::Format format)
         : bytes_(QByteArray::fromRawData(bytes.data(), static_cast<qsizetype>(bytes.size()))),
           device_(&bytes_),
-          reader_(&device_, name(format)) {
+          reader_(&device_, formatNames.word(format).data()) {
         reader_.setAutoTransform(true);
     }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+
 namespace vantix {
 
 /// All lengths are points of the window unless a name says pixels; x grows rightwards, y downwards.
@@ -44,6 +46,15 @@ struct Rect {
     Rect inset(const EdgeInsets& insets) const {
         return {{origin.x + insets.left, origin.y + insets.top},
                 {size.width - insets.left - insets.right, size.height - insets.top - insets.bottom}};
+    }
+
+    /// What both cover; of no size when that is nothing.
+    Rect intersection(const Rect& other) const {
+        double left = std::max(minX(), other.minX());
+        double top = std::max(minY(), other.minY());
+        return {{left, top},
+                {std::max(0.0, std::min(maxX(), other.maxX()) - left),
+                 std::max(0.0, std::min(maxY(), other.maxY()) - top)}};
     }
 
     Rect offset(double dx, double dy) const { return {{origin.x + dx, origin.y + dy}, size}; }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "DeclarativeUI/View.h"
+#include "DeclarativeUI/ImageSource.h"
 #include "Platform/Ports/ImageDecoder.h"
 #include "Platform/Ports/Platform.h"
 #include "Platform/Values/Image.h"

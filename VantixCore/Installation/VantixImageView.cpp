@@ -1,5 +1,6 @@
 #include "VantixCore/VantixImageView.h"
 
+#include "DeclarativeUI/Elements/SourcedImage.h"
 #include "DeclarativeUI/HostedView.h"
 #include "Platform/Values/WhileAlive.h"
 #include "VantixCore/Images/ImageLoader.h"

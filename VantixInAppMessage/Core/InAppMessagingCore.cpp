@@ -8,7 +8,7 @@
 #include "VantixInAppMessage/Manager/InAppDisplayManager.h"
 #include "VantixInAppMessage/Manager/InAppMessageQueueManager.h"
 #include "VantixInAppMessage/Manager/MainThread.h"
-#include "VantixInAppMessage/Resources/ResourceBundle.h"
+#include "VantixInAppMessage/Resources/ImageResource.h"
 
 namespace vantix {
 

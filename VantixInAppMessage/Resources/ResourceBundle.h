@@ -1,10 +1,6 @@
 #pragma once
 
-#include "Platform/Values/Color.h"
-#include "Platform/Values/Image.h"
-
-#include <functional>
-#include <optional>
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -19,41 +15,10 @@ struct ResourceBundle {
     bool operator==(const ResourceBundle&) const = default;
 };
 
+/// The hash of what bears this name in this bundle.
+std::size_t hashResource(const std::string& name, const ResourceBundle& bundle);
+
 /// The bundle of this module.
 const ResourceBundle& resourceBundle();
 
-/// Names a picture in a bundle's asset catalogue.
-struct ImageResource {
-    std::string name;
-    ResourceBundle bundle;
-
-    bool operator==(const ImageResource&) const = default;
-
-    /// The picture; a null image when the bundle lacks it.
-    Image image() const;
-
-    /// The glyph of the close control.
-    static const ImageResource& cross();
-    /// Stands in for a picture that is not there.
-    static const ImageResource& defaultImage();
-};
-
-/// Names a colour in a bundle's asset catalogue.
-struct ColorResource {
-    std::string name;
-    ResourceBundle bundle;
-
-    bool operator==(const ColorResource&) const = default;
-};
-
 }  // namespace vantix
-
-template <>
-struct std::hash<vantix::ImageResource> {
-    std::size_t operator()(const vantix::ImageResource& resource) const noexcept;
-};
-
-template <>
-struct std::hash<vantix::ColorResource> {
-    std::size_t operator()(const vantix::ColorResource& resource) const noexcept;
-};

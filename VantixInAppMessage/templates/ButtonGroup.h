@@ -1,10 +1,12 @@
 #pragma once
 
+#include "DeclarativeUI/Elements/Stacks.h"
 #include "DeclarativeUI/State.h"
 #include "DeclarativeUI/View.h"
 #include "VantixInAppMessage/templates/SelectionRow.h"
 
 #include <algorithm>
+#include <concepts>
 #include <functional>
 #include <optional>
 #include <utility>
@@ -17,14 +19,15 @@ enum class Orientation { horizonal, vertical };
 enum class ButtonType { radio, checkMark };
 
 /// A row of which at most one is chosen in its group.
-template <typename Tag>
+template <std::equality_comparable Tag, std::convertible_to<View> ButtonView = View,
+          std::convertible_to<View> LabelView = View>
 struct RadioButton {
     Tag tag;
     bool shouldAddDivider = false;
     Binding<std::optional<Tag>> selection;
     /// The mark of a row that is chosen, or not.
-    std::function<View(bool isSelected)> button;
-    View label;
+    std::function<ButtonView(bool isSelected)> button;
+    LabelView label;
 
     View body() const {
         bool isSelected = selection.get() == tag;
@@ -34,11 +37,12 @@ struct RadioButton {
 };
 
 /// A row that is ticked by itself.
-template <typename Tag>
+template <std::equality_comparable Tag, std::convertible_to<View> ButtonView = View,
+          std::convertible_to<View> LabelView = View>
 struct CheckMarkButton {
     Tag tag;
-    std::function<View(bool isSelected)> button;
-    View label;
+    std::function<ButtonView(bool isSelected)> button;
+    LabelView label;
     std::function<void(const Tag&)> selectionHandler;
     std::function<bool()> isSelected;
     std::function<bool()> shouldAddDivider;
@@ -50,7 +54,8 @@ struct CheckMarkButton {
 };
 
 /// A row for each tag: of radio rows one is chosen, of check-mark rows any number, kept in the order of ticking.
-template <typename Tag>
+template <std::equality_comparable Tag, std::convertible_to<View> ButtonView = View,
+          std::convertible_to<View> LabelView = View>
 struct ButtonGroup {
     using Tags = std::vector<Tag>;
 
@@ -60,39 +65,40 @@ struct ButtonGroup {
     Orientation orientation = Orientation::vertical;
     Tags tags;
     ButtonType type = ButtonType::radio;
-    std::function<View(const Tag&, bool isSelected)> button;
-    std::function<View(const Tag&)> label;
+    std::function<ButtonView(const Tag&, bool isSelected)> button;
+    std::function<LabelView(const Tag&)> label;
 
+    /// The rows touch one another, so that every point of the list belongs to one of them.
     View body() const {
-        return orientation == Orientation::horizonal ? HStack(VerticalAlignment::top, rows())
-                                                     : VStack(HorizontalAlignment::leading, rows());
+        constexpr double noSpacing = 0;
+        return orientation == Orientation::horizonal ? HStack(VerticalAlignment::top, noSpacing, buttons())
+                                                     : VStack(HorizontalAlignment::leading, noSpacing, buttons());
     }
 
 private:
-    std::vector<View> rows() const {
+    std::vector<View> buttons() const {
         std::vector<View> rows;
         for (std::size_t at = 0; at < tags.size(); ++at) {
             bool isLast = at + 1 == tags.size();
-            View row = type == ButtonType::radio ? radioRow(tags[at], !isLast) : checkMarkRow(tags[at], !isLast);
-            rows.push_back(row.padding(Edge::top));
+            rows.push_back(type == ButtonType::radio ? radioRow(tags[at], !isLast) : checkMarkRow(tags[at], !isLast));
         }
         return rows;
     }
 
     View radioRow(const Tag& tag, bool divider) const {
-        return RadioButton<Tag>{tag, divider, singleSelection, markOf(tag), label(tag)}.body();
+        return RadioButton<Tag, ButtonView, LabelView>{tag, divider, singleSelection, markOf(tag), label(tag)}.body();
     }
 
     View checkMarkRow(const Tag& tag, bool divider) const {
         auto chosen = multiSelection.get().value_or(Tags());
         bool isChosen = std::find(chosen.begin(), chosen.end(), tag) != chosen.end();
         auto toggleTag = [selection = multiSelection](const Tag& toggled) { toggle(selection, toggled); };
-        return CheckMarkButton<Tag>{
+        return CheckMarkButton<Tag, ButtonView, LabelView>{
             tag, markOf(tag), label(tag), toggleTag, [isChosen] { return isChosen; }, [divider] { return divider; }}
             .body();
     }
 
-    std::function<View(bool)> markOf(const Tag& tag) const {
+    std::function<ButtonView(bool)> markOf(const Tag& tag) const {
         return [button = button, tag](bool isSelected) { return button(tag, isSelected); };
     }
 

@@ -1,7 +1,11 @@
 #include "VantixInAppMessage/templates/CloseButton.h"
 
+#include "DeclarativeUI/Elements/Button.h"
+#include "DeclarativeUI/Elements/ResizableImage.h"
+#include "DeclarativeUI/Elements/Spacer.h"
+#include "DeclarativeUI/Elements/Stacks.h"
 #include "Platform/Values/FatalError.h"
-#include "VantixInAppMessage/Resources/ResourceBundle.h"
+#include "VantixInAppMessage/Resources/ImageResource.h"
 
 namespace vantix {
 
@@ -20,8 +24,10 @@ View CloseButton::body() const {
         if (delegate) delegate->handleClickAction();
     };
     return PlainButton(close, ResizableImage(cross()).frame({.width = 20, .height = 20}))
-        .frame({.width = 44, .height = 44, .alignment = Alignment::topTrailing()})
+        .frame({.width = touchSize, .height = touchSize, .alignment = Alignment::topTrailing()})
         .element(Role::close, "Close");
 }
+
+View closeRow(const View& closeButton) { return HStack(VerticalAlignment::top, {Spacer(), closeButton}); }
 
 }  // namespace vantix

@@ -1,5 +1,14 @@
 #include "VantixInAppMessage/templates/FeedbackInAppMessageView.h"
 
+#include "DeclarativeUI/Elements/Shapes.h"
+#include "DeclarativeUI/Elements/Stacks.h"
+#include "DeclarativeUI/Elements/SymbolImage.h"
+#include "DeclarativeUI/Elements/Text.h"
+#include "VantixInAppMessage/templates/CTAButtons.h"
+#include "VantixInAppMessage/templates/DrawnRows.h"
+#include "VantixInAppMessage/templates/PopupCard.h"
+#include "VantixInAppMessage/templates/PopupInAppMessageView.h"
+
 namespace vantix {
 
 namespace {
@@ -21,15 +30,17 @@ View checkMark(bool isSelected) {
 }  // namespace
 
 View FeedbackInAppMessageView::body() const {
-    return popupCard(viewModel_, popupCornerRadius_, [self = *this] {
-        return std::vector{
-            imageBlock(self.viewModel_, self.imageCornerRadius_),
-            self.titleRow(),
-            self.messageBlock(),
-            self.optionList(),
-            self.buttons(),
-        };
-    });
+    return PopupCard{.viewModel = viewModel_,
+                     .cornerRadius = popupCornerRadius,
+                     .trailingPaddingCloseButton = PopupInAppMessageView::trailingPaddingCloseButton,
+                     .rows = {image(), titleRow(), message(), optionList(), buttons()}}
+        .body();
+}
+
+/// Takes no taps: touching the picture must not throw a choice away.
+View FeedbackInAppMessageView::image() const {
+    if (!viewModel_->hasImage()) return {};
+    return imageBlock({.url = viewModel_->getImageURL(), .cornerRadius = imageCornerRadius});
 }
 
 View FeedbackInAppMessageView::titleRow() const {
@@ -41,7 +52,7 @@ View FeedbackInAppMessageView::titleRow() const {
         .padding(Edge::top);
 }
 
-View FeedbackInAppMessageView::messageBlock() const {
+View FeedbackInAppMessageView::message() const {
     if (!viewModel_->hasMessage()) return {};
     return Text(viewModel_->getMessage())
         .foregroundColor(viewModel_->messageTextColor())
@@ -87,7 +98,7 @@ View FeedbackInAppMessageView::options(ButtonType type, View (*mark)(bool)) cons
 View FeedbackInAppMessageView::buttons() const {
     auto submit = [viewModel = viewModel_, single = selectedFeedback_, several = selectionFeedbackOptions_](
                       const InAppCTA& cta) { viewModel->handleCTAAction(cta, {}, {}, single.get(), several.get()); };
-    return VStack(ctaButtons(viewModel_, buttonCornerRadius_, submit)).padding(Edge::bottom);
+    return VStack(ctaButtons(viewModel_, buttonCornerRadius, submit)).padding(Edge::bottom);
 }
 
 }  // namespace vantix

@@ -13,13 +13,18 @@ namespace vantix {
 /// A card that asks to choose one option or several of a list, and to submit the choice with a button.
 class FeedbackInAppMessageView {
 public:
+    static constexpr double imageCornerRadius = 10;
+    static constexpr double buttonCornerRadius = 5;
+    static constexpr double popupCornerRadius = 5;
+
     explicit FeedbackInAppMessageView(ViewModel inAppMessageViewModel) : viewModel_(std::move(inAppMessageViewModel)) {}
 
     View body() const;
 
 private:
+    View image() const;
     View titleRow() const;
-    View messageBlock() const;
+    View message() const;
     View optionList() const;
     View singleSelectionFeedbackView() const;
     View multipleSelectionFeedbackView() const;
@@ -27,9 +32,6 @@ private:
     View buttons() const;
 
     ViewModel viewModel_;
-    double imageCornerRadius_ = 10;
-    double buttonCornerRadius_ = 5;
-    double popupCornerRadius_ = 5;
     State<std::optional<std::string>> selectedFeedback_;
     /// In the order of ticking.
     State<std::optional<std::vector<std::string>>> selectionFeedbackOptions_;

@@ -1,42 +1,45 @@
 #pragma once
 
 #include "DeclarativeUI/State.h"
-#include "VantixInAppMessage/templates/BannerCard.h"
+#include "VantixInAppMessage/templates/BannerInAppView.h"
 
 namespace vantix {
 
 /// A card that rests on the bottom edge of the screen. It is measured in its first layout, at the top, and pushed down
 /// in the second.
-class FooterInAppView {
+class FooterInAppView final : public BannerInAppView {
 public:
-    explicit FooterInAppView(ViewModel inAppMessageViewModel)
-        : FooterInAppView(std::move(inAppMessageViewModel), BannerContent::everything) {}
+    using BannerInAppView::BannerInAppView;
 
     View body() const;
 
-protected:
-    FooterInAppView(ViewModel viewModel, BannerContent content) : card_(std::move(viewModel), content) {}
-
 private:
-    View spacer(double availableHeight) const;
-
-    BannerCard card_;
-    /// The card's size with its outer padding.
+    /// The card's size with its outer padding; nothing until it is measured.
     State<Size> contentSize_;
 };
 
 /// The footer restricted to its image.
-class FooterImageInAppView final : public FooterInAppView {
+class FooterImageInAppView final : public BannerInAppView {
 public:
-    explicit FooterImageInAppView(ViewModel viewModel)
-        : FooterInAppView(std::move(viewModel), BannerContent::imageOnly) {}
+    using BannerInAppView::BannerInAppView;
+
+    View body() const;
+
+private:
+    State<Size> contentSize_;
 };
 
-/// The footer restricted to its texts.
-class FooterMessageInAppView final : public FooterInAppView {
+/// The footer restricted to its texts, which keep clear of the close control.
+class FooterMessageInAppView final : public BannerInAppView {
 public:
-    explicit FooterMessageInAppView(ViewModel viewModel)
-        : FooterInAppView(std::move(viewModel), BannerContent::messageOnly) {}
+    static constexpr double spacingBetweenMessageAndCloseButton = 5;
+
+    using BannerInAppView::BannerInAppView;
+
+    View body() const;
+
+private:
+    State<Size> contentSize_;
 };
 
 }  // namespace vantix

@@ -8,20 +8,23 @@ namespace vantix {
 /// each when there is one.
 class FullScreenInAppMessageView {
 public:
+    static constexpr double imageCornerRadius = 10;
+    static constexpr double buttonCornerRadius = 5;
+
     explicit FullScreenInAppMessageView(ViewModel inAppMessageViewModel)
         : viewModel_(std::move(inAppMessageViewModel)) {}
 
     View body() const;
 
 private:
-    View closeBlock() const;
     View content() const;
-    View textBlock(const View& text) const;
+    View closeControl() const;
+    View title() const;
+    View image() const;
+    View message() const;
     View primaryButton() const;
 
     ViewModel viewModel_;
-    double imageCornerRadius_ = 10;
-    double buttonCornerRadius_ = 5;
 };
 
 }  // namespace vantix

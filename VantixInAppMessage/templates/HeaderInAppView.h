@@ -1,36 +1,33 @@
 #pragma once
 
-#include "VantixInAppMessage/templates/BannerCard.h"
+#include "VantixInAppMessage/templates/BannerInAppView.h"
 
 namespace vantix {
 
 /// A card at the top of the screen.
-class HeaderInAppView {
+class HeaderInAppView final : public BannerInAppView {
 public:
-    explicit HeaderInAppView(ViewModel inAppMessageViewModel)
-        : HeaderInAppView(std::move(inAppMessageViewModel), BannerContent::everything) {}
+    using BannerInAppView::BannerInAppView;
 
     View body() const;
-
-protected:
-    HeaderInAppView(ViewModel viewModel, BannerContent content) : card_(std::move(viewModel), content) {}
-
-private:
-    BannerCard card_;
 };
 
 /// The header restricted to its image.
-class HeaderImageInAppView final : public HeaderInAppView {
+class HeaderImageInAppView final : public BannerInAppView {
 public:
-    explicit HeaderImageInAppView(ViewModel viewModel)
-        : HeaderInAppView(std::move(viewModel), BannerContent::imageOnly) {}
+    using BannerInAppView::BannerInAppView;
+
+    View body() const;
 };
 
-/// The header restricted to its texts.
-class HeaderMessageInAppView final : public HeaderInAppView {
+/// The header restricted to its texts, which keep clear of the close control.
+class HeaderMessageInAppView final : public BannerInAppView {
 public:
-    explicit HeaderMessageInAppView(ViewModel viewModel)
-        : HeaderInAppView(std::move(viewModel), BannerContent::messageOnly) {}
+    static constexpr double spacingBetweenMessageAndCloseButton = 5;
+
+    using BannerInAppView::BannerInAppView;
+
+    View body() const;
 };
 
 }  // namespace vantix

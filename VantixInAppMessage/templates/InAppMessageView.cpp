@@ -1,5 +1,6 @@
 #include "VantixInAppMessage/templates/InAppMessageView.h"
 
+#include "DeclarativeUI/Elements/Stacks.h"
 #include "Platform/Values/UTF8.h"
 #include "VantixInAppMessage/templates/AppStoreRatingsInAppMessageView.h"
 #include "VantixInAppMessage/templates/FeedbackInAppMessageView.h"

@@ -1,24 +1,28 @@
 #include "VantixInAppMessage/templates/PopupInAppMessageView.h"
 
+#include "DeclarativeUI/Elements/Button.h"
+#include "DeclarativeUI/Elements/Text.h"
+#include "VantixInAppMessage/templates/PopupCard.h"
+
 namespace vantix {
 
 View PopupInAppMessageView::body() const {
-    return popupCard(
-        viewModel_, popupCornerRadius_,
-        [self = *this] {
-            return std::vector{
-                titleBlock(self.viewModel_),
-                imageBlock(self.viewModel_, self.imageCornerRadius_),
-                self.messageBlock(),
-                self.primaryButton(),
-            };
-        },
-        [self = *this] { self.handleButtonAction(); });
+    return PopupCard{.viewModel = viewModel_,
+                     .cornerRadius = popupCornerRadius,
+                     .trailingPaddingCloseButton = trailingPaddingCloseButton,
+                     .rows = {titleBlock(viewModel_), image(), message(), primaryButton()},
+                     .onTap = [self = *this] { self.handleButtonAction(); }}
+        .body();
 }
 
 void PopupInAppMessageView::handleButtonAction() const { viewModel_->handlePrimaryCTAAction(); }
 
-View PopupInAppMessageView::messageBlock() const {
+View PopupInAppMessageView::image() const {
+    if (!viewModel_->hasImage()) return {};
+    return imageBlock({.url = viewModel_->getImageURL(), .delegate = viewModel_, .cornerRadius = imageCornerRadius});
+}
+
+View PopupInAppMessageView::message() const {
     if (!viewModel_->hasMessage()) return {};
     return centredText(viewModel_->getMessage(), viewModel_->messageTextColor(), viewModel_->messageFont(),
                        viewModel_->messageBackgroundColor())
@@ -31,7 +35,7 @@ View PopupInAppMessageView::primaryButton() const {
     return Button([self = *this] { self.handleButtonAction(); }, Text(viewModel_->getPrimaryCTAButtonTitle()).padding())
         .foregroundColor(viewModel_->ctaTextColor())
         .font(viewModel_->ctaFont())
-        .cornerRadius(buttonCornerRadius_)
+        .cornerRadius(buttonCornerRadius)
         .frame({.maxWidth = infinity})
         .background(viewModel_->ctaBackgroundColor())
         .padding(Edge::top);

@@ -1,18 +1,19 @@
 #include "VantixInAppMessage/templates/SelectionRow.h"
 
+#include "DeclarativeUI/Elements/Button.h"
+#include "DeclarativeUI/Elements/Divider.h"
+#include "DeclarativeUI/Elements/Stacks.h"
+
 namespace vantix {
 
 View selectionRow(const View& mark, const View& label, bool isSelected, bool shouldAddDivider,
                   std::function<void()> action) {
-    View row =
-        HStack({PlainButton(std::move(action),
-                            HStack({mark, label.frame({.maxWidth = infinity, .alignment = Alignment::leading()})}))
-                    .selected(isSelected)
-                    .element(Role::option)
-                    .padding(Edge::horizontal)
-                    .padding(Edge::bottom)});
+    View content = HStack({mark, label.frame({.maxWidth = infinity, .alignment = Alignment::leading()})});
     View divider = shouldAddDivider ? Divider().background(Color::black()).element(Role::divider) : View();
-    return VStack(HorizontalAlignment::leading, {row, divider});
+    return VStack({PlainButton(std::move(action), content.padding())
+                       .selected(isSelected)
+                       .element(Role::option)
+                       .overlay(Alignment::bottom(), divider)});
 }
 
 }  // namespace vantix

@@ -6,7 +6,8 @@
 
 namespace vantix {
 
-/// One option of a list: its mark and label, which act on a tap anywhere in the row, and a line to the next one.
+/// One option of a list: its mark and label in a row that acts on a tap anywhere, its paddings included, and along its
+/// lower edge a line to the next one.
 View selectionRow(const View& mark, const View& label, bool isSelected, bool shouldAddDivider,
                   std::function<void()> action);
 

@@ -1,5 +1,6 @@
 #include "VantixInAppMessage/templates/StarRatingsView.h"
 
+#include "DeclarativeUI/Elements/Stacks.h"
 #include "Platform/Values/FatalError.h"
 
 #include <string>
@@ -16,7 +17,7 @@ View StarRatingsView::body() const {
 View StarRatingsView::star(int number) const {
     bool isOff = number > rating.get();
     auto name = std::to_string(number);
-    return image(number)
+    return SymbolImage(image(number))
         .foregroundColor(isOff ? offColor.value_or(Color::gray()) : onColor.value_or(Color::yellow()))
         .selected(!isOff)
         .spokenText(name + " of " + std::to_string(maximumRating) + " stars, " + (isOff ? "not selected" : "selected"))
@@ -24,6 +25,6 @@ View StarRatingsView::star(int number) const {
         .onTapGesture([rating = rating, number] { rating.set(number); });
 }
 
-View StarRatingsView::image(int number) const { return number > rating.get() ? offImage.value_or(onImage) : onImage; }
+Image StarRatingsView::image(int number) const { return number > rating.get() ? offImage.value_or(onImage) : onImage; }
 
 }  // namespace vantix

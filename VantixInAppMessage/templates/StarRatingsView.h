@@ -1,5 +1,6 @@
 #pragma once
 
+#include "DeclarativeUI/Elements/SymbolImage.h"
 #include "DeclarativeUI/State.h"
 #include "DeclarativeUI/View.h"
 
@@ -13,8 +14,8 @@ struct StarRatingsView {
     /// Below 1 is a programming error and stops the process.
     int maximumRating = 5;
     /// Absent: the picture of a selected star.
-    std::optional<View> offImage = {};
-    View onImage = SymbolImage("star.fill");
+    std::optional<Image> offImage = {};
+    Image onImage = systemSymbol("star.fill");
     /// Absent: gray.
     std::optional<Color> offColor = {};
     /// Absent: yellow.
@@ -24,7 +25,7 @@ struct StarRatingsView {
 
 private:
     View star(int number) const;
-    View image(int number) const;
+    Image image(int number) const;
 };
 
 }  // namespace vantix

@@ -1,20 +1,30 @@
 #include "VantixInAppMessage/templates/StartRatingsInAppView.h"
 
+#include "VantixInAppMessage/templates/CTAButtons.h"
+#include "VantixInAppMessage/templates/PopupCard.h"
 #include "VantixInAppMessage/templates/StarRatingsView.h"
 
 namespace vantix {
 
 View StartRatingsInAppView::body() const {
-    return popupCard(viewModel_, popupCornerRadius_, [self = *this] {
-        auto submit = [viewModel = self.viewModel_, rating = self.rating_](const InAppCTA& cta) {
-            viewModel->handleCTAAction(cta, rating.get(), {}, {}, {});
-        };
-        StarRatingsView stars{.rating = self.rating_,
-                              .offColor = self.viewModel_->starNotSelectedColor(),
-                              .onColor = self.viewModel_->starSelectedColor()};
-        std::vector rows{titleBlock(self.viewModel_), stars.body()};
-        for (View& button : ctaButtons(self.viewModel_, self.buttonCornerRadius_, submit)) rows.push_back(button);
-        return rows;
+    std::vector rows{titleBlock(viewModel_), stars()};
+    for (View& button : buttons()) rows.push_back(std::move(button));
+    return PopupCard{.viewModel = viewModel_,
+                     .cornerRadius = popupCornerRadius,
+                     .trailingPaddingCloseButton = trailingPaddingCloseButton,
+                     .rows = std::move(rows)}
+        .body();
+}
+
+View StartRatingsInAppView::stars() const {
+    return StarRatingsView{
+        .rating = rating_, .offColor = viewModel_->starNotSelectedColor(), .onColor = viewModel_->starSelectedColor()}
+        .body();
+}
+
+std::vector<View> StartRatingsInAppView::buttons() const {
+    return ctaButtons(viewModel_, buttonCornerRadius, [viewModel = viewModel_, rating = rating_](const InAppCTA& cta) {
+        viewModel->handleCTAAction(cta, rating.get(), {}, {}, {});
     });
 }
 

@@ -10,16 +10,12 @@ using namespace vantix;
 
 namespace {
 
-SceneTraits window(double width, double height) { return {{width, height}, {}, 1, 1}; }
-
 /// One tree at a row of window widths; windows are 100 points high.
 struct Sweep {
     const char* name;
     View tree;
     std::vector<std::pair<double, const char*>> layouts;
 };
-
-void PrintTo(const Sweep& sweep, std::ostream* out) { *out << sweep.name; }
 
 /// Answers every offer with other lengths than those beside it, so that nothing that was measured serves twice.
 class RestlessElement final : public Element {
@@ -48,19 +44,12 @@ std::vector<Sweep> sweeps() {
     constexpr auto leading = HorizontalAlignment::leading;
     constexpr auto trailing = HorizontalAlignment::trailing;
     constexpr auto top = VerticalAlignment::top;
-    View fixed = mark("fixed", 40, 10);
     return {
-        {"RowOfFixedOnes",
-         HStack(top, {mark("a", 30, 10), mark("b", 20, 30)}),
-         {{100, "a 21,35 30x10 | b 59,35 20x30"}, {40, "a -9,35 30x10 | b 29,35 20x30"}}},
         {"FixedBeforeFlexible",
-         HStack({flexible("flexible"), fixed}),
+         HStack({flexible("flexible"), mark("fixed", 40, 10)}),
          {{200, "flexible 0,45 152x10 | fixed 160,45 40x10"},
           {60, "flexible 0,45 12x10 | fixed 20,45 40x10"},
           {40, "flexible -4,45 0x10 | fixed 4,45 40x10"}}},
-        {"FlexibleOnesShareAlike",
-         HStack(top, 0, {flexible("a"), flexible("b"), flexible("c")}),
-         {{90, "a 0,45 30x10 | b 30,45 30x10 | c 60,45 30x10"}, {0, "a 0,45 0x10 | b 0,45 0x10 | c 0,45 0x10"}}},
         {"ShorterTextLeavesItsRest",
          HStack(top, {textMark("ab"), textMark("ab cd ef")}),
          {{200, "ab 46,38 20x24 | ab cd ef 74,38 80x24"},
@@ -83,9 +72,6 @@ std::vector<Sweep> sweeps() {
         {"ColumnAlignments",
          VStack(leading, 0, {mark("wide", 60, 10), VStack(trailing, 0, {mark("a", 20, 10), mark("b", 10, 10)})}),
          {{100, "wide 20,35 60x10 | a 20,45 20x10 | b 30,55 10x10"}}},
-        {"ColumnSharesItsHeight",
-         VStack(leading, 0, {mark("a", 10, 30), mark("rest", 10, {}), Spacer(20)}),
-         {{10, "a 0,0 10x30 | rest 0,30 10x50"}}},
         {"TextsWrap",
          VStack(leading, 0, {textMark("ab cd ef"), textMark("abcdefg")}),
          {{80, "ab cd ef 0,26 80x24 | abcdefg 0,50 70x24"},
@@ -96,11 +82,6 @@ std::vector<Sweep> sweeps() {
              .frame({.maxWidth = infinity, .alignment = Alignment::topTrailing()})
              .element(Role::mark, "out"),
          {{100, "out 0,45 100x10 | in 80,45 20x10"}, {10, "out -5,45 20x10 | in -5,45 20x10"}}},
-        {"FixedFrameAlignsItsContent",
-         mark("in", 20, 10)
-             .frame({.width = 44, .height = 44, .alignment = Alignment::topTrailing()})
-             .element(Role::mark, "out"),
-         {{100, "out 28,28 44x44 | in 52,28 20x10"}}},
         {"HeightAtLeast",
          VStack(HorizontalAlignment::center, 0,
                 {mark("low", 10, 10).frame({.minHeight = 40}).element(Role::mark, "room"),
@@ -109,12 +90,6 @@ std::vector<Sweep> sweeps() {
         {"PaddingNarrowsWhatIsOffered",
          textMark("ab cd").padding(Edge::leading, 10).padding(Edge::vertical, 1).padding(Edge::trailing, 20),
          {{80, "ab cd 10,38 50x24"}, {79, "ab cd 24.5,26 20x48"}}},
-        {"LayersAreAlignedOverOneAnother",
-         ZStack(Alignment::topTrailing(), {mark("below", 60, 40), mark("above", 20, 10)}),
-         {{100, "below 20,30 60x40 | above 60,30 20x10"}}},
-        {"OverlayKeepsTheSize",
-         VStack(leading, 0, {mark("a", 30, 10).overlay(Alignment::top(), mark("over", 50, 20)), mark("b", 30, 10)}),
-         {{100, "a 35,40 30x10 | over 25,40 50x20 | b 35,50 30x10"}}},
         {"DividerIsOnePixelAcrossTheStack",
          VStack({mark("a", 30, 10), Divider().element(Role::mark, "line"), mark("b", 30, 10)}),
          {{50, "a 10,31.5 30x10 | line 0,49.5 50x1 | b 10,58.5 30x10"}}},
@@ -130,82 +105,55 @@ std::vector<Sweep> sweeps() {
     };
 }
 
-class LayoutSweep : public testing::TestWithParam<Sweep> {};
-
 }  // namespace
 
-TEST_P(LayoutSweep, MatchesItsTable) {
-    for (const auto& [width, layout] : GetParam().layouts) {
-        EXPECT_EQ(Stage(window(width, 100), GetParam().tree).marks(), layout) << width << " points wide";
+TEST(Layout, MatchesItsTable) {
+    for (const auto& [name, tree, layouts] : sweeps()) {
+        for (const auto& [width, layout] : layouts) {
+            EXPECT_EQ(Stage(window(width, 100), tree).marks(), layout) << name << ", " << width << " points wide";
+        }
     }
 }
-
-INSTANTIATE_TEST_SUITE_P(All, LayoutSweep, testing::ValuesIn(sweeps()),
-                         [](const auto& sweep) { return std::string(sweep.param.name); });
 
 TEST(Layout, IgnoredSafeAreasAreCoveredAndOthersAreNot) {
-    SceneTraits phone{{100, 200}, {20, 3, 10, 4}, 1, 1};
-    struct {
-        Edge ignored;
-        const char* layout;
-    } table[] = {
-        {Edge::top, "all 3,0 93x190"},          {Edge::bottom, "all 3,20 93x180"}, {Edge::vertical, "all 3,0 93x200"},
-        {Edge::horizontal, "all 0,20 100x170"}, {Edge::all, "all 0,0 100x200"},
+    const SceneTraits phone{{100, 200}, {20, 3, 10, 4}, 1, 1};
+    View all = mark("all", {}, {});
+    const std::pair<View, const char*> table[] = {
+        {all.ignoresSafeArea(Edge::top), "all 3,0 93x190"},
+        {all.ignoresSafeArea(Edge::vertical), "all 3,0 93x200"},
+        {all.ignoresSafeArea(Edge::horizontal), "all 0,20 100x170"},
+        {all.ignoresSafeArea(Edge::trailing).layoutDirection(LayoutDirection::rightToLeft), "all 0,20 96x170"},
+        {mark("card", 20, 20).ignoresSafeArea(Edge::all), "card 39.5,95 20x20"},
+        {GeometryReader(
+             [](const GeometryProxy& area) { return mark("read", area.size.width, area.windowSize().height); }),
+         "read 3,20 93x200"},
     };
-    for (const auto& [ignored, layout] : table) {
-        EXPECT_EQ(Stage(phone, mark("all", {}, {}).ignoresSafeArea(ignored)).marks(), layout);
-    }
-    EXPECT_EQ(Stage(phone, mark("card", 20, 20).ignoresSafeArea(Edge::all)).marks(), "card 39.5,95 20x20");
-    View mirrored = mark("all", {}, {}).ignoresSafeArea(Edge::trailing).layoutDirection(LayoutDirection::rightToLeft);
-    EXPECT_EQ(Stage(phone, mirrored).marks(), "all 0,20 96x170");
-}
-
-TEST(Layout, GeometryReaderKnowsWhatIsOfferedAndWhatLiesBeyond) {
-    SceneTraits phone{{100, 200}, {20, 3, 10, 4}, 1, 1};
-    GeometryProxy met;
-    Stage stage(phone, GeometryReader([&met](const GeometryProxy& area) {
-                    met = area;
-                    return mark("inside", 10, 10);
-                }));
-    EXPECT_EQ(stage.marks(), "inside 3,20 10x10");
-    EXPECT_EQ(met.size, (Size{93, 170}));
-    EXPECT_EQ(met.windowSize(), (Size{100, 200}));
+    for (const auto& [tree, layout] : table) EXPECT_EQ(Stage(phone, tree).marks(), layout);
 }
 
 TEST(Layout, StaysFiniteWhateverTheNumbers) {
-    double extremes[] = {-50, 0, 1e300, infinity, -infinity, std::nan("")};
-    for (double extreme : extremes) {
+    for (double extreme : {-50.0, 0.0, 1e300, infinity, -infinity, std::nan("")}) {
         View tree = VStack(HorizontalAlignment::leading, extreme,
                            {words("abc").padding(extreme).frame({.width = extreme, .minHeight = extreme}),
                             Text("abc").font(Font::system(extreme)), SymbolImage("square").font(Font::system(extreme)),
                             HStack({Spacer(extreme), Divider()}).frame({.maxWidth = extreme, .maxHeight = extreme}),
                             words("inset").padding(EdgeInsets{extreme, -extreme, extreme, extreme}),
                             words("tapped").cornerRadius(extreme).element(Role::mark, "tapped")});
-        SceneTraits windows[] = {window(100, 100),
-                                 window(extreme, extreme),
-                                 {{100, 100}, {extreme, extreme, extreme, extreme}, 1, 1},
-                                 {{100, 100}, {}, extreme, 1},
-                                 {{100, 100}, {}, 1, extreme}};
+        const SceneTraits windows[] = {window(100, 100),
+                                       window(extreme, extreme),
+                                       {{100, 100}, {extreme, extreme, extreme, extreme}, 1, 1},
+                                       {{100, 100}, {}, extreme, 1},
+                                       {{100, 100}, {}, 1, extreme}};
         for (const SceneTraits& traits : windows) {
             Stage stage(traits, ScrollView(tree));
             stage.view().scroll(extreme);
             for (const AccessibleElement& element : stage.view().elements()) {
-                const Rect& frame = element.frame;
-                EXPECT_TRUE(std::isfinite(frame.maxX() + frame.maxY() + frame.minX() + frame.minY()))
-                    << extreme << ": " << describe(frame);
-                EXPECT_TRUE(frame.size.width >= 0 && frame.size.height >= 0) << extreme << ": " << describe(frame);
+                auto [origin, size] = element.frame;
+                EXPECT_TRUE(std::isfinite(origin.x + origin.y + size.width + size.height)) << extreme;
+                EXPECT_TRUE(size.width >= 0 && size.height >= 0) << extreme;
             }
         }
     }
-}
-
-TEST(Layout, MeasuresDeepTreesWithoutMeasuringThemAgainAndAgain) {
-    View tree = words("deep inside");
-    for (int depth = 0; depth < 60; ++depth) {
-        tree = depth % 2 ? HStack({tree, Spacer()}) : VStack({tree.padding(1), Spacer()});
-    }
-    Stage stage(window(400, 400), tree);
-    EXPECT_LT(stage.measurer().layoutCount(), 500);
 }
 
 TEST(Layout, WorkForNestedStacksGrowsWithTheSquareOfTheirDepth) {
@@ -225,9 +173,9 @@ TEST(Layout, LaysOutEveryTextOnceForOneWidth) {
     std::vector<View> rows;
     for (int row = 0; row < count; ++row) rows.push_back(words("row " + std::to_string(row)));
     Stage stage(window(400, 400), ScrollView(VStack(std::move(rows))));
-    int inFirstLayout = stage.measurer().layoutCount();
+    int inFirstLayout = stage.measurer.count;
     EXPECT_LE(inFirstLayout, 2 * count);
 
     stage.view().scroll(1000);
-    EXPECT_EQ(stage.measurer().layoutCount(), inFirstLayout);
+    EXPECT_EQ(stage.measurer.count, inFirstLayout);
 }

@@ -4,67 +4,6 @@
 
 using namespace vantix;
 
-namespace {
-
-constexpr Color red{1, 0, 0, 1};
-constexpr Color blue{0, 0, 1, 1};
-
-struct Picture {
-    const char* name;
-    View tree;
-    const char* drawing;
-};
-
-void PrintTo(const Picture& picture, std::ostream* out) { *out << picture.name; }
-
-std::vector<Picture> pictures() {
-    View ab = words("ab");
-    View wide = words("ab cdef").frame({.width = 60});
-    View shape = FilledCircle(blue).frame({.width = 20, .height = 10});
-    return {
-        {"BackgroundOutsidePadding", ab.padding(5).background(red), "fill 35,33 30x34 #ff0000 | text 40,58 'ab'"},
-        {"BackgroundInsidePadding", ab.background(red).padding(5), "fill 40,38 20x24 #ff0000 | text 40,58 'ab'"},
-        {"BackgroundsLieOverOneAnother", ab.background(red).padding(2).background(blue),
-         "fill 38,36 24x28 #0000ff | fill 40,38 20x24 #ff0000 | text 40,58 'ab'"},
-        {"NoBackground", ab.background({}).background(Color::clear()), "text 40,58 'ab'"},
-        {"BackgroundRunsUnderIgnoredSafeArea",
-         ab.frame({.maxWidth = infinity, .maxHeight = infinity}).background(red).ignoresSafeArea(Edge::all),
-         "fill 0,0 100x100 #ff0000 | text 40,58 'ab'"},
-        {"RoundedBackground", ab.background(red).cornerRadius(5),
-         "clip 40,38 20x24 r5 | fill 40,38 20x24 #ff0000 r5 | text 40,58 'ab' | unclip"},
-        {"SquareBackgroundAroundRoundedContent", ab.cornerRadius(5).padding(1).background(red),
-         "fill 39,37 22x26 #ff0000 | clip 40,38 20x24 r5 | text 40,58 'ab' | unclip"},
-        {"LinesAtTheLeadingEdge", wide, "text 30,46 'ab' | text 30,70 'cdef'"},
-        {"LinesCentred", wide.multilineTextAlignment(TextAlignment::center), "text 40,46 'ab' | text 30,70 'cdef'"},
-        {"LinesAtTheTrailingEdge", wide.multilineTextAlignment(TextAlignment::trailing),
-         "text 50,46 'ab' | text 30,70 'cdef'"},
-        {"LinesFromTheRight", words("ab שלום").layoutDirection(LayoutDirection::rightToLeft).frame({.width = 60}),
-         "text 50,46 'ab' | text 30,70 'שלום'"},
-        {"TextOfItsOwnDirection", words("שלום"), "text 30,58 'שלום' rtl"},
-        {"LineBreaksStay", words("a\n\nb"), "text 45,34 'a' | text 45,82 'b'"},
-        {"OverlayAbove", ab.overlay(Alignment::topTrailing(), shape), "text 40,58 'ab' | disc 45,38 10x10 #0000ff"},
-        {"Shapes",
-         HStack(VerticalAlignment::top, 0,
-                {StrokedCircle(red, 2).frame({.width = 10, .height = 10}),
-                 ColorRectangle(blue).frame({.width = 10, .height = 10})}),
-         "ring 40,45 10x10 #ff0000 w2 | fill 50,45 10x10 #0000ff"},
-        {"SymbolFollowsFontAndTint", SymbolImage("star.fill").font(Font::system(16)).foregroundColor(red),
-         "image 40,40 20x20 #ff0000"},
-        {"ScrolledContentIsClipped", ScrollView(ab), "clip 0,0 100x100 | text 40,20 'ab' | unclip"},
-    };
-}
-
-class Painting : public testing::TestWithParam<Picture> {};
-
-}  // namespace
-
-TEST_P(Painting, MatchesItsTable) {
-    EXPECT_EQ(Stage({{100, 100}, {}, 1, 1}, GetParam().tree).drawing(), GetParam().drawing);
-}
-
-INSTANTIATE_TEST_SUITE_P(All, Painting, testing::ValuesIn(pictures()),
-                         [](const auto& picture) { return std::string(picture.param.name); });
-
 TEST(Painting, ScalesFontsAndDrawsNoneBelowOnePoint) {
     auto drawnSize = [](double fontSize, double textScale) {
         Stage stage({{1000, 100}, {}, 1, textScale}, Text("a").font(Font::system(fontSize)));
@@ -91,15 +30,14 @@ TEST(Painting, HairlinesAndTextsFitThePixelsOfTheScreen) {
 TEST(Painting, SkipsTextLinesThatAreScrolledAway) {
     std::string text = "line";
     for (int line = 1; line < 1000; ++line) text += "\nline";
-    Stage stage({{100, 100}, {}, 1, 1}, ScrollView(words(text)));
+    Stage stage(window(100, 100), ScrollView(words(text)));
     stage.view().scroll(12000);
     EXPECT_LE(stage.view().displayList().size(), 8u);
     EXPECT_EQ(stage.view().elements().size(), 1u);
 }
 
 TEST(Painting, UnknownSymbolsAndMissingPicturesAreEmptyViews) {
-    EXPECT_TRUE(SymbolImage("../View.h").isEmpty());
-    EXPECT_TRUE(ImageView({}).isEmpty());
-    EXPECT_TRUE(ResizableImage({}).isEmpty());
-    EXPECT_TRUE(SourcedImage(nullptr).isEmpty());
+    for (const View& view : {SymbolImage("../View.h"), ResizableImage({}), SourcedImage(nullptr)}) {
+        EXPECT_TRUE(view.isEmpty());
+    }
 }

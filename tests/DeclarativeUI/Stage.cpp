@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <iomanip>
 #include <sstream>
 
 namespace vantix {
@@ -12,57 +11,16 @@ namespace {
 
 std::string number(double value) {
     std::ostringstream text;
-    double rounded = std::round(value * 100) / 100;
-    text << (rounded == 0 ? 0 : rounded);
+    text << std::round(value * 100) / 100 + 0.0;
     return text.str();
 }
-
-std::string colorText(const Color& color) {
-    std::ostringstream text;
-    text << " #" << std::hex << std::setfill('0');
-    for (double part : {color.red, color.green, color.blue}) text << std::setw(2) << std::lround(part * 255);
-    return text.str();
-}
-
-std::string radius(double cornerRadius) { return cornerRadius > 0 ? " r" + number(cornerRadius) : ""; }
-
-struct ItemDescriber {
-    std::string operator()(const FillRect& item) const {
-        return "fill " + describe(item.frame) + colorText(item.color) + radius(item.cornerRadius);
-    }
-    std::string operator()(const FillEllipse& item) const {
-        return "disc " + describe(item.frame) + colorText(item.color);
-    }
-    std::string operator()(const StrokeEllipse& item) const {
-        return "ring " + describe(item.frame) + colorText(item.color) + " w" + number(item.lineWidth);
-    }
-    std::string operator()(const DrawText& item) const {
-        return "text " + describe(item.origin) + " '" + item.text + "'" + (item.rightToLeft ? " rtl" : "");
-    }
-    std::string operator()(const DrawImage& item) const {
-        return "image " + describe(item.frame) + (item.tint ? colorText(*item.tint) : "");
-    }
-    std::string operator()(const PushClip& item) const {
-        return "clip " + describe(item.frame) + radius(item.cornerRadius);
-    }
-    std::string operator()(const PopClip&) const { return "unclip"; }
-};
-
-void join(std::string& list, const std::string& item) { list += (list.empty() ? "" : " | ") + item; }
-
-}  // namespace
-
-std::string describe(Point point) { return number(point.x) + "," + number(point.y); }
 
 std::string describe(const Rect& frame) {
-    return describe(frame.origin) + " " + number(frame.size.width) + "x" + number(frame.size.height);
+    return number(frame.minX()) + "," + number(frame.minY()) + " " + number(frame.size.width) + "x" +
+           number(frame.size.height);
 }
 
-std::string describe(const HostedView::TapResult& met) {
-    if (!met.action) return "nothing";
-    if (!met.element) return "something";
-    return std::string(roleName(met.element->role)) + ' ' + std::to_string(met.element->index);
-}
+}  // namespace
 
 AccessibleElement Stage::element(Role role, int index) const {
     for (const AccessibleElement& element : view_->elements()) {
@@ -72,17 +30,18 @@ AccessibleElement Stage::element(Role role, int index) const {
     return {};
 }
 
+std::string Stage::met(Point point) const {
+    auto met = view_->hitTest(point);
+    if (!met.action) return "nothing";
+    return met.element ? roleName(met.element->role) + ' ' + std::to_string(met.element->index) : "something";
+}
+
 std::string Stage::marks() const {
     std::string list;
     for (const AccessibleElement& element : view_->elements()) {
-        if (element.role == Role::mark) join(list, element.label + " " + describe(element.frame));
+        if (element.role != Role::mark) continue;
+        list += (list.empty() ? "" : " | ") + element.label + " " + describe(element.frame);
     }
-    return list;
-}
-
-std::string Stage::drawing() const {
-    std::string list;
-    for (const DisplayItem& item : view_->displayList()) join(list, std::visit(ItemDescriber(), item));
     return list;
 }
 

@@ -3,6 +3,8 @@
 #include "Platform/Ports/ImageDecoder.h"
 
 #include <algorithm>
+#include <cmath>
+#include <cstdint>
 #include <sstream>
 #include <string>
 
@@ -28,12 +30,17 @@ public:
         auto size = probe(bytes);
         if (!size) return size.error();
         if (bytes.find("damaged") != std::string_view::npos) return Error{"damaged picture"};
-        double width = size.value().width, height = size.value().height;
-        double scale = std::min({1.0, bound.width / width, bound.height / height});
+        auto [width, height] = size.value();
+        if (std::int64_t{width} * height > 40'000'000) {
+            return Error{"the picture is too large: " + std::to_string(width) + " x " + std::to_string(height) +
+                         " pixels"};
+        }
+        double scale = std::min({1.0, double(bound.width) / width, double(bound.height) / height});
         auto bitmap = std::make_shared<Bitmap>();
-        bitmap->width = static_cast<int>(width * scale);
-        bitmap->height = static_cast<int>(height * scale);
-        return Image{bitmap, {}, {width, height}};
+        bitmap->width = std::max(1, static_cast<int>(std::lround(width * scale)));
+        bitmap->height = std::max(1, static_cast<int>(std::lround(height * scale)));
+        bitmap->pixels.resize(static_cast<std::size_t>(bitmap->width) * static_cast<std::size_t>(bitmap->height));
+        return Image{bitmap, {}, {double(width), double(height)}};
     }
 };
 

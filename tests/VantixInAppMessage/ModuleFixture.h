@@ -1,6 +1,7 @@
 #pragma once
 
 #include "DeclarativeUI/HostedView.h"
+#include "DeclarativeUI/Offscreen/Aim.h"
 #include "DeclarativeUI/Offscreen/OffscreenApplication.h"
 #include "Platform/Dispatchers/VirtualDispatcher.h"
 #include "Platform/Ports/FontCatalogue.h"
@@ -107,7 +108,7 @@ protected:
             return element.role == role && (label.empty() || element.label == label);
         });
         if (met == elements.end()) return false;
-        auto result = content.hitTest(*met);
+        auto result = aimAt(content, *met);
         if (result.action) result.action();
         settle();
         return result.action != nullptr;

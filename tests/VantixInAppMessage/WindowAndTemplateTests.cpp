@@ -1,4 +1,5 @@
-#include "VantixInAppMessage/Resources/ResourceBundle.h"
+#include "VantixInAppMessage/Resources/ColorResource.h"
+#include "VantixInAppMessage/Resources/ImageResource.h"
 #include "VantixInAppMessage/templates/CloseButton.h"
 #include "VantixInAppMessage/templates/VantixUtility.h"
 #include "tests/Support/LoopbackServer.h"

@@ -37,6 +37,16 @@ VantixInAppMessagePayload messageOfReport(const Dictionary& attributes) {
     return message;
 }
 
+/// What differs from report to report of a message: the person's answer.
+Dictionary answerIn(const Dictionary& attributes) {
+    namespace Keys = VantixConstants::Keys::APIRequestKeys;
+    Dictionary answer;
+    for (const char* key : {Keys::rating, Keys::feedback, Keys::feedbackOptions}) {
+        if (const Value* value = attributes.find(key)) answer.set(key, *value);
+    }
+    return answer;
+}
+
 }  // namespace
 
 VantixHost EventLines::host() {
@@ -83,7 +93,8 @@ void EventLines::printLog(const LogLine& line) {
 
 void EventLines::printReport(const char* kind, std::string_view name, const Dictionary& attributes) {
     Dictionary report{{"kind", kind}, {"name", std::string(name)}};
-    if (printsReportAttributes_) report.set("attributes", attributes);
+    Dictionary told = printsReportAttributes_ ? attributes : answerIn(attributes);
+    if (!told.isEmpty()) report.set("attributes", std::move(told));
     lines_.write("report", std::move(report));
     if (name != rawValue(VantixDLREvents::inAppMessageShown)) return;
     auto reported = messageOfReport(attributes);

@@ -1,14 +1,12 @@
 #include "Tools/vantix-inapp/Play/TapTarget.h"
 
-#include "Tools/vantix-inapp/Scenario/TapStep.h"
+#include "DeclarativeUI/Offscreen/Aim.h"
 
 #include <algorithm>
 
 namespace vantix {
 
 namespace {
-
-bool takesTaps(Role role) { return !tappableRoles.word(role).empty(); }
 
 bool isDescribed(const AccessibleElement& element, const step::Tap& tap) {
     return takesTaps(element.role) && (!tap.role || *tap.role == element.role) &&
@@ -23,7 +21,7 @@ HostedView::TapResult findTapTarget(HostedView& content, const step::Tap& tap) {
     auto found = std::find_if(elements.begin(), elements.end(),
                               [&](const AccessibleElement& element) { return isDescribed(element, tap); });
     if (found == elements.end()) return {};
-    return content.hitTest(AccessibleElement(*found));
+    return aimAt(content, AccessibleElement(*found));
 }
 
 }  // namespace vantix

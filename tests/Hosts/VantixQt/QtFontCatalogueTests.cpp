@@ -10,29 +10,18 @@ namespace {
 
 TEST(QtFontCatalogue, FindsExactNamesOnly) {
     QtFontCatalogue catalogue;
-    for (const char* name : {"Inter", "Inter Medium", "Inter-SemiBoldItalic", "DejaVu Sans", "DejaVu Sans Bold",
-                             "DejaVuSans-Bold", "Droid Sans Fallback"}) {
+    for (const char* name :
+         {"Inter", "Inter Medium", "Inter-SemiBoldItalic", "DejaVuSans-Bold", "Droid Sans Fallback"}) {
         EXPECT_TRUE(catalogue.contains(name)) << name;
     }
-    for (const char* name : {"", "inter", "INTER", "Bold", "BOLD", "ITALIC", "REGULAR", "Inter ", "Inter:bold", "Sans",
-                             "sans-serif", "Helvetica", "DejaVuSans-BOLD"}) {
+    for (const char* name : {"", "inter", "BOLD", "Inter ", "Inter:bold", "Sans", "sans-serif", "Helvetica"}) {
         EXPECT_FALSE(catalogue.contains(name)) << name;
     }
-}
-
-TEST(QtFontCatalogue, KnowsWhichFaceBearsAName) {
-    QtFontCatalogue catalogue;
-    const FontFace* family = catalogue.find("DejaVu Sans");
-    ASSERT_TRUE(family);
-    EXPECT_EQ(family->style, "");
-    for (const char* name : {"Inter Bold Italic", "Inter-BoldItalic"}) {
-        const FontFace* face = catalogue.find(name);
-        ASSERT_TRUE(face) << name;
-        EXPECT_EQ(face->family, "Inter") << name;
-        EXPECT_EQ(face->style, "Bold Italic") << name;
-        EXPECT_EQ(face->weight, 700) << name;
-        EXPECT_TRUE(face->italic) << name;
-    }
+    EXPECT_EQ(catalogue.find("DejaVu Sans")->style, "") << "a family as a whole";
+    const FontFace* face = catalogue.find("Inter-BoldItalic");
+    EXPECT_EQ(face->family + "/" + face->style, "Inter/Bold Italic");
+    EXPECT_EQ(face->weight, 700);
+    EXPECT_TRUE(face->italic);
 }
 
 TEST(QtFontCatalogue, AnswersThreadsThatAskFirstAtTheSameTime) {

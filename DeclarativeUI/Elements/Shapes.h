@@ -1,0 +1,13 @@
+#pragma once
+
+#include "DeclarativeUI/View.h"
+
+namespace vantix {
+
+/// Shapes take all that is offered; circles as much of it as is round.
+View ColorRectangle(Color color);
+View FilledCircle(Color color);
+/// The line runs along the circle's edge, half of its width outside.
+View StrokedCircle(Color color, double lineWidth = 1);
+
+}  // namespace vantix

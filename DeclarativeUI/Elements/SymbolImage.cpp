@@ -1,0 +1,53 @@
+#include "DeclarativeUI/Elements/SymbolImage.h"
+
+#include "DeclarativeUI/Layout/LayoutPass.h"
+
+#include <map>
+#include <string>
+
+namespace vantix {
+
+/// Made by the build from the drawings in Symbols.
+const std::string* embeddedSymbol(std::string_view fileName);
+
+namespace {
+
+class SymbolElement final : public Element {
+public:
+    explicit SymbolElement(Image drawing) : drawing_(std::move(drawing)) {}
+
+    Size measure(const Proposal&, const Environment& environment, LayoutPass& pass) const override {
+        constexpr double sizeToFont = 1.25;
+        double side = pass.roundUpToPixel(pass.drawnFont(environment.font).size * sizeToFont);
+        return {side, side};
+    }
+
+    void place(const Rect& frame, const Proposal&, const Environment& environment, LayoutPass& pass) const override {
+        Color tint = environment.foregroundColor.value_or(Color::black());
+        pass.elements().show({.role = Role::image, .frame = frame, .textColor = tint});
+        pass.draw(DrawImage{frame, drawing_, tint});
+    }
+
+private:
+    Image drawing_;
+};
+
+}  // namespace
+
+Image systemSymbol(std::string_view systemName) {
+    static std::map<std::string, Image, std::less<>> drawings;
+    auto known = drawings.find(systemName);
+    if (known != drawings.end()) return known->second;
+    auto drawing = embeddedSymbol(std::string(systemName) + ".svg");
+    if (!drawing) return {};
+    return drawings[std::string(systemName)] = vectorImage(*drawing);
+}
+
+View SymbolImage(Image drawing) {
+    if (drawing.isNull()) return {};
+    return View(std::make_shared<const SymbolElement>(std::move(drawing)));
+}
+
+View SymbolImage(std::string_view systemName) { return SymbolImage(systemSymbol(systemName)); }
+
+}  // namespace vantix

@@ -1,0 +1,64 @@
+#include "DeclarativeUI/View.h"
+
+#include "DeclarativeUI/Elements/Decoration.h"
+#include "DeclarativeUI/Elements/Frame.h"
+#include "DeclarativeUI/Elements/Inherited.h"
+#include "DeclarativeUI/Elements/LayoutObserver.h"
+#include "DeclarativeUI/Elements/Padding.h"
+#include "DeclarativeUI/Elements/SafeArea.h"
+#include "DeclarativeUI/Elements/Semantics.h"
+#include "DeclarativeUI/Elements/TapGesture.h"
+
+namespace vantix {
+
+View View::padding(double amount) const { return padding(Edge::all, amount); }
+
+View View::padding(Edge edges, double amount) const {
+    auto along = [&](Edge edge) { return includes(edges, edge) ? amount : 0; };
+    return padded(*this, {along(Edge::top), along(Edge::leading), along(Edge::bottom), along(Edge::trailing)}, true);
+}
+
+View View::padding(const EdgeInsets& insets) const { return padded(*this, insets, false); }
+
+View View::frame(const FrameSpec& spec) const { return framed(*this, spec); }
+
+View View::background(std::optional<Color> color) const { return withBackground(*this, color); }
+
+View View::cornerRadius(double radius) const { return withCornerRadius(*this, radius); }
+
+View View::overlay(Alignment alignment, const View& content) const { return withOverlay(*this, alignment, content); }
+
+View View::font(const Font& font) const {
+    return inherited(*this, [font](Environment& inner) { inner.font = font; });
+}
+
+View View::foregroundColor(std::optional<Color> color) const {
+    if (!color) return *this;
+    return inherited(*this, [color](Environment& inner) { inner.foregroundColor = color; });
+}
+
+View View::multilineTextAlignment(TextAlignment alignment) const {
+    return inherited(*this, [alignment](Environment& inner) { inner.textAlignment = alignment; });
+}
+
+View View::layoutDirection(LayoutDirection direction) const {
+    return inherited(*this, [direction](Environment& inner) { inner.layoutDirection = direction; });
+}
+
+View View::onTapGesture(std::function<void()> action) const { return tappable(*this, std::move(action)); }
+
+View View::ignoresSafeArea(Edge edges) const { return ignoringSafeArea(*this, edges); }
+
+View View::onLayout(std::string key, std::function<void(Size)> action) const {
+    return observed(*this, std::move(key), std::move(action));
+}
+
+View View::element(Role role, std::string label) const { return asElement(*this, role, std::move(label)); }
+
+View View::selected(bool isSelected) const { return asSelected(*this, isSelected); }
+
+View View::spokenText(std::string text) const { return spokenAs(*this, std::move(text)); }
+
+View View::passesTouchesOutsideCard() const { return passingTouchesOutsideCard(*this); }
+
+}  // namespace vantix

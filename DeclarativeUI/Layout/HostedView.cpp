@@ -1,0 +1,134 @@
+#include "DeclarativeUI/HostedView.h"
+
+#include "DeclarativeUI/Layout/LayoutPass.h"
+#include "DeclarativeUI/Layout/Lengths.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace vantix {
+
+namespace {
+
+thread_local HostedView* evaluatedView = nullptr;
+
+/// Makes a view the current one while its body runs.
+class Evaluation {
+public:
+    explicit Evaluation(HostedView* view) : outer_(std::exchange(evaluatedView, view)) {}
+    ~Evaluation() { evaluatedView = outer_; }
+    Evaluation(const Evaluation&) = delete;
+    Evaluation& operator=(const Evaluation&) = delete;
+
+private:
+    HostedView* outer_;
+};
+
+/// Surroundings with which layout can count.
+SceneTraits countable(const SceneTraits& traits) {
+    auto factor = [](double value) { return value > 0 ? std::clamp(value, 0.01, 100.0) : 1; };
+    return {bounded(traits.size), bounded(traits.safeArea), factor(traits.scale), factor(traits.textScale)};
+}
+
+}  // namespace
+
+HostedView::HostedView(std::function<View()> body)
+    : body_(std::move(body)), memory_(std::make_unique<LayoutMemory>()), settled_(std::make_unique<SettledLayout>()) {}
+
+HostedView::~HostedView() = default;
+
+HostedView* HostedView::current() { return evaluatedView; }
+
+void HostedView::setOnNeedsDisplay(std::function<void()> handler) { onNeedsDisplay_ = std::move(handler); }
+
+void HostedView::setTraits(const SceneTraits& given) {
+    SceneTraits traits = countable(given);
+    if (traits_ == traits) return;
+    traits_ = traits;
+    invalidate();
+}
+
+void HostedView::invalidate() {
+    treeIsOutOfDate_ = true;
+    setNeedsLayout();
+}
+
+void HostedView::setNeedsLayout() {
+    layoutIsOutOfDate_ = true;
+    askForDisplay();
+}
+
+void HostedView::askForDisplay() {
+    if (!hasBeenEvaluated_ || std::exchange(hasAsked_, true)) return;
+    if (onNeedsDisplay_) onNeedsDisplay_();
+}
+
+void HostedView::evaluate(const TextMeasurer& measurer) {
+    if (!std::exchange(layoutIsOutOfDate_, false)) return;
+    hasAsked_ = false;
+    hasBeenEvaluated_ = true;
+    measurer_ = &measurer;
+    if (std::exchange(treeIsOutOfDate_, false)) {
+        Evaluation evaluation(this);
+        tree_ = body_();
+        *memory_ = {};
+    }
+    memory_->forgetSizes();
+    layOut();
+}
+
+void HostedView::layOut() {
+    {
+        Evaluation evaluation(this);
+        *settled_ = LayoutPass(*memory_, *measurer_, traits_, scrollOffset_).run(tree_);
+    }
+    scrollOffset_ = std::min(scrollOffset_, settled_->scrollRange);
+    tellSizes();
+}
+
+void HostedView::tellSizes() {
+    for (const auto& [key, size, tell] : std::exchange(settled_->sizeReports, {})) {
+        auto [told, isNew] = toldSizes_.try_emplace(key, size);
+        if (isNew || !(std::exchange(told->second, size) == size)) tell(size);
+    }
+}
+
+const DisplayList& HostedView::displayList() const { return settled_->displayList; }
+
+const std::vector<AccessibleElement>& HostedView::elements() const { return settled_->recorded.elements; }
+
+bool HostedView::claimsTouch(Point point) const {
+    if (!settled_->passesTouchesOutsideCard) return true;
+    const auto& cards = settled_->recorded.cards;
+    return std::any_of(cards.begin(), cards.end(), [&](const Rect& card) { return card.contains(point); });
+}
+
+HostedView::TapResult HostedView::hitTest(Point point) const {
+    const auto& [elements, regions, cards] = settled_->recorded;
+    auto met = std::find_if(regions.rbegin(), regions.rend(),
+                            [&](const TouchRegion& region) { return region.area.contains(point); });
+    if (met == regions.rend()) return {};
+    TapResult result;
+    if (met->element >= 0) result.element = elements[static_cast<std::size_t>(met->element)];
+    result.action = met->action;
+    return result;
+}
+
+HostedView::ScrollArea HostedView::scrollArea() const {
+    return {settled_->viewport, scrollOffset_, settled_->scrollRange};
+}
+
+void HostedView::scroll(double points) {
+    double offset = std::clamp(scrollOffset_ + bounded(points), 0.0, settled_->scrollRange);
+    if (offset == scrollOffset_ || !measurer_) return;
+    scrollOffset_ = offset;
+    layOut();
+}
+
+std::shared_ptr<void> HostedView::object(const std::string& key, const std::function<std::shared_ptr<void>()>& make) {
+    auto& kept = objects_[key];
+    if (!kept) kept = make();
+    return kept;
+}
+
+}  // namespace vantix

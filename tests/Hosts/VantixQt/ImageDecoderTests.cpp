@@ -1,0 +1,202 @@
+#include "VantixQt/QtImageDecoder.h"
+#include "tests/Support/FakeImageDecoder.h"
+
+#include <QBuffer>
+#include <QImage>
+#include <QImageWriter>
+#include <gtest/gtest.h>
+
+#include <thread>
+#include <zlib.h>
+
+namespace vantix {
+namespace {
+
+using namespace std::string_literals;
+
+/// Red on the left, blue on the right, the top row's first quarter green.
+QImage sample(int width, int height) {
+    QImage image(width, height, QImage::Format_RGB32);
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x) {
+            bool isCorner = x < width / 4 && y < height / 4;
+            image.setPixelColor(x, y, isCorner ? Qt::green : x < width / 2 ? Qt::red : Qt::blue);
+        }
+    }
+    return image;
+}
+
+std::string encoded(const QImage& image, const char* format) {
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    QImageWriter writer(&buffer, format);
+    writer.setQuality(100);
+    EXPECT_TRUE(writer.write(image)) << format;
+    return bytes.toStdString();
+}
+
+/// Two by one pixels, red and blue.
+const std::string gif =
+    "GIF89a\x02\0\x01\0\x80\0\0\xFF\0\0\0\0\xFF"
+    "!\xF9\x04\0\0\0\0\0"
+    ",\0\0\0\0\x02\0\x01\0\0\x02\x02\x44\x0A\0;"s;
+
+std::string withOrientation(const std::string& jpeg, char orientation) {
+    std::string exif = "Exif\0\0MM\0*\0\0\0\x08\0\x01\x01\x12\0\x03\0\0\0\x01\0"s + orientation + "\0\0\0\0\0\0"s;
+    std::string segment = "\xFF\xE1\0"s + static_cast<char>(exif.size() + 2) + exif;
+    return jpeg.substr(0, 2) + segment + jpeg.substr(2);
+}
+
+/// A PNG that promises so many pixels and holds none.
+std::string pngHeader(PixelSize size) {
+    std::string bytes = encoded(sample(4, 4), "png");
+    auto put = [&bytes](std::size_t position, std::uint32_t number) {
+        for (std::size_t i = 0; i < 4; ++i) bytes[position + i] = static_cast<char>(number >> (24 - 8 * i));
+    };
+    put(16, static_cast<std::uint32_t>(size.width));
+    put(20, static_cast<std::uint32_t>(size.height));
+    put(29, static_cast<std::uint32_t>(crc32(0, reinterpret_cast<const Bytef*>(&bytes[12]), 17)));
+    return bytes;
+}
+
+/// Whether the pixel has the colour, as far as a lossy format allows to tell.
+bool hasColor(const Image& image, int x, int y, QColor color) {
+    QColor pixel(image.bitmap->pixels.at(static_cast<std::size_t>(y * image.bitmap->width + x)));
+    return std::abs(pixel.red() - color.red()) + std::abs(pixel.green() - color.green()) +
+               std::abs(pixel.blue() - color.blue()) <
+           90;
+}
+
+struct Fake {
+    using Decoder = FakeImageDecoder;
+    static std::string picture(PixelSize size) { return Decoder::encode(size.width, size.height); }
+    static std::string hugePicture(PixelSize size) { return picture(size); }
+};
+
+struct OfQt {
+    using Decoder = QtImageDecoder;
+    static std::string picture(PixelSize size) { return encoded(sample(size.width, size.height), "png"); }
+    static std::string hugePicture(PixelSize size) { return pngHeader(size); }
+};
+
+/// What every decoder owes.
+template <typename Pictures>
+class ImageDecoderContract : public testing::Test {
+protected:
+    typename Pictures::Decoder decoder;
+};
+
+using Decoders = testing::Types<Fake, OfQt>;
+TYPED_TEST_SUITE(ImageDecoderContract, Decoders);
+
+TYPED_TEST(ImageDecoderContract, ScalesDownToTheBoundAndNeverUp) {
+    const struct {
+        PixelSize size, bound, expected;
+    } cases[] = {
+        {{64, 32}, {64, 32}, {64, 32}},     {{64, 32}, {32, 32}, {32, 16}}, {{64, 32}, {1000, 8}, {16, 8}},
+        {{64, 32}, {1000, 1000}, {64, 32}}, {{300, 2}, {10, 10}, {10, 1}},  {{64, 32}, {0, 0}, {1, 1}},
+    };
+    for (const auto& [size, bound, expected] : cases) {
+        std::string bytes = TypeParam::picture(size);
+        EXPECT_EQ(this->decoder.probe(bytes).value(), size);
+        Result<Image> image = this->decoder.decode(bytes, bound);
+        ASSERT_TRUE(image) << image.error().localizedDescription;
+        EXPECT_EQ((PixelSize{image.value().bitmap->width, image.value().bitmap->height}), expected);
+        EXPECT_EQ(image.value().bitmap->pixels.size(), static_cast<std::size_t>(expected.width * expected.height));
+        EXPECT_EQ(image.value().naturalSize, (Size{double(size.width), double(size.height)}));
+    }
+}
+
+TYPED_TEST(ImageDecoderContract, RefusesWhatIsNoWholePicture) {
+    std::string whole = TypeParam::picture({64, 32});
+    for (const std::string& bytes :
+         {std::string(), std::string("this is no picture"), whole.substr(0, whole.size() / 2)}) {
+        EXPECT_FALSE(this->decoder.probe(bytes)) << bytes;
+        EXPECT_FALSE(this->decoder.decode(bytes, {8, 8})) << bytes;
+    }
+}
+
+TYPED_TEST(ImageDecoderContract, RefusesMoreThanFortyMegapixelsByTheHeader) {
+    PixelSize size{8000, 5001};
+    std::string bytes = TypeParam::hugePicture(size);
+    EXPECT_EQ(this->decoder.probe(bytes).value(), size);
+    Result<Image> image = this->decoder.decode(bytes, {10, 10});
+    ASSERT_FALSE(image);
+    EXPECT_EQ(image.error().localizedDescription, "the picture is too large: 8000 x 5001 pixels");
+}
+
+TYPED_TEST(ImageDecoderContract, WorksOnSeveralThreads) {
+    std::string bytes = TypeParam::picture({64, 32});
+    std::vector<std::jthread> threads;
+    for (int i = 0; i < 4; ++i) {
+        threads.emplace_back([&] { EXPECT_TRUE(this->decoder.decode(bytes, {32, 32})); });
+    }
+}
+
+TEST(QtImageDecoder, DecodesEachFormatAtEverySize) {
+    QtImageDecoder decoder;
+    for (const char* format : {"png", "jpeg", "webp"}) {
+        for (int divisor : {1, 2}) {
+            Result<Image> image = decoder.decode(encoded(sample(64, 32), format), {64 / divisor, 1000});
+            ASSERT_TRUE(image) << format << ": " << image.error().localizedDescription;
+            EXPECT_EQ(image.value().bitmap->width, 64 / divisor) << format;
+            EXPECT_TRUE(hasColor(image.value(), 4 / divisor, 4 / divisor, Qt::green)) << format;
+            EXPECT_TRUE(hasColor(image.value(), 4 / divisor, 28 / divisor, Qt::red)) << format;
+            EXPECT_TRUE(hasColor(image.value(), 60 / divisor, 4 / divisor, Qt::blue)) << format;
+        }
+    }
+    Result<Image> image = decoder.decode(gif, {10, 10});
+    ASSERT_TRUE(image) << image.error().localizedDescription;
+    EXPECT_EQ(image.value().bitmap->pixels, (std::vector<std::uint32_t>{0xFFFF0000, 0xFF0000FF}));
+}
+
+TEST(QtImageDecoder, AcceptsFillBytesBeforeAMarkerAndPremultipliesAlpha) {
+    std::string jpeg = encoded(sample(8, 8), "jpeg");
+    EXPECT_TRUE(QtImageDecoder().decode(jpeg.insert(2, "\xFF\xFF"), {8, 8}));
+    QImage image(1, 1, QImage::Format_ARGB32);
+    image.fill(QColor(255, 0, 0, 128));
+    EXPECT_EQ(QtImageDecoder().decode(encoded(image, "png"), {1, 1}).value().bitmap->pixels.at(0), 0x80800000U);
+}
+
+TEST(QtImageDecoder, TurnsPicturesUpright) {
+    const struct {
+        char orientation;
+        PixelSize upright;
+        int greenX, greenY;
+    } cases[] = {{1, {64, 32}, 2, 2},  {3, {64, 32}, 61, 29}, {6, {32, 64}, 29, 2},
+                 {8, {32, 64}, 2, 61}, {5, {32, 64}, 2, 2},   {2, {64, 32}, 61, 2}};
+    for (const auto& [orientation, upright, greenX, greenY] : cases) {
+        std::string bytes = withOrientation(encoded(sample(64, 32), "jpeg"), orientation);
+        EXPECT_EQ(QtImageDecoder().probe(bytes).value(), upright) << int(orientation);
+        Image image = QtImageDecoder().decode(bytes, {64, 64}).value();
+        EXPECT_EQ(image.naturalSize, (Size{double(upright.width), double(upright.height)}));
+        EXPECT_TRUE(hasColor(image, greenX, greenY, Qt::green)) << int(orientation);
+        EXPECT_EQ(QtImageDecoder().decode(bytes, {upright.width / 2, 64}).value().bitmap->height, upright.height / 2);
+    }
+}
+
+TEST(QtImageDecoder, RefusesOtherFormatsAndBareSignatures) {
+    for (const std::string& bytes :
+         {"<svg xmlns='http://www.w3.org/2000/svg' width='8' height='8'/>"s, encoded(sample(8, 8), "bmp"),
+          encoded(sample(8, 8), "ppm"), "\x89PNG\r\n\x1A\n"s, "RIFF\x10\0\0\0WEBP"s}) {
+        EXPECT_FALSE(QtImageDecoder().probe(bytes)) << bytes;
+        EXPECT_FALSE(QtImageDecoder().decode(bytes, {8, 8})) << bytes;
+    }
+}
+
+TEST(QtImageDecoder, RefusesDamagedPicturesSilently) {
+    testing::internal::CaptureStderr();
+    for (const char* format : {"png", "jpeg", "webp", "gif"}) {
+        const std::string bytes = format == std::string("gif") ? gif : encoded(sample(64, 64), format);
+        for (std::size_t length = 0; length + 12 < bytes.size(); length += 7) {
+            EXPECT_FALSE(QtImageDecoder().decode(bytes.substr(0, length), {64, 64})) << format << " " << length;
+            std::string damaged = bytes;
+            damaged[length + 12] = static_cast<char>(~damaged[length + 12]);
+            QtImageDecoder().decode(damaged, {64, 64});
+        }
+    }
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+}  // namespace
+}  // namespace vantix
