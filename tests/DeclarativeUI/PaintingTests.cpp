@@ -27,6 +27,11 @@ TEST(Painting, HairlinesAndTextsFitThePixelsOfTheScreen) {
     EXPECT_DOUBLE_EQ(line.frame.size.height, 1 / 3.0);
 }
 
+TEST(Painting, FillsARoundedBackgroundRound) {
+    Stage stage(window(100, 100), words("ab").background(red).cornerRadius(5));
+    EXPECT_EQ(std::get<FillRect>(stage.view().displayList().at(1)).cornerRadius, 5);
+}
+
 TEST(Painting, SkipsTextLinesThatAreScrolledAway) {
     std::string text = "line";
     for (int line = 1; line < 1000; ++line) text += "\nline";

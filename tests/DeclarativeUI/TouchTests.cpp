@@ -47,8 +47,8 @@ std::vector<Touches> touches() {
          {{{50, 50}, "something"}}},
         {"SameTappedViewTwice", VStack({tappedBox, tappedBox}), {{{50, 30}, "image 0"}, {{50, 70}, "image 1"}}},
         {"NothingOutsideTheViewport",
-         VStack(
-             {mark("", 100, 20), ScrollView(HStack({button, tappedBox}).padding(Edge::top, 62)).frame({.height = 70})}),
+         VStack({mark("", 100, 20),
+                 ScrollView(HStack({button, tappedBox.cornerRadius(1)}).padding(Edge::top, 62)).frame({.height = 70})}),
          {{{36, 95}, "button 0"}, {{64, 95}, "image 0"}, {{36, 99.5}, "nothing"}, {{64, 99.5}, "nothing"}}},
     };
 }
@@ -77,9 +77,9 @@ TEST(Touch, OnAButtonIsItsOwnWhateverGestureIsAroundIt) {
 }
 
 TEST(Touch, OnAnElementScrollsItIntoViewAndAimsBesideControls) {
-    View covered = Button(doNothing, mark("", 90, 500));
+    View covered = Button(doNothing, mark("", 100, 500));
     Stage stage(window(100, 100), ScrollView(VStack(HorizontalAlignment::center, 0,
-                                                    {mark("", 10, 300), covered, Button(doNothing, mark("", 20, 20))})
+                                                    {mark("", 10, 300), covered, Button(doNothing, mark("", 100, 20))})
                                                  .frame({.width = 100})
                                                  .element(Role::card)
                                                  .onTapGesture(doNothing)));
