@@ -127,9 +127,10 @@ TEST_F(BackendTest, TheCommandAnswersAndPrintsWhatItTook) {
 TEST_F(BackendTest, APortIsNotShared) {
     RunningBackend backend(backendFolder);
     std::string port = backend.baseURL.substr(backend.baseURL.rfind(':') + 1);
-    auto second = runProgram({"backend", "--port", port}, folder.path());
-    EXPECT_EQ(second.errors, Lines{"port " + port + " cannot be had"});
-    EXPECT_EQ(second.status, 2);
+    RunningProgram second({"backend", "--port", port}, folder.path());
+    EXPECT_EQ(second.readLine(), std::nullopt);
+    EXPECT_EQ(second.end(SIGTERM), 2);
+    EXPECT_EQ(second.errors(), Lines{"port " + port + " cannot be had"});
 }
 
 namespace {
