@@ -7,7 +7,7 @@
 #include "VantixCore/VantixImageView.h"
 #include "VantixInAppMessage/Manager/InAppDisplayManager.h"
 #include "VantixInAppMessage/Manager/InAppMessageQueueManager.h"
-#include "VantixInAppMessage/Manager/MainThread.h"
+#include "Platform/Ports/MainThread.h"
 #include "VantixInAppMessage/Resources/ResourceBundle.h"
 
 namespace vantix {

@@ -7,7 +7,7 @@
 #include "VantixInAppMessage/Core/InAppMessagingCore.h"
 #include "VantixInAppMessage/MVVM/View/InAppMessageViewBuilder.h"
 #include "VantixInAppMessage/Manager/InAppMessageQueueManager.h"
-#include "VantixInAppMessage/Manager/MainThread.h"
+#include "Platform/Ports/MainThread.h"
 #include "VantixPushNotification/NotificationCore.h"
 
 #include <algorithm>

@@ -5,7 +5,7 @@
 #include "Platform/Ports/Platform.h"
 #include "VantixCore/VantixLogger.h"
 #include "VantixInAppMessage/Manager/InAppDisplayManager.h"
-#include "VantixInAppMessage/Manager/MainThread.h"
+#include "Platform/Ports/MainThread.h"
 #include "VantixInAppMessage/templates/InAppMessageView.h"
 
 #include <algorithm>
