@@ -1,8 +1,8 @@
 #include "Platform/Values/JSON.h"
 #include "VantixCore/Network/NetworkPolicy.h"
 #include "VantixInAppMessage/API/Status.h"
-#include "VantixInAppMessage/Manager/InAppMessageTriggerManager.h"
 #include "VantixInAppMessage/Manager/InAppRepoHelper.h"
+#include "VantixInAppMessage/Manager/VantixInAppTriggerManager.h"
 #include "tests/Support/LoopbackServer.h"
 #include "tests/VantixCore/CoreFixture.h"
 
