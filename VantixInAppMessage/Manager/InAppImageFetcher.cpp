@@ -23,6 +23,7 @@ InAppImageFetcher::InAppImageFetcher(std::shared_ptr<InAppMessageQueueManager> q
     : queueManager_(std::move(queueManager)) {}
 
 void InAppImageFetcher::downloadInAppMessageImageIfAvailable(const SharedPayload& message, bool asynchronousDownload) {
+    if (!message->getImageURL()) return;
     if (asynchronousDownload) return fetchImage(message, [] {});
 
     auto group = Platform::current()->dispatcher->makeGroup();
