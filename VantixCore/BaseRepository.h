@@ -1,12 +1,9 @@
 #pragma once
 
 #include "Platform/Values/Result.h"
-#include "VantixCore/VantixEvents.h"
 
-#include <chrono>
 #include <functional>
 #include <map>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -34,19 +31,6 @@ struct FetchRequest {
     std::string entityName;
     std::optional<Predicate> predicate;
     std::optional<int> fetchLimit;
-};
-
-/// The description of what a store holds: entities with their text attributes, in order.
-struct ObjectModel {
-    struct Entity {
-        std::string name;
-        std::vector<std::string> attributes;
-
-        bool operator==(const Entity&) const = default;
-    };
-    std::vector<Entity> entities;
-
-    bool operator==(const ObjectModel&) const = default;
 };
 
 /// One record: a text, or nothing, for each attribute.

@@ -1,84 +1,51 @@
 #include "VantixCore/VantixEvents.h"
 
+#include "Platform/Values/WordTable.h"
+
 namespace vantix {
 
-std::string_view rawValue(VantixDLREvents event) {
-    switch (event) {
-        case VantixDLREvents::inAppMessageShown:
-            return "inAppMessageShown";
-        case VantixDLREvents::inAppMessageClicked:
-            return "inAppMessageClicked";
-        case VantixDLREvents::inAppMessageDismissed:
-            return "inAppMessageDismissed";
-    }
-    return {};
-}
+namespace {
 
-std::string_view rawValue(VantixBehavioralEvents event) {
-    switch (event) {
-        case VantixBehavioralEvents::inAppMessageClose:
-            return "inAppMessageClose";
-        case VantixBehavioralEvents::inAppMessageRating:
-            return "inAppMessageRating";
-        case VantixBehavioralEvents::inAppMessageFeedback:
-            return "inAppMessageFeedback";
-        case VantixBehavioralEvents::inAppMessageAppRating:
-            return "inAppMessageAppRating";
-    }
-    return {};
-}
+constexpr WordTable<VantixDLREvents, 3> deliveryReports{
+    {{VantixDLREvents::inAppMessageShown, "inAppMessageShown"},
+     {VantixDLREvents::inAppMessageClicked, "inAppMessageClicked"},
+     {VantixDLREvents::inAppMessageDismissed, "inAppMessageDismissed"}}};
 
-std::string_view rawValue(VantixNotificationType type) {
-    switch (type) {
-        case VantixNotificationType::push:
-            return "push";
-        case VantixNotificationType::inapp:
-            return "inapp";
-    }
-    return {};
-}
+constexpr WordTable<VantixBehavioralEvents, 4> behavioralEvents{
+    {{VantixBehavioralEvents::inAppMessageClose, "inAppMessageClose"},
+     {VantixBehavioralEvents::inAppMessageRating, "inAppMessageRating"},
+     {VantixBehavioralEvents::inAppMessageFeedback, "inAppMessageFeedback"},
+     {VantixBehavioralEvents::inAppMessageAppRating, "inAppMessageAppRating"}}};
 
-std::string_view rawValue(NotificationEventResult result) {
-    switch (result) {
-        case NotificationEventResult::success:
-            return "success";
-        case NotificationEventResult::failure:
-            return "failure";
-    }
-    return {};
-}
+constexpr WordTable<VantixNotificationType, 2> notificationTypes{
+    {{VantixNotificationType::push, "push"}, {VantixNotificationType::inapp, "inapp"}}};
 
-std::string_view rawValue(NotificationGateway gateway) {
-    switch (gateway) {
-        case NotificationGateway::fcm:
-            return "fcm";
-        case NotificationGateway::apns:
-            return "apns";
-    }
-    return {};
-}
+constexpr WordTable<NotificationEventResult, 2> results{
+    {{NotificationEventResult::success, "success"}, {NotificationEventResult::failure, "failure"}}};
 
-std::string_view rawValue(CTAActionType type) {
-    switch (type) {
-        case CTAActionType::external:
-            return "EXTERNAL";
-        case CTAActionType::deepLink:
-            return "DEEPLINK";
-        case CTAActionType::rating:
-            return "RATING";
-        case CTAActionType::feedback:
-            return "FEEDBACK";
-        case CTAActionType::appRating:
-            return "APPRATING";
-    }
-    return {};
-}
+constexpr WordTable<NotificationGateway, 2> gateways{
+    {{NotificationGateway::fcm, "fcm"}, {NotificationGateway::apns, "apns"}}};
 
-std::optional<NotificationGateway> notificationGateway(std::string_view word) {
-    for (auto gateway : {NotificationGateway::fcm, NotificationGateway::apns}) {
-        if (rawValue(gateway) == word) return gateway;
-    }
-    return {};
-}
+constexpr WordTable<CTAActionType, 5> actionTypes{{{CTAActionType::external, "EXTERNAL"},
+                                                   {CTAActionType::deepLink, "DEEPLINK"},
+                                                   {CTAActionType::rating, "RATING"},
+                                                   {CTAActionType::feedback, "FEEDBACK"},
+                                                   {CTAActionType::appRating, "APPRATING"}}};
+
+}  // namespace
+
+std::string_view rawValue(VantixDLREvents event) { return deliveryReports.word(event); }
+
+std::string_view rawValue(VantixBehavioralEvents event) { return behavioralEvents.word(event); }
+
+std::string_view rawValue(VantixNotificationType type) { return notificationTypes.word(type); }
+
+std::string_view rawValue(NotificationEventResult result) { return results.word(result); }
+
+std::string_view rawValue(NotificationGateway gateway) { return gateways.word(gateway); }
+
+std::string_view rawValue(CTAActionType type) { return actionTypes.word(type); }
+
+std::optional<NotificationGateway> notificationGateway(std::string_view word) { return gateways.value(word); }
 
 }  // namespace vantix

@@ -1,6 +1,7 @@
 #include "VantixCore/VantixLogger.h"
 
 #include "Platform/Values/AtomicPointer.h"
+#include "Platform/Values/WordTable.h"
 
 #include <spdlog/logger.h>
 #include <spdlog/sinks/stdout_sinks.h>
@@ -12,6 +13,9 @@
 namespace vantix {
 
 namespace {
+
+constexpr WordTable<LogLevel, 4> levelNames{
+    {{LogLevel::debug, "debug"}, {LogLevel::info, "info"}, {LogLevel::error, "error"}, {LogLevel::none, "none"}}};
 
 std::atomic<LogLevel> consoleLogLevel{LogLevel::debug};
 
@@ -37,19 +41,7 @@ AtomicPointer<const Sink>& installedSink() {
 
 }  // namespace
 
-const char* logLevelName(LogLevel level) {
-    switch (level) {
-        case LogLevel::debug:
-            return "debug";
-        case LogLevel::info:
-            return "info";
-        case LogLevel::error:
-            return "error";
-        case LogLevel::none:
-            return "none";
-    }
-    return "";
-}
+std::string_view logLevelName(LogLevel level) { return levelNames.word(level); }
 
 void VantixLogger::write(const LogLine& line) {
     if (!isEnabled(line.level)) return;

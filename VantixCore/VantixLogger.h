@@ -14,7 +14,7 @@ namespace vantix {
 enum class LogLevel { debug, info, error, none };
 
 /// The word for a level ("debug", …).
-const char* logLevelName(LogLevel level);
+std::string_view logLevelName(LogLevel level);
 
 /// The operation that writes a log line.
 struct LegacyLogSource {

@@ -6,7 +6,7 @@ root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 program_packages=(
     cmake ninja-build g++ ccache pkg-config
     qt6-base-dev qt6-svg-dev qt6-image-formats-plugins libgl-dev
-    libsimdjson-dev libspdlog-dev libsqlite3-dev libcurl4-openssl-dev libutf8proc-dev libfontconfig-dev
+    libsimdjson-dev libspdlog-dev libsqlite3-dev libcurl4-openssl-dev libutf8proc-dev libfontconfig-dev liburiparser-dev uuid-dev
     libpng-dev zlib1g-dev libcpp-httplib-dev libssl-dev
     fonts-inter fonts-dejavu-core fonts-droid-fallback
 )

@@ -5,6 +5,7 @@
 namespace vantix {
 
 class Application;
+class Disk;
 class Dispatcher;
 class FontCatalogue;
 class ImageDecoder;
@@ -19,6 +20,8 @@ struct Platform {
     std::shared_ptr<FontCatalogue> fontCatalogue;
     std::shared_ptr<TextMeasurer> textMeasurer;
     std::shared_ptr<ImageDecoder> imageDecoder;
+    /// Null: the disk of the machine (FileDisk).
+    std::shared_ptr<Disk> disk = {};
 
     /// Main thread. A later call replaces the earlier platform, which lives on for whoever still holds it.
     static void install(Platform platform);

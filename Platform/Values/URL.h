@@ -14,16 +14,23 @@ public:
 
     const std::string& text() const { return text_; }
     /// In lower case; empty for a relative reference.
-    std::string scheme() const;
+    const std::string& scheme() const { return scheme_; }
     /// Whether it can be fetched: scheme http or https and a host.
     bool isWebAddress() const;
+    /// Scheme, host and port ("https://example.com:443"): equal for web addresses that lead to the same server.
+    std::string origin() const;
 
     bool operator==(const URL&) const = default;
 
 private:
-    explicit URL(std::string text) : text_(std::move(text)) {}
+    URL() = default;
 
     std::string text_;
+    std::string scheme_;
+    /// In lower case, an address without its brackets.
+    std::string host_;
+    /// As it was written, empty for the scheme's own.
+    std::string port_;
 };
 
 }  // namespace vantix

@@ -24,9 +24,9 @@ Dictionary columns(const InAppMessage& record) {
 }  // namespace
 
 void readStoredRecords(std::function<void(Value)> completion) {
-    auto repository = VantixDBFactory::getRepositoryFor(VantixInAppDBDefaults::defaultEnityName,
-                                                        VantixInAppDBDefaults::defaultStoreName,
-                                                        *VantixInAppDBDefaults::defaultMOM(), Env::dev, true, {});
+    auto repository = VantixDBFactory::getRepositoryFor(
+        VantixInAppDBDefaults::defaultEnityName, VantixInAppDBDefaults::defaultStoreName,
+        *VantixInAppDBDefaults::defaultMOM(), Env::dev, true, {}, VantixInAppDBDefaults::defaultPersistentStoreTimeOut);
     repository->fetch({}, {}, [completion = std::move(completion)](const Result<std::vector<Record>>& result) {
         if (!result) return completion(result.error().localizedDescription);
         List rows;

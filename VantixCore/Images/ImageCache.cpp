@@ -1,12 +1,11 @@
 #include "VantixCore/Images/ImageCache.h"
 
-#include "VantixCore/PrivateFiles.h"
+#include "Platform/Ports/Disk.h"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <fstream>
-#include <iterator>
+#include <sstream>
 #include <system_error>
 #include <utility>
 
@@ -18,8 +17,6 @@ namespace {
 
 constexpr const char* imageEnding = ".image";
 constexpr const char* identifiersEnding = ".identifiers";
-/// Of what replacePrivateFile had not finished when its process ended.
-constexpr const char* draftEnding = ".new";
 
 /// The 64-bit FNV-1a hash in hexadecimal: the same in every process, unlike std::hash.
 std::string hashText(std::string_view text) {
@@ -30,46 +27,19 @@ std::string hashText(std::string_view text) {
     return {digits.begin(), end};
 }
 
-std::string lineOf(std::istream& stream) {
-    std::string line;
-    std::getline(stream, line);
-    return line;
-}
-
-std::uintmax_t sizeOf(const fs::path& file) {
-    std::error_code error;
-    std::uintmax_t size = fs::file_size(file, error);
-    return error ? 0 : size;
-}
-
-/// The file's content after its first line.
-std::optional<std::string> readBytes(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    std::string url = lineOf(stream);
-    std::uintmax_t size = sizeOf(file);
-    if (!stream || size < url.size() + 1) return {};
-    std::string bytes(size - url.size() - 1, '\0');
-    stream.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    if (!stream) return {};
-    return bytes;
-}
-
-/// Whether these are identifiers without an image.
-bool isOrphan(const fs::path& file) {
-    std::error_code ignored;
-    return file.extension() == identifiersEnding && !fs::exists(fs::path(file).replace_extension(imageEnding), ignored);
-}
-
-std::set<std::string> readIdentifiers(const fs::path& file) {
-    std::ifstream stream(file);
-    std::set<std::string> identifiers;
-    for (std::string line; std::getline(stream, line);) identifiers.insert(line);
-    return identifiers;
+/// What cannot be read is fetched anew, and what cannot be written is said when an image is to be kept.
+template <typename Action>
+void attempt(Action action) {
+    try {
+        action();
+    } catch (const std::system_error&) {
+    }
 }
 
 }  // namespace
 
-ImageCache::ImageCache(fs::path folder, std::uintmax_t capacity) : folder_(std::move(folder)), capacity_(capacity) {}
+ImageCache::ImageCache(std::shared_ptr<Disk> disk, fs::path folder, std::uintmax_t capacity)
+    : disk_(std::move(disk)), folder_(std::move(folder)), capacity_(capacity) {}
 
 std::optional<std::string> ImageCache::find(const std::optional<std::string>& url,
                                             const std::optional<std::string>& identifier) {
@@ -77,13 +47,12 @@ std::optional<std::string> ImageCache::find(const std::optional<std::string>& ur
     auto entry = locate(url, identifier);
     if (entry == entries_.end()) return {};
 
-    auto bytes = readBytes(imageFile(entry->name));
+    auto bytes = readBytes(*entry);
     if (!bytes) {
         erase(entry);
         return {};
     }
-    std::error_code ignored;
-    fs::last_write_time(imageFile(entry->name), fs::file_time_type::clock::now(), ignored);
+    attempt([&] { disk_->touchFile(imageFile(entry->name)); });
     entries_.splice(entries_.end(), entries_, entry);
     return bytes;
 }
@@ -97,8 +66,9 @@ void ImageCache::insert(const std::string& url, std::string_view bytes) {
     content += bytes;
     if (content.size() > capacity_) return;
 
-    replacePrivateFile(imageFile(name), content);
-    readEntry(name);
+    disk_->makeFolder(folder_);
+    disk_->replaceFile(imageFile(name), content);
+    add({name, url, {}, content.size(), {}});
     makeRoom();
 }
 
@@ -108,9 +78,9 @@ void ImageCache::identify(const std::string& url, const std::string& identifier)
     bool isOneLine = !identifier.empty() && identifier.find('\n') == std::string::npos;
     if (entry == entries_.end() || !isOneLine || !entry->identifiers.insert(identifier).second) return;
 
-    std::ofstream(identifiersFile(entry->name), std::ios::app) << identifier << '\n';
     entry->size += identifier.size() + 1;
     totalSize_ += identifier.size() + 1;
+    attempt([&] { writeIdentifiers(*entry); });
     makeRoom();
 }
 
@@ -126,35 +96,56 @@ void ImageCache::removeAll() {
 
 void ImageCache::open() {
     if (std::exchange(isOpen_, true)) return;
-    try {
-        makePrivateDirectory(folder_);
+    attempt([&] {
+        disk_->makeFolder(folder_);
         readFolder();
-    } catch (const fs::filesystem_error&) {
-        // What could not be read is fetched anew, and what cannot be written is said at the first attempt.
-    }
+    });
     entries_.sort([](const Entry& a, const Entry& b) { return a.lastUse < b.lastUse; });
     makeRoom();
 }
 
 void ImageCache::readFolder() {
-    for (const auto& file : fs::directory_iterator(folder_)) {
-        const fs::path& path = file.path();
-        if (path.extension() == imageEnding) {
-            readEntry(path.stem());
-        } else if (path.extension() == draftEnding || isOrphan(path)) {
-            fs::remove(path);
-        }
+    auto files = disk_->filesIn(folder_);
+    for (const auto& file : files) {
+        if (file.path.extension() == imageEnding) attempt([&] { readImage(file); });
+    }
+    for (const auto& file : files) {
+        if (file.path.extension() == identifiersEnding) attempt([&] { readIdentifiers(file); });
+        if (file.path.extension() == Disk::draftEnding) attempt([&] { disk_->removeFile(file.path); });
     }
 }
 
-void ImageCache::readEntry(const std::string& name) {
-    fs::path file = imageFile(name);
-    std::ifstream stream(file, std::ios::binary);
-    std::error_code error;
-    Entry entry{name, lineOf(stream), readIdentifiers(identifiersFile(name)),
-                sizeOf(file) + sizeOf(identifiersFile(name)), fs::last_write_time(file, error)};
+void ImageCache::readImage(const Disk::ListedFile& file) {
+    auto url = disk_->readFirstLine(file.path);
+    if (url) add({file.path.stem(), *url, {}, file.size, file.lastChange});
+}
+
+/// Identifiers without an image lead nowhere.
+void ImageCache::readIdentifiers(const Disk::ListedFile& file) {
+    auto entry = std::ranges::find(entries_, file.path.stem().string(), &Entry::name);
+    if (entry == entries_.end()) return disk_->removeFile(file.path);
+    std::istringstream lines(disk_->readFile(file.path).value_or(""));
+    for (std::string line; std::getline(lines, line);) entry->identifiers.insert(line);
+    entry->size += file.size;
+    totalSize_ += file.size;
+}
+
+void ImageCache::writeIdentifiers(const Entry& entry) {
+    std::string lines;
+    for (const auto& identifier : entry.identifiers) lines += identifier + '\n';
+    disk_->replaceFile(identifiersFile(entry.name), lines);
+}
+
+void ImageCache::add(Entry entry) {
     totalSize_ += entry.size;
     entries_.push_back(std::move(entry));
+}
+
+std::optional<std::string> ImageCache::readBytes(const Entry& entry) {
+    std::optional<std::string> bytes;
+    attempt([&] { bytes = disk_->readFile(imageFile(entry.name)); });
+    if (!bytes || !bytes->starts_with(entry.url + '\n')) return {};
+    return bytes->erase(0, entry.url.size() + 1);
 }
 
 void ImageCache::makeRoom() {
@@ -162,9 +153,10 @@ void ImageCache::makeRoom() {
 }
 
 void ImageCache::erase(Entries::iterator entry) {
-    std::error_code ignored;
-    fs::remove(imageFile(entry->name), ignored);
-    fs::remove(identifiersFile(entry->name), ignored);
+    attempt([&] {
+        disk_->removeFile(imageFile(entry->name));
+        disk_->removeFile(identifiersFile(entry->name));
+    });
     totalSize_ -= entry->size;
     entries_.erase(entry);
 }

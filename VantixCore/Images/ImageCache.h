@@ -1,8 +1,11 @@
 #pragma once
 
+#include "Platform/Ports/Disk.h"
+
 #include <cstdint>
 #include <filesystem>
 #include <list>
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
@@ -19,7 +22,7 @@ namespace vantix {
 class ImageCache {
 public:
     /// The folder is made or read at the first operation.
-    ImageCache(std::filesystem::path folder, std::uintmax_t capacity);
+    ImageCache(std::shared_ptr<Disk> disk, std::filesystem::path folder, std::uintmax_t capacity);
 
     /// The image's bytes; counts as a use. An identifier is only asked when the URL is absent or unknown.
     std::optional<std::string> find(const std::optional<std::string>& url,
@@ -49,7 +52,12 @@ private:
 
     void open();
     void readFolder();
-    void readEntry(const std::string& name);
+    void readImage(const Disk::ListedFile& file);
+    void readIdentifiers(const Disk::ListedFile& file);
+    void writeIdentifiers(const Entry& entry);
+    void add(Entry entry);
+    /// Absent when the image's file is not what it was.
+    std::optional<std::string> readBytes(const Entry& entry);
     void makeRoom();
     void erase(Entries::iterator entry);
 
@@ -59,6 +67,7 @@ private:
     std::filesystem::path imageFile(const std::string& name) const;
     std::filesystem::path identifiersFile(const std::string& name) const;
 
+    std::shared_ptr<Disk> disk_;
     std::filesystem::path folder_;
     std::uintmax_t capacity_;
     bool isOpen_ = false;

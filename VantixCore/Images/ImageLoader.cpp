@@ -2,6 +2,7 @@
 
 #include "Platform/Ports/Dispatcher.h"
 #include "Platform/Ports/Platform.h"
+#include "Platform/Values/WhileAlive.h"
 
 #include <algorithm>
 #include <utility>
@@ -23,15 +24,13 @@ ImageLoader::ImageLoader(std::shared_ptr<ImageService> images, std::shared_ptr<c
       onChange_(std::move(onChange)) {}
 
 void ImageLoader::start() {
-    auto arrived = [weak = weak_from_this(), platform = platform_](const auto& bytes) {
+    auto take = whileAlive(weak_from_this(), [](ImageLoader& self, PixelSize size) { self.takeSize(size); });
+    finding_ = images_->data(request_, [platform = platform_, take](const auto& bytes) {
         if (!bytes) return;
         auto size = platform->imageDecoder->probe(*bytes.value());
         if (!size) return;
-        platform->dispatcher->mainQueue().async([weak, size = size.value()] {
-            if (auto self = weak.lock()) self->take(size);
-        });
-    };
-    images_->data(request_, arrived);
+        platform->dispatcher->mainQueue().async([take, size = size.value()] { take(size); });
+    });
 }
 
 void ImageLoader::setPlaceholder(Image placeholder) { placeholder_ = std::move(placeholder); }
@@ -51,21 +50,20 @@ void ImageLoader::needed(int pixelWidth, int pixelHeight) {
     decode();
 }
 
-void ImageLoader::take(PixelSize naturalSize) {
+void ImageLoader::takeSize(PixelSize naturalSize) {
     naturalSize_ = naturalSize;
     onChange_();
 }
 
 void ImageLoader::decode() {
-    images_->image(request_, bound_, [weak = weak_from_this(), platform = platform_](const auto& image) {
+    auto take = whileAlive(weak_from_this(), [](ImageLoader& self, Image picture) { self.takePicture(picture); });
+    decoding_ = images_->image(request_, bound_, [platform = platform_, take](const auto& image) {
         if (!image) return;
-        platform->dispatcher->mainQueue().async([weak, image = image.value()] {
-            if (auto self = weak.lock()) self->take(image);
-        });
+        platform->dispatcher->mainQueue().async([take, image = image.value()] { take(image); });
     });
 }
 
-void ImageLoader::take(Image picture) {
+void ImageLoader::takePicture(Image picture) {
     picture_ = std::move(picture);
     onChange_();
 }

@@ -5,14 +5,16 @@
 #include "Platform/Ports/Platform.h"
 #include "Platform/Values/Image.h"
 #include "VantixCore/Images/ImageService.h"
+#include "VantixCore/TransferHandle.h"
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace vantix {
 
 /// Brings the picture of an image view in: first its proportions, so that it can be laid out, then its pixels, as many
-/// as the layout needs. Main thread only.
+/// as the layout needs. What is still to come ends with it. Main thread only, except that it may go on any thread.
 class ImageLoader final : public ImageSource, public std::enable_shared_from_this<ImageLoader> {
 public:
     /// `onChange` is called whenever there is another picture to draw.
@@ -29,9 +31,9 @@ public:
     void needed(int pixelWidth, int pixelHeight) override;
 
 private:
-    void take(PixelSize naturalSize);
+    void takeSize(PixelSize naturalSize);
     void decode();
-    void take(Image picture);
+    void takePicture(Image picture);
 
     std::shared_ptr<ImageService> images_;
     std::shared_ptr<const Platform> platform_;
@@ -43,6 +45,8 @@ private:
     /// The most pixels that were asked for.
     PixelSize bound_;
     Image picture_;
+    TransferHandle finding_;
+    TransferHandle decoding_;
 };
 
 }  // namespace vantix

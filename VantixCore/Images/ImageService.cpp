@@ -1,6 +1,6 @@
 #include "VantixCore/Images/ImageService.h"
 
-#include "Platform/Ports/DispatchQueue.h"
+#include "Platform/Values/WhileAlive.h"
 #include "VantixCore/Network/NetworkPolicy.h"
 #include "VantixCore/VantixLogger.h"
 
@@ -10,6 +10,8 @@
 namespace vantix {
 
 namespace {
+
+constexpr LogSource log{"ImageUtility"};
 
 /// At this size an image is decoded for no other purpose than to know that it can be.
 constexpr PixelSize proof{64, 64};
@@ -25,45 +27,68 @@ ImageError invalidData(const Error& error) { return {ImageError::Kind::invalidIm
 }  // namespace
 
 ImageService::ImageService(std::shared_ptr<HTTPClient> client, std::shared_ptr<ImageDecoder> decoder,
-                           std::shared_ptr<DispatchQueue> queue, std::filesystem::path folder, std::uintmax_t capacity)
+                           std::shared_ptr<DispatchQueue> queue, std::shared_ptr<Disk> disk,
+                           std::filesystem::path folder, std::uintmax_t capacity)
     : client_(std::move(client)),
       decoder_(std::move(decoder)),
       queue_(std::move(queue)),
-      cache_(std::move(folder), capacity) {}
+      cache_(std::move(disk), std::move(folder), capacity) {}
 
-void ImageService::data(ImageRequest request, ImageUtility::DataCompletion completion) {
-    queue_->async([self = shared_from_this(), request = std::move(request), completion = std::move(completion)] {
-        if (Bytes bytes = self->cached(request)) {
-            if (self->decoder_->probe(*bytes)) return completion(bytes);
-            self->forget(request);
-        }
-        self->fetch(request, completion);
+template <typename Work>
+TransferHandle ImageService::start(const Claim& claim, Work work) {
+    queue_->async([claim, work = std::move(work)] {
+        if (!claim->isTaken()) work();
+    });
+    return TransferHandle([weak = weak_from_this(), claim] {
+        if (!claim->take()) return;
+        if (auto self = weak.lock()) self->queue_->async([self] { self->endUnwantedDownloads(); });
     });
 }
 
-void ImageService::image(ImageRequest request, PixelSize bound, ImageUtility::ImageCompletion completion) {
-    queue_->async([self = shared_from_this(), request = std::move(request), bound, completion = std::move(completion)] {
-        if (Bytes bytes = self->cached(request)) {
-            if (auto image = self->decoder_->decode(*bytes, bound)) return completion(image.value());
+TransferHandle ImageService::data(ImageRequest request, ImageDataCompletion completion) {
+    auto claim = std::make_shared<CallClaim>();
+    auto answer = [claim, completion = std::move(completion)](const Result<ImageData, ImageError>& data) {
+        if (claim->take()) completion(data);
+    };
+    return start(claim, [self = shared_from_this(), claim, request = std::move(request), answer = std::move(answer)] {
+        if (ImageData data = self->cached(request)) {
+            if (self->decoder_->probe(*data)) return answer(data);
             self->forget(request);
         }
-        self->fetch(request, [decoder = self->decoder_, bound, completion](const Result<Bytes, ImageError>& bytes) {
-            if (!bytes) return completion(bytes.error());
-            auto image = decoder->decode(*bytes.value(), bound);
-            if (!image) return completion(invalidData(image.error()));
-            completion(image.value());
-        });
+        self->fetch(request, claim, answer);
+    });
+}
+
+TransferHandle ImageService::image(ImageRequest request, PixelSize bound, ImageCompletion completion) {
+    auto claim = std::make_shared<CallClaim>();
+    auto answer = [claim, completion = std::move(completion)](const Result<Image, ImageError>& image) {
+        if (claim->take()) completion(image);
+    };
+    auto decodeAndAnswer = [decoder = decoder_, bound, claim, answer](const Result<ImageData, ImageError>& data) {
+        if (!data) return answer(data.error());
+        if (claim->isTaken()) return;
+        auto image = decoder->decode(*data.value(), bound);
+        if (!image) return answer(invalidData(image.error()));
+        answer(image.value());
+    };
+    return start(claim, [self = shared_from_this(), claim, request = std::move(request), bound,
+                         answer = std::move(answer), decodeAndAnswer = std::move(decodeAndAnswer)] {
+        if (ImageData data = self->cached(request)) {
+            if (auto image = self->decoder_->decode(*data, bound)) return answer(image.value());
+            self->forget(request);
+        }
+        self->fetch(request, claim, decodeAndAnswer);
     });
 }
 
 void ImageService::removeAll() {
     queue_->async([self = shared_from_this()] {
         self->cache_.removeAll();
-        for (auto& [url, download] : self->downloads_) download.isKept = false;
+        for (auto& [url, download] : self->downloads_) download->isKept = false;
     });
 }
 
-ImageService::Bytes ImageService::cached(const ImageRequest& request) {
+ImageData ImageService::cached(const ImageRequest& request) {
     auto bytes = cache_.find(textOf(request.url), request.identifier);
     if (!bytes) return {};
     if (request.url && request.identifier) cache_.identify(request.url->text(), *request.identifier);
@@ -72,7 +97,7 @@ ImageService::Bytes ImageService::cached(const ImageRequest& request) {
 
 void ImageService::forget(const ImageRequest& request) { cache_.remove(textOf(request.url), request.identifier); }
 
-void ImageService::fetch(const ImageRequest& request, ImageUtility::DataCompletion completion) {
+void ImageService::fetch(const ImageRequest& request, const Claim& claim, ImageDataCompletion completion) {
     if (!request.mayFetch || !request.url) {
         return completion(ImageError{ImageError::Kind::other, "The image is not in the cache"});
     }
@@ -80,24 +105,31 @@ void ImageService::fetch(const ImageRequest& request, ImageUtility::DataCompleti
     if (!request.url->isWebAddress()) {
         return completion(ImageError{ImageError::Kind::unsupportedURL, "Only http and https are fetched: " + url});
     }
-    auto [download, isNew] = downloads_.try_emplace(url);
-    download->second.waiters.push_back({request.identifier, std::move(completion)});
-    if (isNew) startDownload(url);
+    auto& download = downloads_[url];
+    if (!download) {
+        download = std::make_shared<Download>();
+        download->transfer = startDownload(*request.url, download);
+    }
+    download->waiters.push_back({request.identifier, claim, std::move(completion)});
 }
 
-void ImageService::startDownload(const std::string& url) {
+TransferHandle ImageService::startDownload(const URL& url, const std::shared_ptr<Download>& download) {
     HTTPRequest request{.url = url,
                         .largestBody = NetworkPolicy::largestImage,
                         .timeOut = NetworkPolicy::imageTimeOut,
-                        .connectTimeOut = NetworkPolicy::connectTimeOut};
-    client_->send(std::move(request), [self = shared_from_this(), url](Result<HTTPResponse, VantixError> response) {
-        self->queue_->async([self, url, response = std::move(response)] { self->finishDownload(url, response); });
+                        .connectTimeOut = NetworkPolicy::imageConnectTimeOut};
+    auto finish = whileAlive(std::weak_ptr(download), [self = shared_from_this(), url = url.text()](
+                                                          Download& ended, const HTTPOutcome& response) {
+        self->finishDownload(url, ended, response);
+    });
+    return client_->send(std::move(request), [queue = queue_, finish = std::move(finish)](HTTPOutcome response) {
+        queue->async([finish, response = std::move(response)] { finish(response); });
     });
 }
 
-void ImageService::finishDownload(const std::string& url, const Result<HTTPResponse, VantixError>& response) {
+void ImageService::finishDownload(const std::string& url, Download& download, const HTTPOutcome& response) {
+    downloads_.erase(url);
     auto result = proven(response);
-    Download download = std::move(downloads_.extract(url).mapped());
     if (result && download.isKept) keep(url, *result.value());
     for (Waiter& waiter : download.waiters) {
         if (waiter.identifier) cache_.identify(url, *waiter.identifier);
@@ -105,7 +137,15 @@ void ImageService::finishDownload(const std::string& url, const Result<HTTPRespo
     }
 }
 
-Result<ImageService::Bytes, ImageError> ImageService::proven(const Result<HTTPResponse, VantixError>& response) const {
+void ImageService::endUnwantedDownloads() {
+    std::erase_if(downloads_, [](auto& entry) {
+        auto& waiters = entry.second->waiters;
+        std::erase_if(waiters, [](const Waiter& waiter) { return waiter.claim->isTaken(); });
+        return waiters.empty();
+    });
+}
+
+Result<ImageData, ImageError> ImageService::proven(const HTTPOutcome& response) const {
     if (!response) return downloadingFailed(response.error().localizedDescription());
     const HTTPResponse& answer = response.value();
     if (answer.status < 200 || answer.status > 299) {
@@ -119,8 +159,8 @@ void ImageService::keep(const std::string& url, const std::string& bytes) {
     try {
         cache_.insert(url, bytes);
     } catch (const std::system_error& problem) {
-        VantixLogger::error("The image with url " + url + " could not be kept: " + problem.what(),
-                            {"ImageUtility", "downloadImage(with:imageIdentifier:)"});
+        log.error("downloadImage(with:imageIdentifier:)",
+                  [&] { return "The image with url " + url + " could not be kept: " + problem.what(); });
     }
 }
 

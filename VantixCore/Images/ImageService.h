@@ -1,8 +1,13 @@
 #pragma once
 
-#include "VantixCore/ImageUtility.h"
+#include "Platform/Ports/DispatchQueue.h"
+#include "Platform/Ports/ImageDecoder.h"
+#include "Platform/Values/URL.h"
+#include "VantixCore/ImageCompletion.h"
 #include "VantixCore/Images/ImageCache.h"
+#include "VantixCore/Network/CallClaim.h"
 #include "VantixCore/Network/HTTPClient.h"
+#include "VantixCore/TransferHandle.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -14,9 +19,6 @@
 
 namespace vantix {
 
-class DispatchQueue;
-class ImageDecoder;
-
 /// Which image is meant, and where it may come from.
 struct ImageRequest {
     std::optional<URL> url = {};
@@ -27,43 +29,53 @@ struct ImageRequest {
 
 /// The work behind ImageUtility: looks into the cache, fetches, proves, keeps and decodes. Usable from any thread;
 /// everything happens on its one queue, so that neither a busy utility queue nor a slow host holds up what the
-/// cache has.
+/// cache has. Those who ask for one image share its download, which ends when the last of them lets go.
 class ImageService : public std::enable_shared_from_this<ImageService> {
 public:
     ImageService(std::shared_ptr<HTTPClient> client, std::shared_ptr<ImageDecoder> decoder,
-                 std::shared_ptr<DispatchQueue> queue, std::filesystem::path folder, std::uintmax_t capacity);
+                 std::shared_ptr<DispatchQueue> queue, std::shared_ptr<Disk> disk, std::filesystem::path folder,
+                 std::uintmax_t capacity);
 
-    void data(ImageRequest request, ImageUtility::DataCompletion completion);
-    void image(ImageRequest request, PixelSize bound, ImageUtility::ImageCompletion completion);
+    TransferHandle data(ImageRequest request, ImageDataCompletion completion);
+    TransferHandle image(ImageRequest request, PixelSize bound, ImageCompletion completion);
     void removeAll();
 
 private:
-    using Bytes = std::shared_ptr<const std::string>;
+    using Claim = std::shared_ptr<CallClaim>;
 
     struct Waiter {
         std::optional<std::string> identifier;
-        ImageUtility::DataCompletion completion;
+        Claim claim;
+        ImageDataCompletion completion;
     };
     struct Download {
-        std::vector<Waiter> waiters;
+        std::vector<Waiter> waiters = {};
+        TransferHandle transfer = {};
         /// False once the cache was emptied after the start.
         bool isKept = true;
     };
 
-    Bytes cached(const ImageRequest& request);
+    /// Runs the work on the queue, unless the handle is dropped before.
+    template <typename Work>
+    TransferHandle start(const Claim& claim, Work work);
+
+    ImageData cached(const ImageRequest& request);
     void forget(const ImageRequest& request);
-    void fetch(const ImageRequest& request, ImageUtility::DataCompletion completion);
-    void startDownload(const std::string& url);
-    void finishDownload(const std::string& url, const Result<HTTPResponse, VantixError>& response);
-    Result<Bytes, ImageError> proven(const Result<HTTPResponse, VantixError>& response) const;
+    void fetch(const ImageRequest& request, const Claim& claim, ImageDataCompletion completion);
+    TransferHandle startDownload(const URL& url, const std::shared_ptr<Download>& download);
+    void finishDownload(const std::string& url, Download& download, const HTTPOutcome& response);
+    void endUnwantedDownloads();
+    Result<ImageData, ImageError> proven(const HTTPOutcome& response) const;
     void keep(const std::string& url, const std::string& bytes);
 
     std::shared_ptr<HTTPClient> client_;
     std::shared_ptr<ImageDecoder> decoder_;
     std::shared_ptr<DispatchQueue> queue_;
+
+    // On the queue only.
     ImageCache cache_;
     /// By URL.
-    std::map<std::string, Download> downloads_;
+    std::map<std::string, std::shared_ptr<Download>> downloads_;
 };
 
 }  // namespace vantix

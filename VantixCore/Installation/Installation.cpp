@@ -1,9 +1,11 @@
 #include "VantixCore/Installation/Installation.h"
 
+#include "Platform/Disk/FileDisk.h"
 #include "Platform/Ports/Dispatcher.h"
 #include "Platform/Values/AtomicPointer.h"
 #include "Platform/Values/FatalError.h"
 #include "VantixCore/Images/ImageService.h"
+#include "VantixCore/Network/BackEndClient.h"
 #include "VantixCore/Network/HTTPClient.h"
 #include "VantixCore/Reports/ReportSender.h"
 #include "VantixCore/Settings/FileUserDefaults.h"
@@ -29,10 +31,12 @@ std::shared_ptr<DispatchQueue> makeQueue(const Platform& platform, std::string_v
 }  // namespace
 
 Installation::Installation(VantixHost host)
-    : platform_(Platform::current()), host_(std::make_shared<const VantixHost>(std::move(host))) {
+    : platform_(Platform::current()),
+      disk_(platform_->disk ? platform_->disk : std::make_shared<FileDisk>()),
+      host_(std::make_shared<const VantixHost>(std::move(host))) {
     if (!host_->appGroup || host_->dataDirectory.empty()) return;
-    settings_ =
-        std::make_shared<FileUserDefaults>(host_->dataDirectory / "settings.json", makeQueue(*platform_, "settings"));
+    settings_ = std::make_shared<FileUserDefaults>(disk_, host_->dataDirectory / "settings.json",
+                                                   makeQueue(*platform_, "settings"));
 }
 
 Installation::~Installation() = default;
@@ -46,26 +50,31 @@ std::shared_ptr<Installation> Installation::current() {
 void Installation::replace(std::shared_ptr<Installation> installation) { installed().store(std::move(installation)); }
 
 std::shared_ptr<HTTPClient> Installation::httpClient() {
-    return httpClient_.get([this] { return std::make_shared<HTTPClient>(*platform_->dispatcher, host_); });
+    return httpClient_.get([this] { return std::make_shared<HTTPClient>(makeQueue(*platform_, "network"), host_); });
+}
+
+std::shared_ptr<BackEndClient> Installation::backEnd() {
+    return backEnd_.get([this] { return std::make_shared<BackEndClient>(httpClient(), platform_->dispatcher); });
 }
 
 std::shared_ptr<ImageService> Installation::images() {
     return images_.get([this] {
         return std::make_shared<ImageService>(httpClient(), platform_->imageDecoder, makeQueue(*platform_, "images"),
-                                              host_->dataDirectory / "images", host_->imageCacheCapacity);
+                                              disk_, host_->dataDirectory / "images", host_->imageCacheCapacity);
     });
 }
 
 std::shared_ptr<ReportSender> Installation::reports() {
     if (host_->dataDirectory.empty()) return nullptr;
     return reports_.get([this] {
-        return std::make_shared<ReportSender>(host_->dataDirectory / "reports.sqlite",
-                                              makeQueue(*platform_, "reports"));
+        auto outbox = std::make_shared<ReportOutbox>(disk_, host_->dataDirectory / "reports.sqlite");
+        return std::make_shared<ReportSender>(std::move(outbox), makeQueue(*platform_, "reports"), backEnd());
     });
 }
 
 std::shared_ptr<SQLiteStores> Installation::stores() {
-    return stores_.get([this] { return std::make_shared<SQLiteStores>(platform_->dispatcher, host_->dataDirectory); });
+    return stores_.get(
+        [this] { return std::make_shared<SQLiteStores>(platform_->dispatcher, disk_, host_->dataDirectory); });
 }
 
 std::shared_ptr<void> Installation::sharedObject(std::type_index type,

@@ -12,6 +12,7 @@
 
 namespace vantix {
 
+class BackEndClient;
 class FileUserDefaults;
 class HTTPClient;
 class ImageService;
@@ -37,6 +38,7 @@ public:
     /// Null without an app group or a data directory.
     const std::shared_ptr<FileUserDefaults>& settings() const { return settings_; }
     std::shared_ptr<HTTPClient> httpClient();
+    std::shared_ptr<BackEndClient> backEnd();
     std::shared_ptr<ImageService> images();
     /// Null without a data directory.
     std::shared_ptr<ReportSender> reports();
@@ -65,9 +67,11 @@ private:
     };
 
     std::shared_ptr<const Platform> platform_;
+    std::shared_ptr<Disk> disk_;
     std::shared_ptr<const VantixHost> host_;
     std::shared_ptr<FileUserDefaults> settings_;
     Lazy<HTTPClient> httpClient_;
+    Lazy<BackEndClient> backEnd_;
     Lazy<ImageService> images_;
     Lazy<ReportSender> reports_;
     Lazy<SQLiteStores> stores_;

@@ -6,6 +6,7 @@
 #include "VantixCore/Store/SQLiteStores.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace vantix {
 
@@ -23,10 +24,13 @@ const ObjectModel::Entity& entityNamed(const std::string& name, const ObjectMode
 std::shared_ptr<BaseRepository> VantixDBFactory::getRepositoryFor(const std::string& entity, const std::string& inStore,
                                                                   const ObjectModel& withModel, Env,
                                                                   bool shouldInferMappingModelAutomatically,
-                                                                  std::optional<std::string> sharedAppGroupIdentifier) {
+                                                                  std::optional<std::string> sharedAppGroupIdentifier,
+                                                                  double persistentStoreTimeOut) {
     std::filesystem::path file = inStore + ".sqlite";
     if (sharedAppGroupIdentifier) file = *sharedAppGroupIdentifier / file;
-    auto store = Installation::current()->stores()->store(file, withModel, shouldInferMappingModelAutomatically);
+    StoreDescription description{std::move(file), withModel, shouldInferMappingModelAutomatically,
+                                 seconds(persistentStoreTimeOut)};
+    auto store = Installation::current()->stores()->store(description);
     return std::make_shared<SQLiteRepository>(entityNamed(entity, withModel), std::move(store));
 }
 

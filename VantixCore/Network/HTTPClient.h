@@ -11,18 +11,19 @@ namespace vantix {
 /// Usable from any thread.
 class HTTPClient {
 public:
-    HTTPClient(Dispatcher& dispatcher, std::shared_ptr<const VantixHost> host);
+    /// `queue` is a serial queue for this client alone.
+    HTTPClient(std::shared_ptr<DispatchQueue> queue, std::shared_ptr<const VantixHost> host);
 
-    /// The completion runs on the network queue, once, and must not block. An answer of any status is an answer.
-    void send(HTTPRequest request, HTTPTransport::Completion completion) const;
+    /// The completion runs on the network queue, at most once, and must not block. An answer of any status is an
+    /// answer. The handle stands for the request and all that its redirects lead to.
+    TransferHandle send(HTTPRequest request, HTTPCompletion completion) const;
+    /// See HTTPTransport::refuse.
+    TransferHandle refuse(VantixError error, HTTPCompletion completion) const;
 
     /// See HTTPTransport::cancelAll.
     void cancelAll() const;
 
 private:
-    /// One request, and those that its redirects lead to.
-    void exchange(HTTPRequest request, int redirectsLeft, HTTPTransport::Completion completion) const;
-
     std::shared_ptr<const VantixHost> host_;
     std::shared_ptr<HTTPTransport> transport_;
 };

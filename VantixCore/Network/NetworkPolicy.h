@@ -6,7 +6,11 @@
 
 namespace vantix {
 
-/// What the network is allowed to cost. Only reports are ever sent twice by themselves (ReportPolicy).
+/// What the network is allowed to cost.
+///
+/// Only reports are sent again after a failure (ReportPolicy). Any request, though, may reach a server twice: when a
+/// connection that was kept from an earlier one turns out to be dead, and not a byte of an answer has come over it,
+/// libcurl sends the request once more over a fresh connection.
 namespace NetworkPolicy {
 
 /// The longest body of an answer of the back end, in bytes.
@@ -14,10 +18,10 @@ inline constexpr std::size_t largestAnswer = 8U << 20;
 /// The longest body of an image, in bytes.
 inline constexpr std::size_t largestImage = 20U << 20;
 
-/// For name, connection and TLS together.
-inline constexpr Duration connectTimeOut = seconds(10);
-/// For an image as a whole.
+/// For an image as a whole. (A call of the back end has a time of its own.)
 inline constexpr Duration imageTimeOut = seconds(30);
+/// For name, connection and TLS together, on the way to an image.
+inline constexpr Duration imageConnectTimeOut = seconds(10);
 
 /// A redirect leads to http or https only, and never from https to http.
 inline constexpr int mostRedirects = 5;

@@ -11,7 +11,7 @@ namespace vantix {
 
 namespace {
 
-constexpr const char* source = "ReportOutbox";
+constexpr LogSource log{"ReportOutbox"};
 
 void createTable(SQLiteConnection& connection) {
     connection.run(
@@ -29,7 +29,8 @@ std::size_t dropOldest(SQLiteConnection& connection) {
 
 }  // namespace
 
-ReportOutbox::ReportOutbox(std::filesystem::path file) : file_(std::move(file), createTable) {}
+ReportOutbox::ReportOutbox(std::shared_ptr<Disk> disk, std::filesystem::path file)
+    : file_(std::move(disk), std::move(file), ReportPolicy::outboxTimeOut, createTable) {}
 
 bool ReportOutbox::add(const PendingReport& report) {
     std::lock_guard lock(mutex_);
@@ -68,16 +69,17 @@ bool ReportOutbox::remove(const std::vector<PendingReport>& reports) {
 
 bool ReportOutbox::perform(const char* function, const SQLiteFile::Operation& operation) {
     auto error = file_.perform(operation);
-    if (error) VantixLogger::error(error->localizedDescription, {source, function});
+    if (error) log.error(function, error->localizedDescription);
     return !error;
 }
 
 void ReportOutbox::countDropped(std::size_t count) {
     if (count == 0) return;
     dropped_ += count;
-    VantixLogger::error("The outbox is full. Oldest reports dropped: " + std::to_string(count) +
-                            ", since the start: " + std::to_string(dropped_),
-                        {source, "add(report:)"});
+    log.error("add(report:)", [&] {
+        return "The outbox is full. Oldest reports dropped: " + std::to_string(count) +
+               ", since the start: " + std::to_string(dropped_);
+    });
 }
 
 }  // namespace vantix

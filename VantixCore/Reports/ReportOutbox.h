@@ -23,7 +23,7 @@ struct PendingReport {
 /// operation waits for the disk, and logs at error level why it failed.
 class ReportOutbox {
 public:
-    explicit ReportOutbox(std::filesystem::path file);
+    ReportOutbox(std::shared_ptr<Disk> disk, std::filesystem::path file);
 
     /// Whether the report is kept; once it is, it survives a sudden end of the process.
     bool add(const PendingReport& report);

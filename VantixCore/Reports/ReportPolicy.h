@@ -11,6 +11,8 @@ namespace ReportPolicy {
 
 /// Reports that wait at most; beyond them the oldest goes.
 inline constexpr std::size_t mostPending = 1000;
+/// How long keeping or sending waits for an outbox that another process holds.
+inline constexpr Duration outboxTimeOut = seconds(5);
 /// Reports that are sent at once.
 inline constexpr std::size_t largestBatch = 50;
 /// Bytes of a batch beyond which no further report joins it.

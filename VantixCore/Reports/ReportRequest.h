@@ -1,6 +1,6 @@
 #pragma once
 
-#include "VantixCore/Network/ConfiguredRequest.h"
+#include "VantixCore/ConfiguredRequest.h"
 #include "VantixCore/Reports/ReportOutbox.h"
 
 #include <vector>

@@ -2,17 +2,24 @@
 
 #include "Platform/Values/JSON.h"
 #include "Platform/Values/UUID.h"
+#include "Platform/Values/WhileAlive.h"
 #include "VantixCore/Reports/ReportPolicy.h"
 #include "VantixCore/Reports/ReportRequest.h"
-#include "VantixCore/VantixError.h"
 #include "VantixCore/VantixLogger.h"
 
 #include <utility>
 
 namespace vantix {
 
-ReportSender::ReportSender(const std::filesystem::path& outboxFile, std::shared_ptr<DispatchQueue> queue)
-    : queue_(std::move(queue)), outbox_(std::make_shared<ReportOutbox>(outboxFile)) {}
+namespace {
+
+constexpr LogSource log{"ReportSender"};
+
+}  // namespace
+
+ReportSender::ReportSender(std::shared_ptr<ReportOutbox> outbox, std::shared_ptr<DispatchQueue> queue,
+                           std::shared_ptr<BackEndClient> backEnd)
+    : queue_(std::move(queue)), outbox_(std::move(outbox)), backEnd_(std::move(backEnd)) {}
 
 /// Whoever lets go of the sender does not wait until the file is closed.
 ReportSender::~ReportSender() {
@@ -48,34 +55,31 @@ void ReportSender::sendPending() {
 }
 
 std::optional<ReportSender::Failure> ReportSender::attempt(const std::vector<PendingReport>& batch) const {
-    constexpr LegacyLogSource source{"ReportSender", "attempt(batch:)"};
+    constexpr const char* function = "attempt(batch:)";
     const std::string count = std::to_string(batch.size());
-    try {
-        auto answer = VantixNetworkManager().callAPI(ReportRequest(configuration_, batch)).value();
-        if (ReportPolicy::isTaken(answer.httpStatus)) return {};
-        std::string status = std::to_string(answer.httpStatus);
-        if (ReportPolicy::isFinalRefusal(answer.httpStatus)) {
-            VantixLogger::error("Reports refused by the back end with status " + status + " and dropped: " + count,
-                                source);
-            return {};
-        }
-        VantixLogger::info("Reports to be sent again after status " + status + ": " + count, source);
-        return Failure{answer.retryAfter};
-    } catch (const VantixError& error) {
-        VantixLogger::info("Reports to be sent again: " + count + ". " + error.localizedDescription(), source);
+    auto outcome = backEnd_->sendAndWait(ReportRequest(configuration_, batch));
+    if (!outcome) {
+        log.info(function, "Reports to be sent again: " + count + ". " + outcome.error().localizedDescription());
         return Failure{};
     }
+    const BackEndAnswer& answer = outcome.value();
+    if (ReportPolicy::isTaken(answer.httpStatus())) return {};
+    const std::string status = std::to_string(answer.httpStatus());
+    if (ReportPolicy::isFinalRefusal(answer.httpStatus())) {
+        log.error(function, "Reports refused by the back end with status " + status + " and dropped: " + count);
+        return {};
+    }
+    log.info(function, "Reports to be sent again after status " + status + ": " + count);
+    return Failure{answer.retryAfter()};
 }
 
 void ReportSender::retryAfter(const Failure& failure) {
     double random = std::uniform_real_distribution<>()(random_);
     Duration wait = ReportPolicy::waitAfter(++failures_, failure.waitAsked, random);
-    auto retry = [weak = weak_from_this()] {
-        auto self = weak.lock();
-        if (!self) return;
-        self->retry_ = nullptr;
-        self->sendPending();
-    };
+    auto retry = whileAlive(weak_from_this(), [](ReportSender& self) {
+        self.retry_ = nullptr;
+        self.sendPending();
+    });
     retry_ = std::make_shared<DispatchWorkItem>(QualityOfService::utility, WorkItemFlags::none, std::move(retry));
     queue_->asyncAfter(wait, retry_);
 }

@@ -2,10 +2,10 @@
 
 #include "Platform/Ports/DispatchQueue.h"
 #include "Platform/Values/Value.h"
+#include "VantixCore/Network/BackEndClient.h"
 #include "VantixCore/Reports/ReportOutbox.h"
 #include "VantixCore/VantixConfiguration.h"
 
-#include <filesystem>
 #include <memory>
 #include <optional>
 #include <random>
@@ -19,7 +19,9 @@ namespace vantix {
 /// Without a base address nothing is sent. Usable from any thread; sends on a queue of its own.
 class ReportSender : public std::enable_shared_from_this<ReportSender> {
 public:
-    ReportSender(const std::filesystem::path& outboxFile, std::shared_ptr<DispatchQueue> queue);
+    /// The queue is serial and for the sender alone, since it waits for each call.
+    ReportSender(std::shared_ptr<ReportOutbox> outbox, std::shared_ptr<DispatchQueue> queue,
+                 std::shared_ptr<BackEndClient> backEnd);
     ~ReportSender();
 
     /// From now on reports go where this configuration says, those that wait first, at once.
@@ -44,6 +46,7 @@ private:
 
     std::shared_ptr<DispatchQueue> queue_;
     std::shared_ptr<ReportOutbox> outbox_;
+    std::shared_ptr<BackEndClient> backEnd_;
 
     // On the queue only.
     std::shared_ptr<ConfigurationGenerator> configuration_;

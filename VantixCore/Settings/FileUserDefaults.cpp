@@ -1,35 +1,41 @@
 #include "VantixCore/Settings/FileUserDefaults.h"
 
+#include "Platform/Ports/Disk.h"
 #include "Platform/Values/JSON.h"
-#include "VantixCore/PrivateFiles.h"
 #include "VantixCore/VantixLogger.h"
 
-#include <exception>
-#include <fstream>
-#include <iterator>
+#include <string>
+#include <system_error>
 #include <utility>
 
 namespace vantix {
 
 namespace {
 
+constexpr LogSource log{"FileUserDefaults"};
 constexpr const char* customerIdKey = "customerId";
 
-Dictionary readSettings(const std::filesystem::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    if (!stream) return {};
-    std::string text(std::istreambuf_iterator<char>(stream), {});
-    auto parsed = parseJSON(text);
-    if (parsed && parsed.value().dictionary()) return *parsed.value().dictionary();
-    VantixLogger::error("The settings in " + file.string() + " are damaged and count as none.",
-                        {"FileUserDefaults", "settings()"});
+Dictionary readSettings(Disk& disk, const std::filesystem::path& file) {
+    try {
+        auto text = disk.readFile(file);
+        if (!text) return {};
+        auto parsed = parseJSON(*text);
+        if (parsed && parsed.value().dictionary()) return *parsed.value().dictionary();
+        log.error("settings()", [&] { return "The settings in " + file.string() + " are damaged and count as none."; });
+    } catch (const std::system_error& problem) {
+        log.error("settings()", [&] { return std::string("The settings could not be read: ") + problem.what(); });
+    }
     return {};
 }
 
 }  // namespace
 
-FileUserDefaults::FileUserDefaults(std::filesystem::path file, std::shared_ptr<DispatchQueue> writer)
-    : file_(std::move(file)), writer_(std::move(writer)), settings_(readSettings(file_)) {}
+FileUserDefaults::FileUserDefaults(std::shared_ptr<Disk> disk, std::filesystem::path file,
+                                   std::shared_ptr<DispatchQueue> writer)
+    : disk_(std::move(disk)),
+      file_(std::move(file)),
+      writer_(std::move(writer)),
+      settings_(readSettings(*disk_, file_)) {}
 
 std::optional<std::string> FileUserDefaults::customerId() const {
     std::lock_guard lock(mutex_);
@@ -52,11 +58,10 @@ void FileUserDefaults::write() const {
         text = toJSON(settings_);
     }
     try {
-        makePrivateDirectory(file_.parent_path());
-        replacePrivateFile(file_, text);
-    } catch (const std::exception& problem) {
-        VantixLogger::error(std::string("The settings could not be written: ") + problem.what(),
-                            {"FileUserDefaults", "write()"});
+        disk_->makeFolder(file_.parent_path());
+        disk_->replaceFile(file_, text);
+    } catch (const std::system_error& problem) {
+        log.error("write()", [&] { return std::string("The settings could not be written: ") + problem.what(); });
     }
 }
 

@@ -1,31 +1,17 @@
 #include "VantixCore/Store/SQLiteConnection.h"
 
+#include "Platform/Ports/Disk.h"
 #include "Platform/Values/CaseFolding.h"
 
 #include <sqlite3.h>
 
 #include <cstddef>
-#include <fcntl.h>
 #include <new>
-#include <sys/stat.h>
-#include <unistd.h>
+#include <utility>
 
 namespace vantix {
 
 namespace {
-
-constexpr int busyTimeoutMilliseconds = 5000;
-
-/// SQLite gives its side files the permissions of the database file. An existing file is not opened here: closing it
-/// would drop the locks that another connection of this process holds on it.
-void makePrivate(const std::filesystem::path& file) {
-    int descriptor = ::open(file.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
-    if (descriptor >= 0) {
-        ::close(descriptor);
-    } else {
-        ::chmod(file.c_str(), S_IRUSR | S_IWUSR);
-    }
-}
 
 std::string_view textOf(sqlite3_value* value) {
     const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
@@ -81,10 +67,13 @@ bool SQLiteError::isDamage() const {
     return primary == SQLITE_NOTADB || primary == SQLITE_CORRUPT;
 }
 
-SQLiteConnection::SQLiteConnection(const std::filesystem::path& file) {
-    makePrivate(file);
+/// SQLite gives its side files the permissions of the database file, so that one is made first.
+SQLiteConnection::SQLiteConnection(std::shared_ptr<Disk> disk, const std::filesystem::path& file, Duration busyTimeOut)
+    : vfs_(std::move(disk)) {
+    vfs_.disk().makeFile(file);
     open(file);
-    sqlite3_busy_timeout(database_.get(), busyTimeoutMilliseconds);
+    auto milliseconds = std::chrono::duration_cast<std::chrono::milliseconds>(busyTimeOut).count();
+    sqlite3_busy_timeout(database_.get(), static_cast<int>(milliseconds));
     check(sqlite3_create_function(database_.get(), "contains_folded", 2,
                                   SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_DIRECTONLY, nullptr, containsFolded,
                                   nullptr, nullptr));
@@ -107,7 +96,7 @@ void SQLiteConnection::open(const std::filesystem::path& file) {
     sqlite3* database = nullptr;
     int code = sqlite3_open_v2(file.c_str(), &database,
                                SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE,
-                               nullptr);
+                               vfs_.name());
     database_.reset(database);
     check(code);
 }

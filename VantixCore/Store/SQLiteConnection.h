@@ -1,5 +1,8 @@
 #pragma once
 
+#include "Platform/Ports/Clock.h"
+#include "VantixCore/Store/SQLiteVFS.h"
+
 #include <cstdint>
 #include <filesystem>
 #include <map>
@@ -40,8 +43,9 @@ using SQLiteRow = std::vector<std::optional<std::string>>;
 /// from which the caller has removed it already (foldCase). NULL contains nothing.
 class SQLiteConnection {
 public:
-    /// Makes the file, readable for this user alone, when it is missing.
-    explicit SQLiteConnection(const std::filesystem::path& file);
+    /// Makes the file, readable for this user alone, when it is missing. Statements wait for `busyTimeOut` while
+    /// another process holds it.
+    SQLiteConnection(std::shared_ptr<Disk> disk, const std::filesystem::path& file, Duration busyTimeOut);
 
     /// Runs one statement with its parameters in order. The compiled statement is kept, so the text should not vary
     /// with the data.
@@ -60,6 +64,7 @@ private:
     sqlite3_stmt* compiled(const std::string& sql);
     void check(int code) const;
 
+    SQLiteVFS vfs_;
     std::unique_ptr<sqlite3, CloseDatabase> database_;
     std::map<std::string, std::unique_ptr<sqlite3_stmt, FinalizeStatement>> statements_;
 };

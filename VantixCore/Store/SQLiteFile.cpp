@@ -1,6 +1,6 @@
 #include "VantixCore/Store/SQLiteFile.h"
 
-#include "VantixCore/PrivateFiles.h"
+#include "Platform/Ports/Disk.h"
 #include "VantixCore/VantixLogger.h"
 
 #include <exception>
@@ -11,19 +11,21 @@ namespace vantix {
 
 namespace {
 
+constexpr LogSource log{"SQLiteFile"};
+
 std::filesystem::path withEnding(std::filesystem::path file, const std::string& ending) { return file += ending; }
 
-std::filesystem::path freeNameBeside(const std::filesystem::path& file) {
+std::filesystem::path freeNameBeside(const std::filesystem::path& file, Disk& disk) {
     for (int number = 1;; ++number) {
         auto name = withEnding(file, ".damaged-" + std::to_string(number));
-        if (!std::filesystem::exists(name)) return name;
+        if (!disk.exists(name)) return name;
     }
 }
 
 }  // namespace
 
-SQLiteFile::SQLiteFile(std::filesystem::path file, Operation prepare)
-    : file_(std::move(file)), prepare_(std::move(prepare)) {}
+SQLiteFile::SQLiteFile(std::shared_ptr<Disk> disk, std::filesystem::path file, Duration busyTimeOut, Operation prepare)
+    : disk_(std::move(disk)), file_(std::move(file)), busyTimeOut_(busyTimeOut), prepare_(std::move(prepare)) {}
 
 std::optional<Error> SQLiteFile::perform(const Operation& operation) {
     try {
@@ -48,8 +50,8 @@ void SQLiteFile::performOrReplace(const Operation& operation) {
 
 SQLiteConnection& SQLiteFile::opened() {
     if (!connection_) {
-        makePrivateDirectory(file_.parent_path());
-        auto connection = std::make_unique<SQLiteConnection>(file_);
+        disk_->makeFolder(file_.parent_path());
+        auto connection = std::make_unique<SQLiteConnection>(disk_, file_, busyTimeOut_);
         prepare_(*connection);
         connection_ = std::move(connection);
     }
@@ -58,15 +60,14 @@ SQLiteConnection& SQLiteFile::opened() {
 
 void SQLiteFile::setAside(const char* reason) {
     connection_.reset();
-    auto name = freeNameBeside(file_);
+    auto name = freeNameBeside(file_, *disk_);
     for (const char* part : {"", "-wal"}) {
-        if (std::filesystem::exists(withEnding(file_, part))) {
-            std::filesystem::rename(withEnding(file_, part), withEnding(name, part));
-        }
+        if (disk_->exists(withEnding(file_, part))) disk_->renameFile(withEnding(file_, part), withEnding(name, part));
     }
-    VantixLogger::error("The store " + file_.filename().string() + " is damaged (" + reason +
-                            "); it was set aside as " + name.filename().string() + " and is replaced.",
-                        {"SQLiteFile", "setAside(reason:)"});
+    log.error("setAside(reason:)", [&] {
+        return "The store " + file_.filename().string() + " is damaged (" + reason + "); it was set aside as " +
+               name.filename().string() + " and is replaced.";
+    });
 }
 
 }  // namespace vantix

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Ports/Clock.h"
 #include "Platform/Values/Result.h"
 #include "VantixCore/Store/SQLiteConnection.h"
 
@@ -16,8 +17,9 @@ class SQLiteFile {
 public:
     using Operation = std::function<void(SQLiteConnection&)>;
 
-    /// Touches nothing yet. `prepare` is run on each connection that is opened, before anything else.
-    SQLiteFile(std::filesystem::path file, Operation prepare);
+    /// Touches nothing yet. An operation waits for `busyTimeOut` while another process holds the file. `prepare` is run
+    /// on each connection that is opened, before anything else.
+    SQLiteFile(std::shared_ptr<Disk> disk, std::filesystem::path file, Duration busyTimeOut, Operation prepare);
 
     const std::filesystem::path& path() const { return file_; }
     bool isOpen() const { return connection_ != nullptr; }
@@ -31,7 +33,9 @@ private:
     SQLiteConnection& opened();
     void setAside(const char* reason);
 
+    std::shared_ptr<Disk> disk_;
     std::filesystem::path file_;
+    Duration busyTimeOut_;
     Operation prepare_;
     std::unique_ptr<SQLiteConnection> connection_;
 };

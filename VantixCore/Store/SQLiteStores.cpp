@@ -7,20 +7,20 @@
 
 namespace vantix {
 
-SQLiteStores::SQLiteStores(std::shared_ptr<Dispatcher> dispatcher, std::filesystem::path directory)
-    : dispatcher_(std::move(dispatcher)), directory_(std::move(directory)) {}
+SQLiteStores::SQLiteStores(std::shared_ptr<Dispatcher> dispatcher, std::shared_ptr<Disk> disk,
+                           std::filesystem::path directory)
+    : dispatcher_(std::move(dispatcher)), disk_(std::move(disk)), directory_(std::move(directory)) {}
 
-std::shared_ptr<SQLiteStore> SQLiteStores::store(const std::filesystem::path& file, const ObjectModel& model,
-                                                 bool infersMapping) {
-    const auto path = directory_ / file;
+std::shared_ptr<SQLiteStore> SQLiteStores::store(StoreDescription description) {
+    description.file = directory_ / description.file;
     std::lock_guard lock(mutex_);
     std::erase_if(stores_, [](const auto& store) { return store.expired(); });
     for (const auto& store : stores_) {
         auto known = store.lock();
-        if (known && known->keeps(path, model, infersMapping)) return known;
+        if (known && known->description() == description) return known;
     }
     auto queue = dispatcher_->makeSerialQueue(VantixDomainFactory::getDomain("store"), QualityOfService::utility);
-    auto made = std::make_shared<SQLiteStore>(path, model, infersMapping, std::move(queue));
+    auto made = std::make_shared<SQLiteStore>(disk_, std::move(description), std::move(queue));
     stores_.push_back(made);
     return made;
 }

@@ -15,13 +15,14 @@ class Dispatcher;
 /// thread.
 class SQLiteStores {
 public:
-    SQLiteStores(std::shared_ptr<Dispatcher> dispatcher, std::filesystem::path directory);
+    SQLiteStores(std::shared_ptr<Dispatcher> dispatcher, std::shared_ptr<Disk> disk, std::filesystem::path directory);
 
-    /// The store in that file below the directory; the same one for as long as somebody holds it.
-    std::shared_ptr<SQLiteStore> store(const std::filesystem::path& file, const ObjectModel& model, bool infersMapping);
+    /// The store of that description, its file below the directory; the same one for as long as somebody holds it.
+    std::shared_ptr<SQLiteStore> store(StoreDescription description);
 
 private:
     std::shared_ptr<Dispatcher> dispatcher_;
+    std::shared_ptr<Disk> disk_;
     std::filesystem::path directory_;
     std::mutex mutex_;
     std::vector<std::weak_ptr<SQLiteStore>> stores_;

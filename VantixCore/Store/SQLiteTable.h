@@ -1,6 +1,7 @@
 #pragma once
 
 #include "VantixCore/BaseRepository.h"
+#include "VantixCore/ObjectModel.h"
 #include "VantixCore/Store/SQLiteConnection.h"
 
 #include <map>

@@ -12,17 +12,26 @@ InAppTriggersRequest::InAppTriggersRequest(std::shared_ptr<ConfigurationGenerato
     : ConfiguredRequest(std::move(configuration)),
       accountId_(ConfiguredRequest::accountId()),
       method_(method),
-      body_(std::move(body)),
-      header_(std::move(header)),
+      content_(std::make_shared<const Content>(Content{std::move(body), std::move(header)})),
       timeOut_(timeOut),
       shouldSendAccessToken_(shouldSendAccessToken) {}
 
-std::optional<VantixResponseGenerator> InAppTriggersRequest::syncTriggers(const Dictionary& body,
-                                                                          const std::string& accountId) const {
+InAppTriggersRequest::InAppTriggersRequest(const InAppTriggersRequest& other)
+    : ConfiguredRequest(other),
+      accountId_(other.accountId_),
+      method_(other.method_),
+      content_(other.content_.load()),
+      timeOut_(other.timeOut_),
+      shouldSendAccessToken_(other.shouldSendAccessToken_) {}
+
+std::shared_ptr<const VantixResponseGenerator> InAppTriggersRequest::syncTriggers(const Dictionary& body,
+                                                                                  const std::string& accountId) {
+    auto content = std::make_shared<const Content>(Content{toJSON(body), URLRequestHeaders::authEventReportHeaders()});
+    content_.store(content);
+
     InAppTriggersRequest request = *this;
     request.accountId_ = accountId;
-    request.body_ = toJSON(body);
-    request.header_ = URLRequestHeaders::authEventReportHeaders();
+    request.content_.store(content);
     return apiManager_.callAPI(request);
 }
 

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "Platform/Values/AtomicPointer.h"
 #include "Platform/Values/Value.h"
-#include "VantixCore/Network/ConfiguredRequest.h"
+#include "VantixCore/ConfiguredRequest.h"
 #include "VantixCore/VantixNetworkManager.h"
 
 #include <memory>
@@ -14,7 +15,7 @@ namespace VantixConstants::API {
 inline constexpr const char* TriggerPath = "/mapp/events";
 }  // namespace VantixConstants::API
 
-/// The call of the events API. A GET with a body, on purpose.
+/// The call of the events API. A GET with a body, on purpose. Usable from any thread.
 class InAppTriggersRequest final : public ConfiguredRequest {
 public:
     /// Account, base address, pin and access token are those of the configuration, which must not be null. `timeOut` is
@@ -23,24 +24,33 @@ public:
                                   HTTPMethod method = HTTPMethod::get, std::optional<std::string> body = {},
                                   std::optional<HTTPHeaders> header = {}, double timeOut = 60,
                                   bool shouldSendAccessToken = true);
+    InAppTriggersRequest(const InAppTriggersRequest& other);
+    InAppTriggersRequest& operator=(const InAppTriggersRequest&) = delete;
 
-    /// Sends a copy of this request that carries the body, and waits for the answer; so not on the main thread. Throws
-    /// what VantixNetworkManager::callAPI throws.
-    std::optional<VantixResponseGenerator> syncTriggers(const Dictionary& body, const std::string& accountId) const;
+    /// Gives this request the body and the headers of an event call, sends a copy of it and waits for the answer; so
+    /// not on the main thread. Of two calls at once each sends its own body, and one of both stays. Throws what
+    /// VantixNetworkManager::callAPI throws.
+    std::shared_ptr<const VantixResponseGenerator> syncTriggers(const Dictionary& body, const std::string& accountId);
 
     std::string accountId() const override { return accountId_; }
     HTTPMethod method() const override { return method_; }
     std::string path() const override { return VantixConstants::API::TriggerPath; }
-    std::optional<std::string> body() const override { return body_; }
-    std::optional<HTTPHeaders> header() const override { return header_; }
+    std::optional<std::string> body() const override { return content_.load()->body; }
+    std::optional<HTTPHeaders> header() const override { return content_.load()->header; }
     double timeOut() const override { return timeOut_; }
     bool shouldSendAccessToken() const override { return shouldSendAccessToken_; }
 
 private:
+    /// What each sync replaces.
+    struct Content {
+        std::optional<std::string> body;
+        std::optional<HTTPHeaders> header;
+    };
+
     std::string accountId_;
     HTTPMethod method_;
-    std::optional<std::string> body_;
-    std::optional<HTTPHeaders> header_;
+    /// Never null.
+    AtomicPointer<const Content> content_;
     double timeOut_;
     bool shouldSendAccessToken_;
     VantixNetworkManager apiManager_;

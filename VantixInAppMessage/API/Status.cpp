@@ -8,6 +8,8 @@ namespace vantix {
 
 namespace {
 
+constexpr LogSource log{"API/Status"};
+
 template <typename T>
 const T& required(const Dictionary& dictionary, const char* key, const T* (Value::*kind)() const) {
     const Value* value = dictionary.find(key);
@@ -26,8 +28,8 @@ Status Status::generate(const Dictionary& dictionary) {
         status.code = required(dictionary, "code", &Value::integer);
         status.message = required(dictionary, "message", &Value::text);
     } catch (const std::invalid_argument& error) {
-        VantixLogger::error(std::string("Error encountered while decoding Status in Response: ") + error.what(),
-                            {"API/Status", "init(from:)"});
+        log.error("init(from:)",
+                  [&] { return std::string("Error encountered while decoding Status in Response: ") + error.what(); });
     }
     return status;
 }

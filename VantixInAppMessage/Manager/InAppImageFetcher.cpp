@@ -43,11 +43,12 @@ void InAppImageFetcher::downloadImageAsynchronously(const SharedPayload& message
     auto handleError = whileAlive(weak_from_this(), [message](InAppImageFetcher& fetcher, const ImageError& error) {
         fetcher.handleImageError(*message, error);
     });
-    ImageUtility::downloadImage(imageURL, message->imageIdentifier,
-                                [handleError, completion = std::move(completion)](const auto& result) {
-                                    if (!result) handleError(result.error());
-                                    completion();
-                                });
+    auto ended = [handleError, completion = std::move(completion)](const auto& result) {
+        if (!result) handleError(result.error());
+        completion();
+    };
+    // Whoever stored the message waits for the end, whatever becomes of this object.
+    ImageUtility::downloadImage(imageURL, message->imageIdentifier, ended).detach();
 }
 
 void InAppImageFetcher::handleImageError(const VantixInAppMessagePayload& message, const ImageError& error) {

@@ -73,7 +73,7 @@ std::shared_ptr<InAppRepoHelper> InAppRepoHelper::shared() { return Vantix::shar
 InAppRepoHelper::InAppRepoHelper(Env environment)
     : inAppRepo_(VantixDBFactory::getRepositoryFor(VantixInAppDBDefaults::defaultEnityName,
                                                    VantixInAppDBDefaults::defaultStoreName, modelOrStop(), environment,
-                                                   true, {})) {}
+                                                   true, {}, VantixInAppDBDefaults::defaultPersistentStoreTimeOut)) {}
 
 void InAppRepoHelper::insert(const SharedPayload& message, Completion completion) {
     inAppRepo_->insert(insertValues(*message),

@@ -1,14 +1,12 @@
 #pragma once
 
-#include "VantixCore/BaseRepository.h"
+#include "VantixCore/DBDefaultsGenerator.h"
 #include "VantixInAppMessage/Resources/ResourceBundle.h"
-
-#include <optional>
 
 namespace vantix {
 
 /// The fixed configuration of the module's store.
-struct VantixInAppDBDefaults {
+struct VantixInAppDBDefaults : DBDefaultsGenerator<VantixInAppDBDefaults> {
     /// Seconds.
     static constexpr double defaultPersistentStoreTimeOut = 5.0;
     static constexpr const char* defaultStoreName = "InAppMessageModel";
@@ -16,9 +14,6 @@ struct VantixInAppDBDefaults {
     static constexpr const char* defaultModelFileExtension = ".momd";
     static constexpr const char* defaultEnityName = "InAppMessage";
     static const ResourceBundle& defaultBundle() { return resourceBundle(); }
-
-    /// The object model, from the model file in the bundle; absent when there is none.
-    static std::optional<ObjectModel> defaultMOM();
 };
 
 }  // namespace vantix

@@ -43,7 +43,7 @@ void VantixInAppTriggerManager::callAndProcess(const InAppTriggersRequestPayload
     };
     try {
         auto response = triggerAPIRequest_.syncTriggers(payload.generateJSON(), configData_->accountID());
-        processReceived(response.value_or(VantixResponseGenerator{}), payload);
+        processReceived(response, payload);
     } catch (const VantixError& error) {
         logError(error);
         handleFailure({}, error.code(), error, payload);
@@ -52,12 +52,12 @@ void VantixInAppTriggerManager::callAndProcess(const InAppTriggersRequestPayload
     }
 }
 
-void VantixInAppTriggerManager::processReceived(const VantixResponseGenerator& response,
+void VantixInAppTriggerManager::processReceived(const std::shared_ptr<const VantixResponseGenerator>& response,
                                                 const InAppTriggersRequestPayload& requestPayload) {
     constexpr auto function = "processReceived(response:requestPayload:)";
-    if (!response.rcvdData) return log.error(function, "Recieved nil data");
+    if (!response || !response->rcvdData()) return log.error(function, "Recieved nil data");
 
-    auto parsed = parseJSON(*response.rcvdData);
+    auto parsed = parseJSON(*response->rcvdData());
     if (!parsed) {
         return log.error(function,
                          [&] { return "Event API Response decoding failed: " + parsed.error().localizedDescription; });
@@ -66,7 +66,7 @@ void VantixInAppTriggerManager::processReceived(const VantixResponseGenerator& r
     if (!dictionary) return;
 
     auto answer = InAppTriggerAPIResponse::generate(*dictionary);
-    if (!isSuccess(answer)) return handleFailure(answer, 0, response.error, requestPayload);
+    if (!isSuccess(answer)) return handleFailure(answer, 0, response->error(), requestPayload);
     if (!answer.triggers) return;
     for (auto& message : *answer.triggers) {
         InAppRepoHelper::shared()->insert(std::make_shared<const VantixInAppMessagePayload>(std::move(message)), {});

@@ -2,7 +2,7 @@
 
 #include "VantixCore/VantixConfiguration.h"
 #include "VantixCore/VantixError.h"
-#include "VantixCore/VantixNetworkManager.h"
+#include "VantixCore/VantixResponseGenerator.h"
 #include "VantixInAppMessage/API/InAppTriggerAPIResponse.h"
 #include "VantixInAppMessage/API/InAppTriggersRequest.h"
 #include "VantixInAppMessage/API/InAppTriggersRequestPayload.h"
@@ -23,8 +23,9 @@ public:
     void syncTriggers(const InAppTriggersRequestPayload& payload);
 
     /// Stores every message of a successful answer, as it comes. Of success tells the status within the answer alone,
-    /// the texts "200" and "201".
-    void processReceived(const VantixResponseGenerator& response, const InAppTriggersRequestPayload& requestPayload);
+    /// the texts "200" and "201". A host may bring an answer of its own; null counts as one without data.
+    void processReceived(const std::shared_ptr<const VantixResponseGenerator>& response,
+                         const InAppTriggersRequestPayload& requestPayload);
 
 private:
     explicit VantixInAppTriggerManager(std::shared_ptr<ConfigurationGenerator> configData);

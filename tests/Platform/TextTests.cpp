@@ -34,6 +34,7 @@ TEST(URLTest, ParsesStrictly) {
         {"https://exa<mple.com", false, false},
         {"https://example.com:80a/", false, false},
         {"http://[::1", false, false},
+        {"http://[1::2::3]/", false, false},
         {"1http://example.com", false, false},
         {":", false, false},
         {"a#b#c", false, false},
@@ -43,6 +44,14 @@ TEST(URLTest, ParsesStrictly) {
         auto url = URL::parse(text);
         EXPECT_EQ(url.has_value(), valid) << text;
         EXPECT_EQ(url && url->isWebAddress(), web) << text;
+    }
+}
+
+TEST(URLTest, AnOriginIsThatOfAServer) {
+    for (const auto& [text, origin] : {std::pair("HTTPS://u@Example.com/a", "https://example.com:443"),
+                                       {"http://example.com:?q", "http://example.com:80"},
+                                       {"http://[::1]:81", "http://::1:81"}}) {
+        EXPECT_EQ(URL::parse(text)->origin(), origin);
     }
 }
 

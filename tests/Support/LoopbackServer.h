@@ -1,10 +1,20 @@
 #pragma once
 
+#include <atomic>
+#include <condition_variable>
 #include <map>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
+#include <thread>
 #include <vector>
+
+namespace httplib {
+class Server;
+struct Request;
+struct Response;
+}  // namespace httplib
 
 namespace vantix {
 
@@ -41,16 +51,30 @@ public:
     /// From now on replies wait for `release`.
     void hold();
     void release();
-    void waitForRequests(std::size_t count) const;
+    /// False when so many have not come after ten seconds.
+    bool waitForRequests(std::size_t count) const;
 
-    std::string url(const std::string& path = "") const;
+    std::string url(const std::string& path = "") const { return address_ + path; }
     /// The pin of the certificate's public key.
-    std::string pin() const;
+    const std::string& pin() const { return pin_; }
     std::vector<Request> requests() const;
 
 private:
-    struct Implementation;
-    std::unique_ptr<Implementation> implementation_;
+    void makeServer(Security security);
+    Reply replyTo(const httplib::Request& request);
+    void write(const Reply& reply, httplib::Response& response);
+
+    std::unique_ptr<httplib::Server> server_;
+    std::string pin_;
+    std::string address_;
+    std::thread thread_;
+
+    mutable std::mutex mutex_;
+    mutable std::condition_variable changed_;
+    std::map<std::string, Reply> replies_;
+    std::vector<Request> requests_;
+    bool isHeld_ = false;
+    std::atomic<bool> isStopping_ = false;
 };
 
 }  // namespace vantix

@@ -35,6 +35,7 @@ protected:
     }
 
     DispatcherKind& dispatcher() { return *installed_->dispatcher; }
+    FaultyDisk& disk() { return *installed_->disk; }
 
     std::vector<SentRequest> sent() {
         std::lock_guard lock(mutex_);

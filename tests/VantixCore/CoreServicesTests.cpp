@@ -48,7 +48,7 @@ TEST(Log, HandsTheSinkWhatItsLevelLetsThrough) {
     Host host({.logSink = [&](const LogLine& line) {
         EXPECT_EQ(line.file + " " + line.function, "Manager/Test log(message:)");
         EXPECT_EQ(line.location.line, lineOfFirstLog + static_cast<int>(line.level));
-        lines += logLevelName(line.level) + (":" + line.message + " ");
+        lines += std::string(logLevelName(line.level)) + ":" + line.message + " ";
     }});
     const std::vector<Case> cases = {{LogLevel::debug, "debug:d info:i error:e "},
                                      {LogLevel::info, "info:i error:e "},

@@ -1,8 +1,6 @@
 #include "Platform/Dispatchers/ThreadedDispatcher.h"
 #include "VantixCore/ImageUtility.h"
-#include "VantixCore/Images/ImageLoader.h"
-#include "VantixCore/Installation/Installation.h"
-#include "VantixCore/Network/NetworkPolicy.h"
+#include "VantixCore/Images/ImageCache.h"
 #include "tests/Support/LoopbackServer.h"
 #include "tests/VantixCore/CoreFixture.h"
 
@@ -19,159 +17,127 @@ namespace fs = std::filesystem;
 namespace {
 
 using Kind = ImageError::Kind;
-using DataResult = Result<std::shared_ptr<const std::string>, ImageError>;
+using DataResult = Result<ImageData, ImageError>;
+
+TransferHandle ask(const std::string& url, ImageDataCompletion completion, std::optional<std::string> identifier = {}) {
+    return ImageUtility::downloadImage(*URL::parse(url), std::move(identifier), std::move(completion));
+}
 
 class ImageTest : public CoreFixture<> {
 protected:
+    ImageTest() { server_.reply("/picture", {.body = picture_}); }
+
     DataResult download(const std::string& url, std::optional<std::string> identifier = {}) {
         DataResult outcome = ImageError{Kind::other, "not completed"};
-        ImageUtility::downloadImage(*URL::parse(url), std::move(identifier),
-                                    [&](DataResult result) { outcome = result; });
+        auto handle = ask(
+            url, [&](const DataResult& result) { outcome = result; }, std::move(identifier));
         dispatcher().runUntilIdle();
         return outcome;
     }
-
+    bool isCached(const std::string& identifier) { return download("other:", identifier).succeeded(); }
     std::size_t fetches() { return server_.requests().size(); }
+    fs::path images() { return folder_.path() / "images"; }
 
+    const std::string picture_ = FakeImageDecoder::encode(40, 30);
     LoopbackServer server_;
+    const std::string url_ = server_.url("/picture");
 };
-
-class ImageLoaderTest : public ImageTest {
-protected:
-    std::shared_ptr<ImageLoader> load(ImageRequest request) {
-        auto loader = std::make_shared<ImageLoader>(Installation::current()->images(), Platform::current(),
-                                                    std::move(request), [this] { ++changes_; });
-        loader->start();
-        return loader;
-    }
-
-    /// As the layout does: asks for the picture and tells how many pixels it covers at this width.
-    static Size layOut(ImageLoader& loader, int pixelWidth) {
-        Size natural = loader.currentImage().naturalSize;
-        loader.needed(pixelWidth, static_cast<int>(pixelWidth * natural.height / natural.width));
-        return natural;
-    }
-
-    int changes_ = 0;
-};
-
-Image squarePlaceholder() { return {std::make_shared<const Bitmap>(Bitmap{1, 1, {0xff00ff00}}), {}, {10, 10}}; }
 
 }  // namespace
 
-TEST_F(ImageTest, IsFetchedOnceAndThenFoundByURLAndByIdentifierEvenAfterARestart) {
-    std::string picture = FakeImageDecoder::encode(40, 30);
-    server_.reply("/picture", {.body = picture});
-    auto fetched = download(server_.url("/picture"), "first");
-    ASSERT_TRUE(fetched) << fetched.error().localizedDescription;
-    EXPECT_EQ(*fetched.value(), picture);
+TEST_F(ImageTest, IsFetchedOnceForAllAndThenFoundByURLAndByIdentifierEvenAfterARestart) {
+    std::vector<TransferHandle> handles;
+    int completions = 0;
+    for (const char* identifier : {"one", "two", "dropped", "four"}) {
+        handles.push_back(ask(
+            url_, [&](const DataResult& result) { completions += result && *result.value() == picture_; }, identifier));
+    }
+    handles.erase(handles.begin() + 2);
+    dispatcher().runUntilIdle();
+    EXPECT_EQ(completions, 3);
 
     for (bool restarts : {false, true}) {
         if (restarts) install(host());
-        EXPECT_TRUE(download(server_.url("/picture"), "second"));
-        EXPECT_TRUE(download("https://elsewhere.invalid/", "first"));
-        EXPECT_TRUE(download("https://elsewhere.invalid/", "second"));
+        EXPECT_TRUE(download(url_, "later"));
+        for (const char* identifier : {"one", "two", "four", "later"}) EXPECT_TRUE(isCached(identifier)) << identifier;
     }
     EXPECT_EQ(fetches(), 1U);
-    ASSERT_EQ(sent().size(), 1U);
-    EXPECT_EQ(sent()[0].method, "GET");
-    EXPECT_EQ(sent()[0].url, server_.url("/picture"));
+    EXPECT_EQ(sent().size(), 1U);
 }
 
-TEST_F(ImageTest, RequestsForOneImageJoin) {
-    server_.reply("/picture", {.body = FakeImageDecoder::encode(40, 30)});
-    int completions = 0;
-    for (int at = 0; at < 20; ++at) {
-        ImageUtility::downloadImage(*URL::parse(server_.url("/picture")), std::to_string(at),
-                                    [&](const DataResult& result) { completions += result ? 1 : 0; });
+TEST_F(ImageTest, NobodyIsCalledAndNothingFetchedOnceAllHaveLetGo) {
+    auto fail = [](const auto&) { ADD_FAILURE() << "was dropped"; };
+    for (int at = 0; at < 2; ++at) {
+        auto data = ask(url_, fail);
+        auto image = ImageUtility::loadImage(*URL::parse(url_), {}, {10, 10}, fail);
     }
     dispatcher().runUntilIdle();
-    EXPECT_EQ(completions, 20);
-    EXPECT_EQ(fetches(), 1U);
-    EXPECT_TRUE(download("https://elsewhere.invalid/", "19"));
+    EXPECT_EQ(fetches(), 0U);
 }
 
 TEST_F(ImageTest, FailuresAreToldApartAndKeepNothing) {
-    server_.reply("/missing", {.status = 404, .body = FakeImageDecoder::encode(1, 1)});
-    server_.reply("/broken", {.status = 500, .body = FakeImageDecoder::encode(1, 1)});
+    server_.reply("/missing", {.status = 404, .body = picture_});
     server_.reply("/html", {.body = "<html></html>"});
     server_.reply("/damaged", {.body = FakeImageDecoder::encode(40, 30, "damaged")});
-    server_.reply("/truncated", {.body = FakeImageDecoder::encode(40, 30), .announcedLength = 1000});
     server_.reply("/endless", {.body = FakeImageDecoder::encode(1, 1, std::string(1 << 20, ' ')), .isEndless = true});
-    server_.reply("/loop", {.status = 302, .headers = {{"Location", "/loop"}}});
-
-    struct Case {
-        std::string url;
-        Kind kind;
-    };
-    for (const Case& each :
-         {Case{server_.url("/missing"), Kind::imageDownloadingFailed},
-          Case{server_.url("/broken"), Kind::imageDownloadingFailed},
-          Case{server_.url("/html"), Kind::invalidImageData}, Case{server_.url("/damaged"), Kind::invalidImageData},
-          Case{server_.url("/truncated"), Kind::imageDownloadingFailed},
-          Case{server_.url("/endless"), Kind::imageDownloadingFailed},
-          Case{server_.url("/loop"), Kind::imageDownloadingFailed},
-          Case{"http://127.0.0.1:1/", Kind::imageDownloadingFailed}, Case{"file:///etc/passwd", Kind::unsupportedURL},
-          Case{"data:image/png;base64,AAAA", Kind::unsupportedURL}, Case{"picture.png", Kind::unsupportedURL}}) {
-        auto result = download(each.url, "identifier");
-        ASSERT_FALSE(result) << each.url;
-        EXPECT_EQ(result.error().kind, each.kind) << each.url << ": " << result.error().localizedDescription;
+    for (const auto& [url, kind] : {std::pair(server_.url("/missing"), Kind::imageDownloadingFailed),
+                                    {server_.url("/endless"), Kind::imageDownloadingFailed},
+                                    {server_.url("/html"), Kind::invalidImageData},
+                                    {server_.url("/damaged"), Kind::invalidImageData},
+                                    {"http://127.0.0.1:1/", Kind::imageDownloadingFailed},
+                                    {"file:///etc/passwd", Kind::unsupportedURL},
+                                    {"picture.png", Kind::unsupportedURL}}) {
+        auto result = download(url, "identifier");
+        ASSERT_FALSE(result) << url;
+        EXPECT_EQ(result.error().kind, kind) << url << ": " << result.error().localizedDescription;
         EXPECT_TRUE(result.error().isImageDownloadError());
     }
-    EXPECT_TRUE(fs::is_empty(folder_.path() / "images"));
-    server_.reply("/html", {.body = FakeImageDecoder::encode(40, 30)});
+    EXPECT_TRUE(fs::is_empty(images()));
+    server_.reply("/html", {.body = picture_});
     EXPECT_TRUE(download(server_.url("/html"))) << "a later attempt may succeed";
 }
 
 TEST_F(ImageTest, AnUnusableFolderStillDeliversTheImage) {
-    server_.reply("/picture", {.body = FakeImageDecoder::encode(40, 30)});
-    std::ofstream(folder_.path() / "images") << "a file where the folder should be";
-    EXPECT_TRUE(download(server_.url("/picture")));
+    std::ofstream(images()) << "a file where the folder should be";
+    EXPECT_TRUE(download(url_));
 }
 
 TEST_F(ImageTest, TheCacheForgetsWhatWasUsedLeastRecently) {
-    auto small = host();
-    small.imageCacheCapacity = 3500;
-    install(std::move(small));
-    for (const char* path : {"/a", "/b", "/c", "/d"}) {
-        server_.reply(path, {.body = FakeImageDecoder::encode(4, 3, std::string(1000, ' '))});
+    auto useCapacity = [this](std::uintmax_t capacity) {
+        auto small = host();
+        small.imageCacheCapacity = capacity;
+        install(std::move(small));
+    };
+    useCapacity(3500);
+    for (const char* path : {"/a", "/b", "/c", "/d", "/huge"}) {
+        std::size_t size = path == std::string("/huge") ? 4000 : 1000;
+        server_.reply(path, {.body = FakeImageDecoder::encode(4, 3, std::string(size, ' '))});
     }
-    server_.reply("/huge", {.body = FakeImageDecoder::encode(4, 3, std::string(4000, ' '))});
-
     for (const char* path : {"/a", "/b", "/c", "/a", "/huge", "/d"}) download(server_.url(path), path);
     EXPECT_EQ(fetches(), 5U);
-    for (const char* kept : {"/a", "/c", "/d"}) download(server_.url(kept));
-    EXPECT_EQ(fetches(), 5U);
-    EXPECT_FALSE(download("other:", "/b")) << "identifiers go with their image";
-
+    for (const char* path : {"/a", "/c", "/d"}) EXPECT_TRUE(isCached(path)) << path;
+    for (const char* path : {"/b", "/huge"}) EXPECT_FALSE(isCached(path)) << path;
     std::uintmax_t onDisk = 0;
-    for (const auto& file : fs::directory_iterator(folder_.path() / "images")) onDisk += file.file_size();
+    for (const auto& file : fs::directory_iterator(images())) onDisk += file.file_size();
     EXPECT_LE(onDisk, 3500U);
 
-    auto smaller = host();
-    smaller.imageCacheCapacity = 1500;
-    install(std::move(smaller));
-    download(server_.url("/d"));
-    EXPECT_EQ(fetches(), 5U) << "the one used last survives a restart with less room";
-    download(server_.url("/a"));
-    EXPECT_EQ(fetches(), 6U);
+    useCapacity(1500);
+    EXPECT_TRUE(isCached("/d")) << "the one used last survives a restart with less room";
+    EXPECT_FALSE(isCached("/a"));
 }
 
 TEST_F(ImageTest, LeftoversOfAKilledProcessDoNoHarm) {
-    server_.reply("/picture", {.body = FakeImageDecoder::encode(40, 30)});
-    ASSERT_TRUE(download(server_.url("/picture"), "kept"));
-    fs::path images = folder_.path() / "images";
-    std::ofstream(images / "0123.image.new") << "half a pic";
-    std::ofstream(images / "4567.identifiers") << "orphan\n";
-    std::ofstream(images / "89ab.image") << "no line break";
-    std::ofstream(images / "cdef.image");
-
+    ASSERT_TRUE(download(url_, "kept"));
+    for (const auto& [name, content] :
+         {std::pair("0123.image.new", "half a pic"), std::pair("4567.identifiers", "orphan\n"),
+          std::pair("89ab.image", "no line break"), std::pair("cdef.image", "")}) {
+        std::ofstream(images() / name) << content;
+    }
     install(host());
-    EXPECT_TRUE(download("other:", "kept"));
-    EXPECT_FALSE(download("other:", "orphan"));
-    EXPECT_FALSE(fs::exists(images / "0123.image.new"));
-    EXPECT_FALSE(fs::exists(images / "4567.identifiers"));
-    EXPECT_EQ(fetches(), 1U);
+    EXPECT_TRUE(isCached("kept"));
+    EXPECT_FALSE(isCached("orphan"));
+    EXPECT_FALSE(fs::exists(images() / "0123.image.new"));
+    EXPECT_FALSE(fs::exists(images() / "4567.identifiers"));
 }
 
 TEST(ImageCacheTest, IsSoundWheneverItsProcessIsKilled) {
@@ -181,7 +147,7 @@ TEST(ImageCacheTest, IsSoundWheneverItsProcessIsKilled) {
     ASSERT_EQ(pipe(written), 0);
     pid_t child = fork();
     if (child == 0) {
-        ImageCache cache(folder.path(), 1 << 30);
+        ImageCache cache(std::make_shared<FileDisk>(), folder.path(), 1 << 30);
         for (int at = 0;; ++at) {
             cache.insert("url" + std::to_string(at), bytes);
             cache.identify("url" + std::to_string(at), "id" + std::to_string(at));
@@ -194,121 +160,79 @@ TEST(ImageCacheTest, IsSoundWheneverItsProcessIsKilled) {
     close(written[0]);
     close(written[1]);
 
-    ImageCache cache(folder.path(), 1 << 30);
+    ImageCache cache(std::make_shared<FileDisk>(), folder.path(), 1 << 30);
     for (int at = 0; at < 50; ++at) EXPECT_EQ(cache.find({}, "id" + std::to_string(at)), bytes);
     for (const auto& file : fs::directory_iterator(folder.path())) EXPECT_NE(file.path().extension(), ".new");
 }
 
 TEST_F(ImageTest, WhatTheDiskDamagedOrLostIsFetchedAgain) {
-    server_.reply("/picture", {.body = FakeImageDecoder::encode(40, 30)});
-    ASSERT_TRUE(download(server_.url("/picture")));
-    auto file = fs::directory_iterator(folder_.path() / "images")->path();
-
-    std::ofstream(file) << server_.url("/picture") << "\nno picture any more";
-    EXPECT_TRUE(download(server_.url("/picture")));
+    ASSERT_TRUE(download(url_));
+    auto file = fs::directory_iterator(images())->path();
+    std::ofstream(file) << url_ << "\nno picture any more";
+    EXPECT_TRUE(download(url_));
     EXPECT_EQ(fetches(), 2U);
     fs::remove(file);
-    EXPECT_TRUE(download(server_.url("/picture")));
+    EXPECT_TRUE(download(url_));
     EXPECT_EQ(fetches(), 3U);
 }
 
 TEST_F(ImageTest, RemovingAllEmptiesTheCache) {
-    server_.reply("/picture", {.body = FakeImageDecoder::encode(40, 30)});
-    download(server_.url("/picture"), "identifier");
+    download(url_, "identifier");
     ImageUtility::removeAllCachedImages();
-    EXPECT_FALSE(download("other:", "identifier"));
-    EXPECT_TRUE(fs::is_empty(folder_.path() / "images"));
-    ImageUtility::downloadImage(*URL::parse(server_.url("/picture")), {}, [](const DataResult&) {});
+    EXPECT_FALSE(isCached("identifier"));
+    auto underWay = ask(url_, [](const DataResult&) {});
     ImageUtility::removeAllCachedImages();
     dispatcher().runUntilIdle();
     EXPECT_EQ(fetches(), 2U);
-    EXPECT_TRUE(fs::is_empty(folder_.path() / "images")) << "what was under way is not kept either";
+    EXPECT_TRUE(fs::is_empty(images())) << "what was under way is not kept either";
 }
 
-TEST_F(ImageLoaderTest, DecodesAtNoMoreThanTheLayoutNeeds) {
-    server_.reply("/picture", {.body = FakeImageDecoder::encode(2000, 1000)});
-    auto loader = load({URL::parse(server_.url("/picture"))});
-    loader->setPlaceholder(squarePlaceholder());
-    EXPECT_EQ(layOut(*loader, 300), (Size{10, 10}));
+namespace {
 
-    dispatcher().runUntilIdle();
-    EXPECT_EQ(changes_, 1);
-    EXPECT_EQ(*loader->currentImage().bitmap, *squarePlaceholder().bitmap);
-    EXPECT_EQ(layOut(*loader, 300), (Size{2000, 1000})) << "the placeholder takes the picture's proportions";
-    dispatcher().runUntilIdle();
-    EXPECT_EQ(changes_, 2);
-    EXPECT_EQ(loader->currentImage().bitmap->width, 300);
-    EXPECT_EQ(loader->currentImage().bitmap->height, 150);
-
-    layOut(*loader, 200);
-    dispatcher().runUntilIdle();
-    EXPECT_EQ(changes_, 2) << "a smaller layout keeps the pixels";
-    layOut(*loader, 600);
-    dispatcher().runUntilIdle();
-    EXPECT_EQ(loader->currentImage().bitmap->width, 600);
-    EXPECT_EQ(fetches(), 1U);
-}
-
-TEST_F(ImageLoaderTest, KeepsThePlaceholderWhenThereIsNoPicture) {
-    for (const ImageRequest& request : {ImageRequest{URL::parse(server_.url("/missing"))}, ImageRequest{},
-                                        ImageRequest{URL::parse(server_.url("/unfetched")), "unknown", false}}) {
-        auto loader = load(request);
-        loader->setPlaceholder(squarePlaceholder());
-        dispatcher().runUntilIdle();
-        EXPECT_EQ(layOut(*loader, 300), (Size{10, 10}));
+class ThreadedImageTest : public CoreFixture<ThreadedDispatcher> {
+protected:
+    ThreadedImageTest() {
+        for (auto* server : {&dead_, &alive_}) server->reply("/picture", {.body = FakeImageDecoder::encode(40, 30)});
+        dead_.hold();
     }
-    EXPECT_EQ(changes_, 0);
-    EXPECT_EQ(fetches(), 1U);
-}
 
-TEST_F(ImageLoaderTest, ShowsFromTheCacheAloneAndFetchesWhatTheCacheHasLost) {
-    server_.reply("/picture", {.body = FakeImageDecoder::encode(20, 10)});
-    download(server_.url("/picture"), "identifier");
-    auto cached = load({{}, "identifier", false});
-    auto lost = load({URL::parse(server_.url("/picture")), "identifier"});
-    dispatcher().runUntilIdle();
-    layOut(*cached, 300);
-    dispatcher().runUntilIdle();
-    EXPECT_EQ(cached->currentImage().bitmap->width, 20) << "never enlarged";
-    EXPECT_EQ(fetches(), 1U);
-
-    ImageUtility::removeAllCachedImages();
-    layOut(*lost, 300);
-    dispatcher().runUntilIdle();
-    EXPECT_EQ(lost->currentImage().bitmap->width, 20);
-    EXPECT_EQ(fetches(), 2U);
-}
-
-TEST_F(ImageLoaderTest, AWindowThatIsGoneIsNotCalled) {
-    server_.reply("/picture", {.body = FakeImageDecoder::encode(20, 10)});
-    load({URL::parse(server_.url("/picture"))}).reset();
-    dispatcher().runUntilIdle();
-    EXPECT_EQ(changes_, 0);
-}
-
-using ThreadedImageTest = CoreFixture<ThreadedDispatcher>;
-
-TEST_F(ThreadedImageTest, ADeadHostHoldsUpNeitherTheCacheNorOthersAndItsWaitersJoin) {
-    LoopbackServer dead, alive;
-    std::string picture = FakeImageDecoder::encode(40, 30);
-    dead.reply("/picture", {.body = picture});
-    alive.reply("/picture", {.body = picture});
-    dead.hold();
-
-    std::vector<std::promise<bool>> waiting(50);
-    for (auto& promise : waiting) {
-        ImageUtility::downloadImage(*URL::parse(dead.url("/picture")), {},
-                                    [&promise](const DataResult& result) { promise.set_value(result.succeeded()); });
+    static ImageDataCompletion succeed(std::promise<bool>& promise) {
+        return [&promise](const DataResult& result) { promise.set_value(result.succeeded()); };
     }
-    dead.waitForRequests(1);
+    static void fail(const DataResult&) { ADD_FAILURE() << "was dropped"; }
+
+    LoopbackServer dead_, alive_;
+    const std::string url_ = dead_.url("/picture");
+};
+
+}  // namespace
+
+TEST_F(ThreadedImageTest, ADeadHostHoldsUpNeitherTheCacheNorOthers) {
+    std::promise<bool> late;
+    auto waiting = ask(url_, succeed(late));
+    ASSERT_TRUE(dead_.waitForRequests(1));
     for (int round = 0; round < 2; ++round) {
         std::promise<bool> other;
-        ImageUtility::downloadImage(*URL::parse(alive.url("/picture")), {},
-                                    [&other](const DataResult& result) { other.set_value(result.succeeded()); });
+        auto handle = ask(alive_.url("/picture"), succeed(other));
         EXPECT_TRUE(other.get_future().get());
     }
-    dead.release();
-    for (auto& promise : waiting) EXPECT_TRUE(promise.get_future().get());
-    EXPECT_EQ(dead.requests().size(), 1U);
-    EXPECT_EQ(alive.requests().size(), 1U);
+    dead_.release();
+    EXPECT_TRUE(late.get_future().get());
+    EXPECT_EQ(alive_.requests().size(), 1U);
+}
+
+TEST_F(ThreadedImageTest, ADownloadLastsAsLongAsSomebodyWaitsForIt) {
+    auto oneAtATime = host();
+    oneAtATime.maximumConcurrentTransfers = 1;
+    install(std::move(oneAtATime));
+    std::promise<bool> kept;
+    auto first = ask(url_, fail), second = ask(url_, fail);
+    ASSERT_TRUE(dead_.waitForRequests(1));
+    first = {}, second = {};
+    first = ask(url_, fail), second = ask(url_, succeed(kept));
+    ASSERT_TRUE(dead_.waitForRequests(2)) << "the first download has ended and given its place away";
+    first = {};
+    dead_.release();
+    EXPECT_TRUE(kept.get_future().get());
+    EXPECT_EQ(dead_.requests().size(), 2U);
 }

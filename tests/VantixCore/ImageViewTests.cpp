@@ -13,11 +13,6 @@ struct NoText final : TextMeasurer {
     TextLayout layOut(std::string_view, const Font&, double) const override { return {}; }
 };
 
-struct Taps final : VantixImageViewProtocol {
-    int count = 0;
-    void didTapOnImage() override { ++count; }
-};
-
 /// An image view in a window 100 points wide, at 3 pixels a point.
 class ImageViewTest : public CoreFixture<> {
 protected:
@@ -39,7 +34,10 @@ protected:
         return {};
     }
 
+    ImageViewTest() { server_.reply("/picture", {.body = FakeImageDecoder::encode(2000, 1000)}); }
+
     LoopbackServer server_;
+    const std::optional<URL> url_ = URL::parse(server_.url("/picture"));
     std::shared_ptr<HostedView> window_;
 };
 
@@ -47,62 +45,68 @@ Image wideImage() { return {std::make_shared<const Bitmap>(Bitmap{1, 1, {0xff00f
 
 }  // namespace
 
-TEST_F(ImageViewTest, GoesFromThePlaceholderToThePictureInItsOwnProportions) {
-    server_.reply("/picture", {.body = FakeImageDecoder::encode(2000, 1000)});
+TEST_F(ImageViewTest, GoesFromThePlaceholderToAsManyPixelsOfThePictureAsTheLayoutNeeds) {
     VantixImageView::setDefaultPlaceholder(wideImage);
-    show({.url = URL::parse(server_.url("/picture"))});
+    show({.url = url_});
     EXPECT_EQ(*drawn().image.bitmap, *wideImage().bitmap);
     EXPECT_EQ(drawn().frame.size, (Size{100, 25}));
 
-    dispatcher().runUntilIdle();
-    EXPECT_EQ(drawn().image.bitmap->width, 300);
-    EXPECT_EQ(drawn().frame.size, (Size{100, 50}));
-
-    window_->setTraits({.size = {200, 400}, .safeArea = {}, .scale = 3, .textScale = 1});
-    dispatcher().runUntilIdle();
-    EXPECT_EQ(drawn().image.bitmap->width, 600);
+    struct {
+        double width;
+        int pixels;
+    } const cases[] = {{100, 300}, {50, 300}, {200, 600}, {1000, 2000}};
+    for (const auto& [width, pixels] : cases) {
+        window_->setTraits({.size = {width, 800}, .safeArea = {}, .scale = 3, .textScale = 1});
+        dispatcher().runUntilIdle();
+        EXPECT_EQ(drawn().image.bitmap->width, pixels) << width;
+        EXPECT_EQ(drawn().frame.size, (Size{width, width / 2}));
+    }
     EXPECT_EQ(server_.requests().size(), 1U);
-    VantixImageView::setDefaultPlaceholder({});
 }
 
-TEST_F(ImageViewTest, ShowsAPictureThatWasDownloadedBeforeWithoutAnotherRequest) {
-    server_.reply("/picture", {.body = FakeImageDecoder::encode(60, 30)});
-    URL url = *URL::parse(server_.url("/picture"));
-    ImageUtility::downloadImage(url, "identifier", [](const auto&) {});
+TEST_F(ImageViewTest, KeepsThePlaceholderWhenThereIsNoPicture) {
+    for (VantixImageView view : {VantixImageView{.url = URL::parse(server_.url("/missing"))}, VantixImageView{},
+                                 VantixImageView{.url = url_, .asynchronousDownload = false}}) {
+        view.placeholder = wideImage();
+        show(view);
+        dispatcher().runUntilIdle();
+        EXPECT_EQ(*drawn().image.bitmap, *wideImage().bitmap);
+        EXPECT_EQ(drawn().frame.size, (Size{100, 25}));
+    }
+    EXPECT_EQ(server_.requests().size(), 1U);
+}
+
+TEST_F(ImageViewTest, ShowsWhatWasDownloadedBeforeAndFetchesWhatTheCacheHasLostSince) {
+    ImageUtility::downloadImage(*url_, "identifier", [](const auto&) {}).detach();
     dispatcher().runUntilIdle();
-    for (const VantixImageView& view : {VantixImageView{.url = url}, VantixImageView{.imageIdentifier = "identifier",
-                                                                     .asynchronousDownload = false}}) {
+    for (const VantixImageView& view :
+         {VantixImageView{.url = url_}, VantixImageView{.imageIdentifier = "identifier", .asynchronousDownload = false},
+          VantixImageView{.url = url_, .imageIdentifier = "identifier"}}) {
         show(view);
         EXPECT_TRUE(drawn().image.isNull()) << "there is no placeholder";
         dispatcher().runUntilIdle();
-        ASSERT_FALSE(drawn().image.isNull());
-        EXPECT_EQ(drawn().image.bitmap->width, 60);
+        EXPECT_EQ(drawn().image.bitmap->width, 300);
     }
     EXPECT_EQ(server_.requests().size(), 1U);
-}
 
-TEST_F(ImageViewTest, TellsItsDelegateOfTapsAndIsAnImageToAssistiveTechnology) {
-    auto taps = std::make_shared<Taps>();
-    for (const auto& delegate : {std::shared_ptr<Taps>(), taps}) {
-        show({.placeholder = wideImage(), .delegate = delegate});
-        ASSERT_EQ(window_->elements().size(), 1U);
-        const AccessibleElement image = window_->elements()[0];
-        EXPECT_EQ(image.role, Role::image);
-        EXPECT_EQ(image.label, "Image");
-        EXPECT_EQ(image.isEnabled, delegate != nullptr);
-        auto tap = window_->hitTest(image);
-        EXPECT_EQ(tap.element.has_value(), delegate != nullptr);
-        if (tap.action) tap.action();
-    }
-    EXPECT_EQ(taps->count, 1);
-}
-
-TEST_F(ImageViewTest, AWindowThatClosesMeanwhileIsLeftAlone) {
-    server_.reply("/picture", {.body = FakeImageDecoder::encode(60, 30)});
-    show({.url = URL::parse(server_.url("/picture"))});
-    std::weak_ptr<HostedView> window = window_;
-    window_.reset();
-    EXPECT_TRUE(window.expired()) << "loading keeps no window";
+    ImageUtility::removeAllCachedImages();
+    window_->setTraits({.size = {200, 400}, .safeArea = {}, .scale = 3, .textScale = 1});
     dispatcher().runUntilIdle();
-    EXPECT_EQ(server_.requests().size(), 1U);
+    EXPECT_EQ(drawn().image.bitmap->width, 600);
+    EXPECT_EQ(server_.requests().size(), 2U);
+}
+
+TEST_F(ImageViewTest, AWindowThatClosesLetsGoOfItsDownloadUnlessSomebodyElseWaitsForIt) {
+    for (bool somebodyWaits : {false, true}) {
+        bool hasArrived = false;
+        TransferHandle other;
+        if (somebodyWaits) other = ImageUtility::downloadImage(*url_, {}, [&](const auto&) { hasArrived = true; });
+        show({.url = url_});
+        std::weak_ptr<HostedView> window = window_;
+        window_.reset();
+        EXPECT_TRUE(window.expired()) << "loading keeps no window";
+        dispatcher().runUntilIdle();
+        EXPECT_EQ(hasArrived, somebodyWaits);
+        EXPECT_EQ(server_.requests().size(), somebodyWaits ? 1U : 0U);
+    }
 }

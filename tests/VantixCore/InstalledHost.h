@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Disk/FaultyDisk.h"
+#include "Platform/Disk/FileDisk.h"
 #include "Platform/Ports/Dispatcher.h"
 #include "Platform/Ports/NotificationCenter.h"
 #include "Platform/Ports/Platform.h"
@@ -12,7 +14,8 @@
 
 namespace vantix {
 
-/// The platform and the host of one test, for as long as it lives: queues of a kind of its own, nothing to draw on.
+/// The platform and the host of one test, for as long as it lives: queues of a kind of its own, a disk that may fail,
+/// nothing to draw on.
 template <typename DispatcherKind>
 class InstalledHost {
 public:
@@ -42,6 +45,7 @@ public:
     }
 
     std::shared_ptr<DispatcherKind> dispatcher = std::make_shared<DispatcherKind>();
+    std::shared_ptr<FaultyDisk> disk = std::make_shared<FaultyDisk>(std::make_shared<FileDisk>());
 
 private:
     void installPlatform() {
@@ -49,6 +53,7 @@ private:
         platform.dispatcher = dispatcher;
         platform.notificationCenter = std::make_shared<NotificationCenter>();
         platform.imageDecoder = imageDecoder_;
+        platform.disk = disk;
         Platform::install(std::move(platform));
     }
 

@@ -1,16 +1,14 @@
 #include "Platform/Dispatchers/ThreadedDispatcher.h"
+#include "VantixCore/ConfiguredRequest.h"
 #include "VantixCore/Installation/Installation.h"
+#include "VantixCore/Network/BackEndClient.h"
 #include "VantixCore/Network/BrokenPipeGuard.h"
-#include "VantixCore/Network/HTTPClient.h"
 #include "VantixCore/Network/NetworkPolicy.h"
-#include "VantixCore/VantixNetworkManager.h"
 #include "tests/Support/LoopbackServer.h"
 #include "tests/VantixCore/CoreFixture.h"
 
-#include <arpa/inet.h>
-#include <condition_variable>
-#include <netinet/in.h>
-#include <sys/socket.h>
+#include <atomic>
+#include <latch>
 #include <thread>
 #include <unistd.h>
 
@@ -18,315 +16,170 @@ using namespace vantix;
 
 namespace {
 
-struct Call final : VantixAPIRequestGenerator {
+using Security = LoopbackServer::Security;
+
+struct Call final : ConfiguredRequest {
+    explicit Call(const std::string& base, const std::string& pin = {}, const std::string& token = {})
+        : ConfiguredRequest(configuration(base, pin, token)) {}
+
+    static std::shared_ptr<VantixConfiguration> configuration(const std::string& base, const std::string& pin,
+                                                              const std::string& token) {
+        auto made = std::make_shared<VantixConfiguration>();
+        made->base = base;
+        made->keyHash = pin;
+        made->token = token;
+        return made;
+    }
+
+    std::string thePath = "";
     HTTPMethod theMethod = HTTPMethod::get;
-    std::string thePath = "/mapp/events";
     std::optional<std::string> theBody = {};
-    std::optional<HTTPHeaders> theHeader = URLRequestHeaders::authEventReportHeaders();
+    std::optional<HTTPHeaders> theHeader = {};
     double theTimeOut = 60;
     bool sendsToken = true;
-    std::string base;
-    std::string pin;
-    std::string token;
 
-    std::string accountId() const override { return "account"; }
     HTTPMethod method() const override { return theMethod; }
     std::string path() const override { return thePath; }
     std::optional<std::string> body() const override { return theBody; }
     std::optional<HTTPHeaders> header() const override { return theHeader; }
     double timeOut() const override { return theTimeOut; }
     bool shouldSendAccessToken() const override { return sendsToken; }
-    std::string baseURL() const override { return base; }
-    std::string sslKeyHash() const override { return pin; }
-    std::string getAccessToken() const override { return token; }
-};
-
-/// How a call came out: an answer or an error.
-struct Outcome {
-    std::optional<VantixResponseGenerator> answer;
-    std::optional<VantixError> error;
-};
-
-/// A server below HTTP: answers one request with exactly these bytes, then closes or resets the connection.
-class RawServer {
-public:
-    enum class End { close, reset };
-
-    RawServer(std::string answer, End end, std::string endOfRequest = "\r\n\r\n")
-        : socket_(::socket(AF_INET, SOCK_STREAM, 0)) {
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        socklen_t length = sizeof address;
-        auto* generic = reinterpret_cast<sockaddr*>(&address);
-        bind(socket_, generic, length);
-        listen(socket_, 1);
-        getsockname(socket_, generic, &length);
-        port_ = ntohs(address.sin_port);
-        thread_ = std::thread([=, this] { serve(answer, end, endOfRequest); });
-    }
-    ~RawServer() {
-        if (thread_.joinable()) thread_.join();
-        close(socket_);
-    }
-
-    std::string url() const { return "http://127.0.0.1:" + std::to_string(port_); }
-    /// Waits for the end.
-    std::string request() {
-        thread_.join();
-        return request_;
-    }
-
-private:
-    void serve(const std::string& answer, End end, const std::string& endOfRequest) {
-        int connection = accept(socket_, nullptr, nullptr);
-        for (char next = 0; !request_.ends_with(endOfRequest) && recv(connection, &next, 1, 0) == 1;) request_ += next;
-        EXPECT_EQ(send(connection, answer.data(), answer.size(), MSG_NOSIGNAL), static_cast<ssize_t>(answer.size()));
-        linger reset{1, 0};
-        if (end == End::reset) setsockopt(connection, SOL_SOCKET, SO_LINGER, &reset, sizeof reset);
-        close(connection);
-    }
-
-    int socket_;
-    int port_ = 0;
-    std::string request_;
-    std::thread thread_;
 };
 
 class NetworkTest : public CoreFixture<> {
 protected:
-    Outcome perform(const Call& call) {
-        Outcome outcome;
+    /// What came of it: the answer's data, with its error if it has one; or why there is no answer, without details.
+    std::string outcome(const Call& call) {
+        std::string outcome;
         dispatcher().utilityQueue().async([&] {
             try {
-                outcome.answer = VantixNetworkManager().callAPI(call);
+                auto answer = VantixNetworkManager().callAPI(call);
+                outcome = answer->rcvdData().value_or("no data");
+                if (answer->error()) outcome += " " + std::to_string(answer->error()->code());
             } catch (const VantixError& error) {
-                outcome.error = error;
+                outcome = error.localizedDescription().substr(0, error.localizedDescription().find(':'));
             }
         });
         dispatcher().runUntilIdle();
         return outcome;
     }
-
-    Outcome get(const std::string& base, const std::string& pin = {}) {
-        Call call;
-        call.base = base;
-        call.thePath = "";
-        call.pin = pin;
-        return perform(call);
-    }
-
-    void expectError(const Outcome& outcome, VantixError::Kind kind, const std::string& what) {
-        ASSERT_TRUE(outcome.error) << what;
-        EXPECT_EQ(outcome.error->kind(), kind) << what << ": " << outcome.error->localizedDescription();
-        EXPECT_FALSE(outcome.error->localizedDescription().empty());
-    }
 };
-
-using NetworkPolicyTest = NetworkTest;
-using Kind = VantixError::Kind;
 
 }  // namespace
 
 TEST_F(NetworkTest, SendsTheCallAsDescribedAndTellsTheHost) {
-    RawServer server("HTTP/1.1 200 OK\r\nContent-Length: 6\r\n\r\nanswer", RawServer::End::close, "\r\n\r\n{}");
-    Call call;
-    call.base = server.url();
-    call.theBody = "{}";
-    call.token = "secret";
-
-    auto outcome = perform(call);
-
-    ASSERT_TRUE(outcome.answer);
-    EXPECT_EQ(outcome.answer->rcvdData, "answer");
-    EXPECT_EQ(outcome.answer->httpStatus, 200);
-    EXPECT_FALSE(outcome.answer->error);
-    std::string received = server.request();
-    for (const char* part : {"GET /mapp/events HTTP/1.1\r\n", "\r\nAuthorization: Bearer secret\r\n",
-                             "\r\nAccept: application/json\r\n", "\r\nContent-Type: application/json\r\n"}) {
-        EXPECT_NE(received.find(part), std::string::npos) << part << "\nin\n" << received;
-    }
-    ASSERT_EQ(sent().size(), 1U);
-    EXPECT_EQ(sent()[0].method, "GET");
-    EXPECT_EQ(sent()[0].url, server.url() + "/mapp/events");
-    EXPECT_EQ(sent()[0].body, "{}");
-    std::vector<std::pair<std::string, std::string>> headers{
-        {"Accept", "application/json"}, {"Authorization", "Bearer …"}, {"Content-Type", "application/json"}};
-    EXPECT_EQ(sent()[0].headers, headers);
-}
-
-TEST_F(NetworkTest, MethodsAndTokens) {
-    LoopbackServer server;
-    server.reply("/call", {.body = "ok"});
-    struct Case {
+    struct {
         HTTPMethod method;
-        const char* word;
+        const char *word, *token;
         bool sendsToken;
-        const char* token;
-        const char* authorization;
+        HTTPHeaders headers;
+        const char *authorization, *contentType;
+    } const cases[] = {
+        {HTTPMethod::get, "GET", "secret", true, URLRequestHeaders::authEventReportHeaders(), "Bearer secret",
+         "application/json"},
+        {HTTPMethod::post, "POST", "one", true, {}, "Bearer one", ""},
+        {HTTPMethod::put, "PUT", "two", false, {}, "", ""},
+        {HTTPMethod::del, "DELETE", "", true, {}, "", ""},
     };
-    for (const Case& each :
-         {Case{HTTPMethod::post, "POST", true, "one", "Bearer one"}, Case{HTTPMethod::put, "PUT", false, "two", ""},
-          Case{HTTPMethod::del, "DELETE", true, "", ""}}) {
-        Call call;
-        call.base = server.url() + "/";
-        call.thePath = "/call";
+    LoopbackServer server;
+    server.reply("/mapp/events", {.body = "answer"});
+    for (const auto& each : cases) {
+        Call call(server.url("/"), {}, each.token);
+        call.thePath = "/mapp/events";
         call.theMethod = each.method;
-        call.theHeader = {};
+        call.theHeader = each.headers;
         call.sendsToken = each.sendsToken;
-        call.token = each.token;
-        call.theBody = "text";
-        ASSERT_TRUE(perform(call).answer) << each.word;
+        call.theBody = "{}";
+        EXPECT_EQ(outcome(call), "answer");
         auto received = server.requests().back();
         EXPECT_EQ(received.method, each.word);
-        EXPECT_EQ(received.body, "text");
+        EXPECT_EQ(received.headers["content-length"], "2");
         EXPECT_EQ(received.headers["authorization"], each.authorization);
-        EXPECT_FALSE(received.headers.contains("content-type"));
+        EXPECT_EQ(received.headers["content-type"], each.contentType);
     }
+    auto told = sent().at(0);
+    EXPECT_EQ(told.method + " " + told.url + " " + told.body, "GET " + server.url("/mapp/events") + " {}");
+    std::vector<std::pair<std::string, std::string>> headers{
+        {"Accept", "application/json"}, {"Authorization", "Bearer …"}, {"Content-Type", "application/json"}};
+    EXPECT_EQ(told.headers, headers);
 }
 
-TEST_F(NetworkTest, AnswersOfAnyStatusAreReturned) {
-    LoopbackServer server;
-    server.reply("/empty", {.status = 200});
-    auto empty = get(server.url("/empty"));
-    ASSERT_TRUE(empty.answer);
-    EXPECT_FALSE(empty.answer->rcvdData);
-
-    for (int status : {400, 404, 500, 503}) {
-        server.reply("/failing", {.status = status, .body = "why"});
-        auto outcome = get(server.url("/failing"));
-        ASSERT_TRUE(outcome.answer) << status;
-        EXPECT_EQ(outcome.answer->rcvdData, "why");
-        ASSERT_TRUE(outcome.answer->error) << status;
-        EXPECT_EQ(outcome.answer->error->kind(), Kind::server);
-        EXPECT_EQ(outcome.answer->error->code(), status);
-    }
-}
-
-TEST_F(NetworkTest, MisbehaviourIsAnErrorAndLeavesEverythingWorking) {
-    LoopbackServer server;
-    server.reply("/truncated", {.body = "half", .announcedLength = 1000});
-    server.reply("/endless", {.body = std::string(65536, 'x'), .isEndless = true});
-    server.reply("/announced", {.body = "x", .announcedLength = NetworkPolicy::largestAnswer + 1});
-    server.reply("/largest", {.body = std::string(NetworkPolicy::largestAnswer, 'x')});
-    server.reply("/too-large", {.body = std::string(NetworkPolicy::largestAnswer + 1, 'x')});
-    server.reply("/fine", {.body = "fine"});
-
-    struct Case {
-        std::string base;
-        Kind kind;
+TEST_F(NetworkTest, AnAnswerOfAnyStatusIsOneAndOtherwiseAnErrorTellsWhyThereIsNone) {
+    LoopbackServer plain, selfSigned(Security::selfSigned), expired(Security::expired), silent;
+    silent.hold();
+    auto redirect = [](const std::string& to) {
+        return LoopbackServer::Reply{.status = 302, .headers = {{"Location", to}}};
     };
-    for (const Case& each :
-         {Case{"", Kind::configuration}, Case{"api.example.com", Kind::configuration},
-          Case{"ftp://127.0.0.1/", Kind::configuration}, Case{"http://host.invalid", Kind::nameResolution},
-          Case{"http://127.0.0.1:1", Kind::connection}, Case{"https" + server.url().substr(4), Kind::tls},
-          Case{server.url("/truncated"), Kind::connection}, Case{server.url("/endless"), Kind::tooLarge},
-          Case{server.url("/announced"), Kind::tooLarge}, Case{server.url("/too-large"), Kind::tooLarge}}) {
-        expectError(get(each.base), each.kind, each.base);
-        ASSERT_TRUE(get(server.url("/fine")).answer) << "after " << each.base;
+    for (int hop = 0; hop < 6; ++hop) plain.reply("/" + std::to_string(hop), redirect("/" + std::to_string(hop + 1)));
+    const std::string largest(NetworkPolicy::largestAnswer, 'x');
+    plain.reply("/6", {.body = "arrived"});
+    plain.reply("/empty", {.status = 200});
+    plain.reply("/none", {.status = 404, .body = "why"});
+    plain.reply("/broken", {.status = 503});
+    plain.reply("/largest", {.body = largest});
+    plain.reply("/too-large", {.body = largest + "x"});
+    plain.reply("/announced", {.body = "x", .announcedLength = largest.size() + 1});
+    plain.reply("/endless", {.body = std::string(65536, 'x'), .isEndless = true});
+    plain.reply("/truncated", {.body = "half", .announcedLength = 1000});
+    plain.reply("/file", redirect("file:///etc/passwd"));
+    plain.reply("/ftp", redirect("ftp://127.0.0.1/x"));
+    selfSigned.reply("/down", redirect(plain.url("/6")));
+    for (auto* server : {&selfSigned, &expired}) server->reply("/6", {.body = "arrived"});
+    const std::string wrongPin = "sha256//AAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAA=";
+    Call impatient(silent.url());
+    impatient.theTimeOut = 0.05;
+
+    const std::pair<Call, std::string> cases[] = {
+        {Call(plain.url("/empty")), "no data"},
+        {Call(plain.url("/none")), "why 404"},
+        {Call(plain.url("/broken")), "no data 503"},
+        {Call(plain.url("/largest")), largest},
+        {Call(plain.url("/too-large")), "The answer is too large"},
+        {Call(plain.url("/announced")), "The answer is too large"},
+        {Call(plain.url("/endless")), "The answer is too large"},
+        {Call(plain.url("/truncated")), "The connection failed"},
+        {Call("http://127.0.0.1:1"), "The connection failed"},
+        {Call("http://host.invalid"), "The host was not found"},
+        {impatient, "The request timed out"},
+        {Call(""), "There is no valid base address"},
+        {Call("api.example.com"), "There is no valid base address"},
+        {Call("ftp://127.0.0.1/"), "There is no valid base address"},
+        {Call(plain.url("/smuggled"), {}, "token\r\nX-Other: 1"), "A header holds a control character"},
+        {Call(plain.url("/1")), "arrived"},
+        {Call(plain.url("/0")), "More than 5 redirects"},
+        {Call(plain.url("/file")), "A redirect leads to an address that cannot be fetched"},
+        {Call(plain.url("/ftp")), "A redirect leads to an address that cannot be fetched"},
+        {Call(selfSigned.url("/down"), selfSigned.pin()), "A redirect leads from https to http"},
+        {Call("https" + plain.url().substr(4)), "No secure connection to the server"},
+        {Call(selfSigned.url("/6"), selfSigned.pin()), "arrived"},
+        {Call(selfSigned.url("/6")), "No secure connection to the server"},
+        {Call(selfSigned.url("/6"), wrongPin), "The server's public key is not the pinned one"},
+        {Call(selfSigned.url("/6"), "/etc/hostname"), "The server's public key is not the pinned one"},
+        {Call(expired.url("/6"), expired.pin()), "arrived"},
+        {Call(expired.url("/6")), "No secure connection to the server"},
+    };
+    for (const auto& [call, expected] : cases) {
+        EXPECT_TRUE(outcome(call) == expected) << call.baseURL() << ": " << outcome(call).substr(0, 100);
+        EXPECT_EQ(outcome(Call(plain.url("/6"))), "arrived") << "after " << call.baseURL();
     }
-    auto largest = get(server.url("/largest"));
-    ASSERT_TRUE(largest.answer);
-    EXPECT_EQ(largest.answer->rcvdData->size(), NetworkPolicy::largestAnswer);
+    EXPECT_EQ(selfSigned.requests().size(), 2U) << "whoever cannot be trusted hears nothing";
+    for (const auto& request : plain.requests()) EXPECT_NE(request.path, "/smuggled");
 }
 
-TEST_F(NetworkTest, ResetsAndGarbageAreConnectionErrors) {
-    for (const char* bytes : {"", "no HTTP at all\r\n\r\n", "HTTP/1.1 200 OK\r\nContent-Le",
-                              "HTTP/1.1 200 OK\r\nContent-Length: 99\r\n\r\nhalf",
-                              "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\nzz\r\n",
-                              "HTTP/1.1 200 OK\r\nContent-Encoding: gzip\r\nContent-Length: 4\r\n\r\nhalf"}) {
-        RawServer server(bytes, RawServer::End::reset);
-        expectError(get(server.url()), Kind::connection, bytes);
-    }
-}
-
-TEST_F(NetworkTest, SilenceEndsWithTheTimeOut) {
-    LoopbackServer server;
-    server.hold();
-    Call call;
-    call.base = server.url();
-    call.theTimeOut = 0.05;
-    expectError(perform(call), Kind::timeOut, "held");
-}
-
-TEST_F(NetworkTest, HeadersCannotBeSmuggledIn) {
-    LoopbackServer server;
-    Call call;
-    call.base = server.url();
-    call.token = "token\r\nX-Other: 1";
-    expectError(perform(call), Kind::configuration, "line break in a token");
-    EXPECT_TRUE(server.requests().empty());
-}
-
-TEST_F(NetworkPolicyTest, RedirectsAreFollowedFiveTimes) {
-    LoopbackServer server;
-    for (int hop = 0; hop < 6; ++hop) {
-        server.reply("/" + std::to_string(hop),
-                     {.status = 302, .headers = {{"Location", "/" + std::to_string(hop + 1)}}});
-    }
-    server.reply("/6", {.body = "arrived"});
-
-    auto five = get(server.url("/1"));
-    ASSERT_TRUE(five.answer);
-    EXPECT_EQ(five.answer->rcvdData, "arrived");
-    EXPECT_EQ(sent().size(), 6U);
-    expectError(get(server.url("/0")), Kind::refused, "six redirects");
-}
-
-TEST_F(NetworkPolicyTest, RedirectsLeadNowhereElse) {
-    LoopbackServer secure(LoopbackServer::Security::selfSigned);
-    LoopbackServer plain;
-    plain.reply("/fine", {.body = "fine"});
-    secure.reply("/down", {.status = 301, .headers = {{"Location", plain.url("/fine")}}});
-    plain.reply("/file", {.status = 302, .headers = {{"Location", "file:///etc/passwd"}}});
-    plain.reply("/ftp", {.status = 302, .headers = {{"Location", "ftp://127.0.0.1/x"}}});
-
-    expectError(get(secure.url("/down"), secure.pin()), Kind::refused, "https to http");
-    EXPECT_TRUE(plain.requests().empty());
-    expectError(get(plain.url("/file")), Kind::refused, "file");
-    expectError(get(plain.url("/ftp")), Kind::refused, "ftp");
-}
-
-TEST_F(NetworkPolicyTest, RedirectsTakeTheTokenNowhereElse) {
+TEST_F(NetworkTest, RedirectsTakeTheTokenNowhereElse) {
     LoopbackServer home, other;
     home.reply("/stay", {.status = 307, .headers = {{"Location", "/end"}}});
     home.reply("/leave", {.status = 307, .headers = {{"Location", other.url("/end")}}});
     home.reply("/see", {.status = 303, .headers = {{"Location", "/end"}}});
-    Call call;
-    call.base = home.url();
-    call.token = "secret";
-    call.theBody = "body";
-    call.theMethod = HTTPMethod::post;
-
-    call.thePath = "/stay";
-    perform(call);
-    EXPECT_EQ(home.requests().back().headers["authorization"], "Bearer secret");
-    EXPECT_EQ(home.requests().back().body, "body");
-    call.thePath = "/leave";
-    perform(call);
-    ASSERT_EQ(other.requests().size(), 1U);
-    EXPECT_EQ(other.requests()[0].method, "POST");
-    EXPECT_FALSE(other.requests()[0].headers.contains("authorization"));
-    call.thePath = "/see";
-    perform(call);
-    EXPECT_EQ(home.requests().back().method, "GET");
-    EXPECT_EQ(home.requests().back().body, "");
-}
-
-TEST_F(NetworkPolicyTest, CertificatesAndPins) {
-    using Security = LoopbackServer::Security;
-    const std::string wrongPin = "sha256//AAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAA=";
-    for (Security security : {Security::selfSigned, Security::expired}) {
-        LoopbackServer server(security);
-        server.reply("/", {.body = "secure"});
-        expectError(get(server.url("/")), Kind::tls, "no pin");
-        expectError(get(server.url("/"), wrongPin), Kind::pin, "wrong pin");
-        expectError(get(server.url("/"), "/etc/hostname"), Kind::pin, "no pin by its form");
-        EXPECT_TRUE(server.requests().empty());
-
-        auto pinned = get(server.url("/"), server.pin());
-        ASSERT_TRUE(pinned.answer) << pinned.error->localizedDescription();
-        EXPECT_EQ(pinned.answer->rcvdData, "secure");
+    for (const auto& [path, server, expected] :
+         {std::tuple("/stay", &home, "POST /end body Bearer secret"), std::tuple("/leave", &other, "POST /end body "),
+          std::tuple("/see", &home, "GET /end  Bearer secret")}) {
+        Call call(home.url(path), {}, "secret");
+        call.theBody = "body";
+        call.theMethod = HTTPMethod::post;
+        outcome(call);
+        auto last = server->requests().back();
+        EXPECT_EQ(last.method + " " + last.path + " " + last.body + " " + last.headers["authorization"], expected);
     }
 }
 
@@ -343,100 +196,141 @@ TEST(BrokenPipeGuard, SwallowsTheSignal) {
 
 namespace {
 
-/// Counts answers as they come in.
-class Answers {
-public:
-    HTTPTransport::Completion next() {
-        return [this](const Result<HTTPResponse, VantixError>& result) {
-            std::lock_guard lock(mutex_);
-            (result ? succeeded_ : failed_)++;
-            changed_.notify_all();
+/// So many answers that are to come.
+struct Answers {
+    explicit Answers(int count) : toCome(count) {}
+
+    HTTPCompletion next() {
+        return [this](const HTTPOutcome& outcome) {
+            (outcome ? succeeded : failed)++;
+            toCome.count_down();
         };
     }
-    void waitFor(int count) {
-        std::unique_lock lock(mutex_);
-        changed_.wait(lock, [&] { return succeeded_ + failed_ >= count; });
-    }
-    int failed() {
-        std::lock_guard lock(mutex_);
-        return failed_;
-    }
 
-private:
-    std::mutex mutex_;
-    std::condition_variable changed_;
-    int succeeded_ = 0;
-    int failed_ = 0;
+    std::latch toCome;
+    std::atomic<int> succeeded = 0;
+    std::atomic<int> failed = 0;
 };
 
-class TransportTest : public CoreFixture<ThreadedDispatcher> {
+void fail(const HTTPOutcome&) { ADD_FAILURE() << "was dropped"; }
+
+template <typename DispatcherKind>
+class TransferTest : public CoreFixture<DispatcherKind> {
 protected:
-    void send(const std::string& url, Answers& answers) {
-        HTTPRequest request{
-            .url = url, .largestBody = 1000, .timeOut = seconds(60), .connectTimeOut = NetworkPolicy::connectTimeOut};
-        Installation::current()->httpClient()->send(std::move(request), answers.next());
+    TransferHandle send(const std::string& url, HTTPCompletion completion) {
+        return Installation::current()->httpClient()->send(
+            {.url = *URL::parse(url), .largestBody = 1000, .timeOut = seconds(600)}, std::move(completion));
     }
+
+    void useOneTransferAtATime() {
+        auto host = this->host();
+        host.maximumConcurrentTransfers = 1;
+        this->install(std::move(host));
+    }
+
+    LoopbackServer dead_, alive_;
 };
+
+using OrderedTransferTest = TransferTest<VirtualDispatcher>;
+using ThreadedTransferTest = TransferTest<ThreadedDispatcher>;
 
 }  // namespace
 
-TEST_F(TransportTest, AHostThatDoesNotAnswerHoldsUpNobodyElse) {
-    LoopbackServer dead, alive;
-    dead.hold();
-    Answers fromDead, fromAlive;
-    for (int at = 0; at < 40; ++at) send(dead.url("/"), fromDead);
-    send(alive.url("/"), fromAlive);
-    fromAlive.waitFor(1);
-    EXPECT_LE(dead.requests().size(), NetworkPolicy::mostTransfersPerOrigin);
-    dead.release();
-    fromDead.waitFor(40);
-    EXPECT_EQ(fromDead.failed(), 0);
-}
-
-TEST_F(TransportTest, RequestsFromManyThreadsAllEnd) {
-    LoopbackServer server;
-    Answers answers;
-    std::vector<std::thread> threads;
-    for (int at = 0; at < 4; ++at) {
-        threads.emplace_back([&] {
-            for (int each = 0; each < 25; ++each) send(server.url("/"), answers);
-        });
-    }
-    for (std::thread& thread : threads) thread.join();
-    answers.waitFor(100);
-    EXPECT_EQ(answers.failed(), 0);
-    EXPECT_EQ(server.requests().size(), 100U);
-}
-
-TEST_F(TransportTest, CancellingFailsWhatIsUnderWayAndWhatWaits) {
-    LoopbackServer dead, alive;
-    dead.hold();
-    Answers answers, later;
-    for (int at = 0; at < 10; ++at) send(dead.url("/"), answers);
-    dead.waitForRequests(1);
-    VantixNetworkManager::cancelAll();
-    answers.waitFor(10);
-    EXPECT_EQ(answers.failed(), 10);
-    send(alive.url("/"), later);
-    later.waitFor(1);
-    EXPECT_EQ(later.failed(), 0);
-}
-
-TEST_F(NetworkTest, TransfersOneAtATimeKeepTheirOrder) {
-    auto oneAtATime = host();
-    oneAtATime.maximumConcurrentTransfers = 1;
-    install(std::move(oneAtATime));
-    LoopbackServer first, second;
+TEST_F(OrderedTransferTest, OneAtATimeTheyKeepTheirOrder) {
+    useOneTransferAtATime();
     std::vector<int> order;
     for (int at = 0; at < 20; ++at) {
-        HTTPRequest request{.url = (at % 2 == 0 ? first : second).url("/"),
-                            .largestBody = 1000,
-                            .timeOut = seconds(60),
-                            .connectTimeOut = NetworkPolicy::connectTimeOut};
-        Installation::current()->httpClient()->send(std::move(request),
-                                                    [&order, at](const auto&) { order.push_back(at); });
+        send((at % 2 == 0 ? alive_ : dead_).url(), [&order, at](const auto&) { order.push_back(at); }).detach();
     }
     dispatcher().runUntilIdle();
     EXPECT_EQ(order.size(), 20U);
     EXPECT_TRUE(std::ranges::is_sorted(order));
+}
+
+TEST_F(OrderedTransferTest, OneThatIsDroppedBeforeItStartsIsNeverSent) {
+    Answers answers(1);
+    {
+        auto dropped = send(dead_.url(), fail);
+        auto refused = Installation::current()->backEnd()->send(Call("no address"), [](const auto&) { FAIL(); });
+    }
+    auto moved = send(alive_.url(), answers.next());
+    auto replaced = send(dead_.url(), fail);
+    replaced = std::move(moved);
+    dispatcher().runUntilIdle();
+    EXPECT_EQ(answers.succeeded, 1);
+    EXPECT_TRUE(dead_.requests().empty());
+}
+
+TEST_F(OrderedTransferTest, OneThatIsDroppedOnItsWayLeadsNowhereElse) {
+    TransferHandle handle;
+    auto host = this->host();
+    host.onRequest = [&](const SentRequest& request) {
+        if (request.url == alive_.url("/end")) handle = {};
+    };
+    install(std::move(host));
+    alive_.reply("/start", {.status = 302, .headers = {{"Location", "/end"}}});
+    handle = send(alive_.url("/start"), fail);
+    dispatcher().runUntilIdle();
+    EXPECT_EQ(alive_.requests().size(), 1U);
+
+    handle = send(alive_.url("/other"), [&](const auto&) { handle = {}; });
+    dispatcher().runUntilIdle();
+    EXPECT_EQ(alive_.requests().size(), 2U) << "a completion may drop its own handle";
+}
+
+TEST_F(ThreadedTransferTest, OneThatIsDroppedUnderWayGivesItsPlaceToTheNext) {
+    useOneTransferAtATime();
+    dead_.hold();
+    alive_.reply("/", {.status = 302, .headers = {{"Location", dead_.url("/after-a-redirect")}}});
+    auto direct = send(dead_.url(), fail);
+    ASSERT_TRUE(dead_.waitForRequests(1));
+    auto redirected = send(alive_.url("/"), fail);
+    direct = {};
+    ASSERT_TRUE(dead_.waitForRequests(2));
+    Answers answers(1);
+    auto next = send(alive_.url("/next"), answers.next());
+    redirected = {};
+    answers.toCome.wait();
+}
+
+TEST_F(ThreadedTransferTest, AHostThatDoesNotAnswerHoldsUpNobodyElse) {
+    dead_.hold();
+    Answers fromDead(40), fromAlive(1);
+    for (int at = 0; at < 40; ++at) send(dead_.url(), fromDead.next()).detach();
+    send(alive_.url(), fromAlive.next()).detach();
+    fromAlive.toCome.wait();
+    EXPECT_LE(dead_.requests().size(), NetworkPolicy::mostTransfersPerOrigin);
+    dead_.release();
+    fromDead.toCome.wait();
+    EXPECT_EQ(fromDead.failed, 0);
+}
+
+TEST_F(ThreadedTransferTest, RequestsFromManyThreadsAllEndUnlessTheyAreDropped) {
+    Answers answers(100);
+    std::vector<std::thread> threads;
+    for (int at = 0; at < 4; ++at) {
+        threads.emplace_back([&] {
+            for (int each = 0; each < 25; ++each) {
+                auto dropped = send(dead_.url(), [](const auto&) {});
+                send(alive_.url(), answers.next()).detach();
+            }
+        });
+    }
+    for (std::thread& thread : threads) thread.join();
+    answers.toCome.wait();
+    EXPECT_EQ(answers.failed, 0);
+    EXPECT_EQ(alive_.requests().size(), 100U);
+}
+
+TEST_F(ThreadedTransferTest, CancellingFailsWhatIsUnderWayAndWhatWaits) {
+    dead_.hold();
+    Answers cancelled(10), later(1);
+    for (int at = 0; at < 10; ++at) send(dead_.url(), cancelled.next()).detach();
+    ASSERT_TRUE(dead_.waitForRequests(1));
+    VantixNetworkManager::cancelAll();
+    cancelled.toCome.wait();
+    EXPECT_EQ(cancelled.failed, 10);
+    send(alive_.url(), later.next()).detach();
+    later.toCome.wait();
+    EXPECT_EQ(later.failed, 0);
 }

@@ -8,11 +8,9 @@
 #include <sqlite3.h>
 
 #include <algorithm>
-#include <csignal>
 #include <fstream>
 #include <future>
 #include <set>
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -26,7 +24,7 @@ using Texts = std::vector<std::string>;
 const ObjectModel model{{{"Message", {"scope", "trigger", "body"}}}};
 
 std::shared_ptr<BaseRepository> makeRepository(const ObjectModel& objectModel = model, bool infersMapping = true) {
-    return VantixDBFactory::getRepositoryFor("Message", "Messages", objectModel, Env::dev, infersMapping, {});
+    return VantixDBFactory::getRepositoryFor("Message", "Messages", objectModel, Env::dev, infersMapping, {}, 0.1);
 }
 
 std::string describe(const Result<bool>& result) {
@@ -299,28 +297,30 @@ TEST_F(Store, AStaleLogOfADamagedFileIsNotReadIntoItsSuccessor) {
     EXPECT_EQ(scopes(), Texts());
 }
 
-TEST_F(Store, ReportsAFolderThatCannotBeUsedAndRecovers) {
-    std::ofstream(folder_.path() / "data") << "a file where the folder should be";
-    EXPECT_NE(insertScopes({"a"}).find("error: The store Messages.sqlite failed: "), std::string::npos);
-
-    std::filesystem::remove(folder_.path() / "data");
-    EXPECT_EQ(insertScopes({"b"}), "true");
-    EXPECT_EQ(scopes(), Texts({"b"}));
-}
-
-TEST_F(Store, ReportsADiskThatTakesNoMoreAndRecovers) {
+TEST_F(Store, ReportsWhatTheDiskRefusesAndGoesOnWhenItRecovers) {
+    struct Case {
+        DiskFault fault;
+        const char* whenOpen;
+        const char* whenClosed;
+    };
+    const std::vector<Case> cases = {
+        {DiskFault::full, "database or disk is full", "database or disk is full"},
+        {DiskFault::readOnly, "attempt to write a readonly database", "unable to open database file"},
+    };
+    const Predicate broken = equals("scope", "refused");
+    const std::string failed = "error: The store Messages.sqlite failed: ";
     insertScopes({"a"});
-    std::signal(SIGXFSZ, SIG_IGN);
-    rlimit unlimited{};
-    getrlimit(RLIMIT_FSIZE, &unlimited);
-    rlimit full{.rlim_cur = 64 * 1024, .rlim_max = unlimited.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &full);
-    std::string outcome = insert({{"scope", "b"}, {"body", std::string(200 * 1024, 'x')}});
-    setrlimit(RLIMIT_FSIZE, &unlimited);
-
-    EXPECT_EQ(outcome.find("error: "), 0U) << outcome;
-    EXPECT_EQ(insert({{"scope", "c"}, {"body", std::string(200 * 1024, 'x')}}), "true");
-    EXPECT_EQ(scopes(), Texts({"a", "c"}));
+    for (const auto& test : cases) {
+        host_.disk->setFault(test.fault);
+        EXPECT_EQ(insertScopes({"refused"}), failed + test.whenOpen);
+        EXPECT_EQ(insertScopes({"refused"}), failed + test.whenClosed);
+        EXPECT_EQ(remove({}, {}), failed + test.whenClosed);
+        host_.disk->setFault(DiskFault::none);
+        EXPECT_EQ(scopes(), Texts({"a"})) << test.whenOpen;
+        EXPECT_EQ(remove(broken, {}), "true");
+    }
+    EXPECT_EQ(insertScopes({"b"}), "true");
+    EXPECT_EQ(scopes(), Texts({"a", "b"}));
 }
 
 TEST_F(Store, ReportsAFileThatAnotherWriterHoldsAndStaysReadable) {

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "VantixCore/VantixAPIRequestGenerator.h"
 #include "VantixCore/VantixConfiguration.h"
-#include "VantixCore/VantixNetworkManager.h"
 
 #include <memory>
 #include <utility>

@@ -1,6 +1,8 @@
-#include "VantixCore/DBDefaults.h"
+#include "VantixCore/ObjectModel.h"
 
 #include "Platform/Values/JSON.h"
+
+#include <utility>
 
 namespace vantix {
 
@@ -22,8 +24,8 @@ std::optional<ObjectModel::Entity> entity(const Value& value) {
 
 }  // namespace
 
-std::optional<ObjectModel> objectModel(std::string_view modelText) {
-    auto parsed = parseJSON(modelText);
+std::optional<ObjectModel> ObjectModel::parse(std::string_view text) {
+    auto parsed = parseJSON(text);
     const Dictionary* description = parsed ? parsed.value().dictionary() : nullptr;
     const List* entities = description ? description->list("entities") : nullptr;
     if (!entities) return {};

@@ -1,0 +1,9 @@
+#include "VantixCore/URLRequestHeaders.h"
+
+namespace vantix {
+
+HTTPHeaders URLRequestHeaders::authEventReportHeaders() {
+    return {{"Accept", "application/json"}, {"Content-Type", "application/json"}};
+}
+
+}  // namespace vantix

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <map>
+#include <string>
+
+namespace vantix {
+
+/// Names and values.
+using HTTPHeaders = std::map<std::string, std::string>;
+
+/// Header sets for the back end.
+namespace URLRequestHeaders {
+/// For authenticated event calls.
+HTTPHeaders authEventReportHeaders();
+}  // namespace URLRequestHeaders
+
+}  // namespace vantix
