@@ -31,7 +31,7 @@ struct ScriptedFontCatalogue final : FontCatalogue {
 };
 
 /// The module on a phone without a display: real store, real network, and, unless a test chooses otherwise, virtual
-/// time. The store object of the module is process-wide, so each test needs a process of its own, as ctest gives it.
+/// time.
 template <typename DispatcherKind = VirtualDispatcher>
 class ModuleFixture : public testing::Test {
 protected:
