@@ -1,12 +1,12 @@
-// Leaves main while a trigger sync and an image download are under way, with status 7. Their answers come when all that
-// is destroyed at exit has been destroyed; with the argument "unanswered" they never come.
+// Leaves main while a trigger sync and an image download are under way, with status 7. Their answers come, as the
+// argument says, "late", when all that is destroyed at exit has been destroyed; "meanwhile"; or "never".
 
 #include "Platform/Dispatchers/ThreadedDispatcher.h"
 #include "Platform/Ports/NotificationCenter.h"
 #include "Platform/Ports/Platform.h"
 #include "VantixCore/ImageUtility.h"
 #include "VantixCore/Vantix.h"
-#include "VantixInAppMessage/Manager/InAppMessageTriggerManager.h"
+#include "VantixInAppMessage/Manager/VantixInAppTriggerManager.h"
 #include "tests/Support/FakeImageDecoder.h"
 #include "tests/Support/LoopbackServer.h"
 #include "tests/Support/TemporaryFolder.h"
@@ -26,7 +26,7 @@ struct Surroundings {
     std::mutex mutex;
     std::condition_variable changed;
     int answersTaken = 0;
-    bool waitsForAnswers = true;
+    std::string_view answersCome = "never";
 
     void takeAnswer() {
         std::lock_guard lock(mutex);
@@ -41,7 +41,7 @@ struct DestroyedLast {
     Surroundings& surroundings = *new Surroundings;
 
     ~DestroyedLast() {
-        if (!surroundings.waitsForAnswers) return;
+        if (surroundings.answersCome != "late") return;
         surroundings.server.release();
         std::unique_lock lock(surroundings.mutex);
         surroundings.changed.wait(lock, [this] { return surroundings.answersTaken == 2; });
@@ -52,9 +52,9 @@ __attribute__((init_priority(101))) DestroyedLast destroyedLast;
 
 }  // namespace
 
-int main(int count, char** arguments) {
+int main(int, char** arguments) {
     auto& surroundings = destroyedLast.surroundings;
-    surroundings.waitsForAnswers = count < 2 || std::string_view(arguments[1]) != "unanswered";
+    surroundings.answersCome = arguments[1];
     LoopbackServer& server = surroundings.server;
     server.reply("/mapp/events",
                  {.body = toJSON(Dictionary{{"status", "200"}, {"triggers", List{Campaign{}.push()}}})});
@@ -78,5 +78,6 @@ int main(int count, char** arguments) {
         if (bytes) surroundings.takeAnswer();
     }).detach();
     server.waitForRequests(2);
+    if (surroundings.answersCome == "meanwhile") server.release();
     return 7;
 }

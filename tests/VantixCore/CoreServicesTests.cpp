@@ -1,5 +1,5 @@
 #include "Platform/Dispatchers/VirtualDispatcher.h"
-#include "Platform/Values/ColorText.h"
+#include "Platform/Values/Color.h"
 #include "VantixCore/VantixCore.h"
 #include "VantixCore/VantixError.h"
 #include "tests/Support/Table.h"

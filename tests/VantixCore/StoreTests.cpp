@@ -1,5 +1,7 @@
 #include "Platform/Dispatchers/ThreadedDispatcher.h"
+#include "VantixCore/Installation/Installation.h"
 #include "VantixCore/Store/SQLiteConnection.h"
+#include "VantixCore/Store/SQLiteStores.h"
 #include "VantixCore/VantixDBFactory.h"
 #include "tests/Support/KilledChild.h"
 #include "tests/Support/Table.h"
@@ -241,6 +243,16 @@ TEST_F(StoreTest, ReportsAFileThatAnotherWriterHoldsAndStaysReadable) {
     other.run("COMMIT");
     EXPECT_EQ(insertScopes({"c"}), "true");
     EXPECT_EQ(scopes(), Texts({"a", "c"}));
+}
+
+TEST_F(StoreTest, WaitsForAFileAsLongAsItsDescriptionSays) {
+    auto store = Installation::current()->stores()->store({"Patient.sqlite", model, true, seconds(2.5)});
+    std::string timeOut;
+    store->queue().async([&] {
+        store->perform([&](SQLiteConnection& connection) { timeOut = *connection.run("PRAGMA busy_timeout")[0][0]; });
+    });
+    dispatcher().runUntilIdle();
+    EXPECT_EQ(timeOut, "2500");
 }
 
 TEST_F(StoreTest, WorkThatIsUnderWayOutlivesTheRepositoryButNotTheDispatcher) {
