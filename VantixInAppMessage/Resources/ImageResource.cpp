@@ -2,13 +2,15 @@
 
 namespace vantix {
 
+// Never destroyed, like the bundle.
+
 const ImageResource& ImageResource::cross() {
-    static const ImageResource resource{"cross", resourceBundle()};
+    static const auto& resource = *new ImageResource{"cross", resourceBundle()};
     return resource;
 }
 
 const ImageResource& ImageResource::defaultImage() {
-    static const ImageResource resource{"defaultImage", resourceBundle()};
+    static const auto& resource = *new ImageResource{"defaultImage", resourceBundle()};
     return resource;
 }
 

@@ -12,8 +12,9 @@ std::size_t hashResource(const std::string& name, const ResourceBundle& bundle) 
     return hash(name) * 31 + hash(bundle.name);
 }
 
+/// Never destroyed: threads may ask until the very end of the process.
 const ResourceBundle& resourceBundle() {
-    static const ResourceBundle bundle{"VantixInAppMessage", &embeddedResource};
+    static const auto& bundle = *new ResourceBundle{"VantixInAppMessage", &embeddedResource};
     return bundle;
 }
 
