@@ -103,6 +103,13 @@ TEST_F(TriggerSyncTest, AsksOnceWithAnEmptyBodyAndKeepsEveryMessage) {
     EXPECT_EQ(sent()[0].body, "{}");
     EXPECT_NE(InAppTriggersRequestPayload{}.requestID, InAppTriggersRequestPayload{}.requestID);
     EXPECT_EQ(InAppTriggersRequest(configuration_).timeOut(), 60);
+
+    InAppTriggersRequest request(configuration_);
+    EXPECT_FALSE(request.body() || request.header());
+    dispatcher().utilityQueue().async([&] { request.syncTriggers({}, "account"); });
+    dispatcher().runUntilIdle();
+    EXPECT_EQ(request.body(), "{}") << "what is sent stays on the request";
+    EXPECT_EQ(request.header(), URLRequestHeaders::authEventReportHeaders());
 }
 
 TEST_F(TriggerSyncTest, TheTextOfTheStatusDecides) {
