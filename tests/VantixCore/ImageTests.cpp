@@ -71,6 +71,13 @@ TEST_F(ImageTest, NobodyIsCalledAndNothingFetchedOnceAllHaveLetGo) {
     }
     dispatcher().runUntilIdle();
     EXPECT_EQ(fetches(), 0U);
+
+    TransferHandle data, image;
+    auto first = ask(url_, [&](const auto&) { data = {}, image = {}; });
+    data = ask(url_, fail);
+    image = ImageUtility::loadImage(*URL::parse(url_), {}, {10, 10}, fail);
+    dispatcher().runUntilIdle();
+    EXPECT_EQ(fetches(), 1U);
 }
 
 TEST_F(ImageTest, FailuresAreToldApartAndKeepNothing) {
