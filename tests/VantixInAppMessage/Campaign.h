@@ -19,13 +19,14 @@ struct Campaign {
     Dictionary attributes = {};
     Dictionary style = {{"ctas", List{Dictionary()}}};
     List feedbackOptions = {};
+    std::string cuid = "customer";
 
     Dictionary push() const {
         Dictionary cta{{"type", "EXTERNAL"}, {"action", "https://a.example"}, {"actionText", "Go"}};
         Dictionary feedback{{"selectionType", "multiSelection"}, {"options", feedbackOptions}};
         Dictionary body{{"type", type},   {"title", "Title"},  {"message", message},
                         {"image", image}, {"ctas", List{cta}}, {"feedbackOptions", feedback}};
-        return {{"cuid", "customer"},
+        return {{"cuid", cuid},
                 {"scope", scope},
                 {"senderId", "sender"},
                 {"messageId", "id-" + scope},

@@ -40,7 +40,7 @@ protected:
     /// One thing of each kind that an installation keeps.
     void keepSomething(const std::string& customer) {
         Vantix::getSharedUserDefaults()->setCustomerId(customer);
-        InAppRepoHelper::shared()->insert(Campaign{.scope = customer, .cuid = customer}.payload(), {});
+        InAppRepoHelper::shared()->insert(Campaign{.scope = customer, .cuid = customer}.shared(), {});
         ImageUtility::downloadImage(*URL::parse(server_.url("/picture")), customer, [](const auto&) {}).detach();
         VantixCore::generate(std::make_shared<VantixConfiguration>(), {}, false, {}, {}, Env::dev)
             ->reportBehavioralEvent("of " + customer, {});

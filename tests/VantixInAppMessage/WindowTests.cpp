@@ -1,4 +1,5 @@
-#include "VantixInAppMessage/Resources/ResourceBundle.h"
+#include "VantixInAppMessage/Resources/ColorResource.h"
+#include "VantixInAppMessage/Resources/ImageResource.h"
 #include "tests/VantixInAppMessage/ModuleFixture.h"
 
 #include <unordered_set>
