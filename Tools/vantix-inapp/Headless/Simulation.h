@@ -35,7 +35,7 @@ public:
     /// Tears the module down, if it runs, and starts it again on the same store.
     void restart(ApplicationState applicationState);
 
-    /// From now on calls go to this back end; without a pin the one that was configured stays. The module need not run.
+    /// From now on calls go to this back end; without a pin the one that was configured stays.
     void useBackend(const std::string& baseURL, const std::optional<std::string>& sslKeyHash);
     /// Asks the events API of the configured back end for messages, once.
     void syncTriggers(const std::string& cuID);
@@ -44,7 +44,7 @@ public:
     OffscreenScene& scene() { return *scene_; }
     /// Paints with the fonts that text is measured with.
     DisplayListPainter& painter() { return painter_; }
-    /// What the disk does with the module's files from now on. The module need not run.
+    /// What the disk does with the module's files from now on.
     void setDiskFault(DiskFault fault) { disk_->setFault(fault); }
     void setForegroundScene(bool inForeground);
     /// Absent: no customer is known. Without an app group there is nowhere to keep it.

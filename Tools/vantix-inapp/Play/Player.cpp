@@ -31,11 +31,6 @@ List scopes(const InAppMessageQueues::Messages& messages) {
     return list;
 }
 
-/// Whether the module meets the step's effect when it starts.
-bool isSurrounding(const Step& step) {
-    return std::holds_alternative<step::StartBackend>(step) || std::holds_alternative<step::SetDiskFault>(step);
-}
-
 }  // namespace
 
 Player::Player(Simulation& simulation, Pace& pace, RunningBackends& backends, EventLines& events, LineWriter& lines,
@@ -48,9 +43,8 @@ Player::Player(Simulation& simulation, Pace& pace, RunningBackends& backends, Ev
       outputDirectory_(std::move(outputDirectory)) {}
 
 void Player::play(const Step& step) {
-    if (!isSurrounding(step)) simulation_.core();
-    std::visit([this](const auto& concrete) { run(concrete); }, step);
     simulation_.core();
+    std::visit([this](const auto& concrete) { run(concrete); }, step);
     pace_.settle();
 }
 

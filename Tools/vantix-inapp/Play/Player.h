@@ -19,8 +19,8 @@ public:
     Player(Simulation& simulation, Pace& pace, RunningBackends& backends, EventLines& events, LineWriter& lines,
            std::filesystem::path outputDirectory);
 
-    /// Returns when the step has settled. The first step starts the module; what surrounds it is there before. Throws
-    /// BadInput when a picture cannot be written, or no port can be had.
+    /// Returns when the step has settled; the first one starts the module. Throws BadInput when a picture cannot be
+    /// written, or no port can be had.
     void play(const Step& step);
 
 private:

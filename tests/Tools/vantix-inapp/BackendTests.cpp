@@ -124,6 +124,16 @@ TEST_F(BackendTest, TheCommandAnswersAndPrintsWhatItTook) {
     for (const std::string& line : played.output) EXPECT_EQ(line.find(token), std::string::npos) << line;
 }
 
+TEST_F(BackendTest, WhatComesAgainIsMarked) {
+    RunningBackend backend(backendFolder, {"--truncate"});
+    runProgram({"play", "-"}, folder.path(),
+               configureStep(backend.baseURL) + "{\"campaign\": " + popup("s-1", "INSTANT") + "}\n{\"wait\": 5}\n");
+    auto taken = backend.takenReports();
+    ASSERT_EQ(taken.size(), 2U);
+    taken[0].set("repeated", true);
+    EXPECT_EQ(toJSON(taken[0]), toJSON(taken[1]));
+}
+
 TEST_F(BackendTest, APortIsNotShared) {
     RunningBackend backend(backendFolder);
     std::string port = backend.baseURL.substr(backend.baseURL.rfind(':') + 1);
