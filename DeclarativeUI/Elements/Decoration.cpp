@@ -10,7 +10,8 @@ namespace {
 
 class BackgroundElement final : public WrapperElement {
 public:
-    BackgroundElement(const View& content, std::optional<Color> color) : WrapperElement(content), color_(color) {}
+    BackgroundElement(const ElementPointer& content, std::optional<Color> color)
+        : WrapperElement(content), color_(color) {}
 
     void place(const Rect& frame, const Proposal& proposal, const Environment& environment,
                LayoutPass& pass) const override {
@@ -32,7 +33,7 @@ private:
 
 class CornerRadiusElement final : public WrapperElement {
 public:
-    CornerRadiusElement(const View& content, double radius) : WrapperElement(content), radius_(radius) {}
+    CornerRadiusElement(const ElementPointer& content, double radius) : WrapperElement(content), radius_(radius) {}
 
     void place(const Rect& frame, const Proposal& proposal, const Environment& environment,
                LayoutPass& pass) const override {
@@ -51,7 +52,7 @@ private:
 
 class OverlayElement final : public WrapperElement {
 public:
-    OverlayElement(const View& content, Alignment alignment, View overlay)
+    OverlayElement(const ElementPointer& content, Alignment alignment, ElementPointer overlay)
         : WrapperElement(content), alignment_(alignment), overlay_(std::move(overlay)) {}
 
     void place(const Rect& frame, const Proposal& proposal, const Environment& environment,
@@ -64,18 +65,20 @@ public:
 
 private:
     Alignment alignment_;
-    View overlay_;
+    ElementPointer overlay_;
 };
 
 }  // namespace
 
-View withBackground(const View& content, std::optional<Color> color) {
+ElementPointer withBackground(const ElementPointer& content, std::optional<Color> color) {
     return modified<BackgroundElement>(content, color);
 }
 
-View withCornerRadius(const View& content, double radius) { return modified<CornerRadiusElement>(content, radius); }
+ElementPointer withCornerRadius(const ElementPointer& content, double radius) {
+    return modified<CornerRadiusElement>(content, radius);
+}
 
-View withOverlay(const View& content, Alignment alignment, const View& overlay) {
+ElementPointer withOverlay(const ElementPointer& content, Alignment alignment, const ElementPointer& overlay) {
     return modified<OverlayElement>(content, alignment, overlay);
 }
 

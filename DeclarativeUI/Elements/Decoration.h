@@ -1,12 +1,12 @@
 #pragma once
 
-#include "DeclarativeUI/View.h"
+#include "DeclarativeUI/Layout/Element.h"
 
 namespace vantix {
 
 /// Layers that change neither the size nor the place of their content; see View's modifiers of these names.
-View withBackground(const View& content, std::optional<Color> color);
-View withCornerRadius(const View& content, double radius);
-View withOverlay(const View& content, Alignment alignment, const View& overlay);
+ElementPointer withBackground(const ElementPointer& content, std::optional<Color> color);
+ElementPointer withCornerRadius(const ElementPointer& content, double radius);
+ElementPointer withOverlay(const ElementPointer& content, Alignment alignment, const ElementPointer& overlay);
 
 }  // namespace vantix

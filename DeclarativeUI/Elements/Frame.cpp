@@ -12,7 +12,7 @@ namespace {
 
 class FrameElement final : public WrapperElement {
 public:
-    FrameElement(const View& content, const FrameSpec& spec) : WrapperElement(content), spec_(spec) {}
+    FrameElement(const ElementPointer& content, const FrameSpec& spec) : WrapperElement(content), spec_(spec) {}
 
     Size measure(const Proposal& proposal, const Environment& environment, LayoutPass& pass) const override {
         Size size = pass.measure(content(), inner(proposal), environment);
@@ -55,6 +55,8 @@ private:
 
 }  // namespace
 
-View framed(const View& content, const FrameSpec& spec) { return modified<FrameElement>(content, spec); }
+ElementPointer framed(const ElementPointer& content, const FrameSpec& spec) {
+    return modified<FrameElement>(content, spec);
+}
 
 }  // namespace vantix

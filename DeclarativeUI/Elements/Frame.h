@@ -1,10 +1,10 @@
 #pragma once
 
-#include "DeclarativeUI/View.h"
+#include "DeclarativeUI/Layout/Element.h"
 
 namespace vantix {
 
 /// The content in a frame of its own, aligned.
-View framed(const View& content, const FrameSpec& spec);
+ElementPointer framed(const ElementPointer& content, const FrameSpec& spec);
 
 }  // namespace vantix

@@ -9,7 +9,7 @@ namespace {
 
 class InheritedElement final : public WrapperElement {
 public:
-    InheritedElement(const View& content, std::function<void(Environment&)> change)
+    InheritedElement(const ElementPointer& content, std::function<void(Environment&)> change)
         : WrapperElement(content), change_(std::move(change)) {}
 
     Size measure(const Proposal& proposal, const Environment& environment, LayoutPass& pass) const override {
@@ -30,7 +30,7 @@ private:
 
 }  // namespace
 
-View inherited(const View& content, std::function<void(Environment&)> change) {
+ElementPointer inherited(const ElementPointer& content, std::function<void(Environment&)> change) {
     return modified<InheritedElement>(content, std::move(change));
 }
 

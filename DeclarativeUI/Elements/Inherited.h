@@ -7,6 +7,6 @@
 namespace vantix {
 
 /// Changes what everything inside the content inherits. `change` answers the same for the same environment.
-View inherited(const View& content, std::function<void(Environment&)> change);
+ElementPointer inherited(const ElementPointer& content, std::function<void(Environment&)> change);
 
 }  // namespace vantix

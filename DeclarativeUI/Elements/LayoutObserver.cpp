@@ -9,7 +9,7 @@ namespace {
 
 class LayoutObserverElement final : public WrapperElement {
 public:
-    LayoutObserverElement(const View& content, std::string key, std::function<void(Size)> action)
+    LayoutObserverElement(const ElementPointer& content, std::string key, std::function<void(Size)> action)
         : WrapperElement(content), key_(std::move(key)), action_(std::move(action)) {}
 
     void place(const Rect& frame, const Proposal& proposal, const Environment& environment,
@@ -25,7 +25,7 @@ private:
 
 }  // namespace
 
-View observed(const View& content, std::string key, std::function<void(Size)> action) {
+ElementPointer observed(const ElementPointer& content, std::string key, std::function<void(Size)> action) {
     return modified<LayoutObserverElement>(content, std::move(key), std::move(action));
 }
 

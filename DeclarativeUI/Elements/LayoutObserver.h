@@ -1,6 +1,6 @@
 #pragma once
 
-#include "DeclarativeUI/View.h"
+#include "DeclarativeUI/Layout/Element.h"
 
 #include <functional>
 #include <string>
@@ -8,6 +8,6 @@
 namespace vantix {
 
 /// Tells of the content's size after each layout that changed it.
-View observed(const View& content, std::string key, std::function<void(Size)> action);
+ElementPointer observed(const ElementPointer& content, std::string key, std::function<void(Size)> action);
 
 }  // namespace vantix

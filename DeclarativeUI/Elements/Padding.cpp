@@ -12,7 +12,7 @@ namespace {
 
 class PaddingElement final : public WrapperElement {
 public:
-    PaddingElement(const View& content, EdgeInsets insets, bool mirrors)
+    PaddingElement(const ElementPointer& content, EdgeInsets insets, bool mirrors)
         : WrapperElement(content), insets_(insets), mirrors_(mirrors) {}
 
     Size measure(const Proposal& proposal, const Environment& environment, LayoutPass& pass) const override {
@@ -50,7 +50,7 @@ private:
 
 }  // namespace
 
-View padded(const View& content, const EdgeInsets& insets, bool mirrors) {
+ElementPointer padded(const ElementPointer& content, const EdgeInsets& insets, bool mirrors) {
     return modified<PaddingElement>(content, bounded(insets), mirrors);
 }
 

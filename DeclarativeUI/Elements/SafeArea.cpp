@@ -12,7 +12,7 @@ namespace {
 
 class IgnoresSafeAreaElement final : public WrapperElement {
 public:
-    IgnoresSafeAreaElement(const View& content, Edge edges) : WrapperElement(content), edges_(edges) {}
+    IgnoresSafeAreaElement(const ElementPointer& content, Edge edges) : WrapperElement(content), edges_(edges) {}
 
     void place(const Rect& frame, const Proposal&, const Environment& environment, LayoutPass& pass) const override {
         Rect reached = expanded(frame, environment, pass);
@@ -41,6 +41,8 @@ private:
 
 }  // namespace
 
-View ignoringSafeArea(const View& content, Edge edges) { return modified<IgnoresSafeAreaElement>(content, edges); }
+ElementPointer ignoringSafeArea(const ElementPointer& content, Edge edges) {
+    return modified<IgnoresSafeAreaElement>(content, edges);
+}
 
 }  // namespace vantix

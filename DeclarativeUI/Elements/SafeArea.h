@@ -1,10 +1,10 @@
 #pragma once
 
-#include "DeclarativeUI/View.h"
+#include "DeclarativeUI/Layout/Element.h"
 
 namespace vantix {
 
 /// Reaches beyond the safe area, to the window's edge, where it touches the edge of the safe area.
-View ignoringSafeArea(const View& content, Edge edges);
+ElementPointer ignoringSafeArea(const ElementPointer& content, Edge edges);
 
 }  // namespace vantix

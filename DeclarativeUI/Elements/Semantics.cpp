@@ -10,7 +10,7 @@ namespace {
 /// Makes what it wraps an element that tools list and assistive technology speaks.
 class SemanticElement final : public WrapperElement {
 public:
-    SemanticElement(const View& content, Role role, std::string label)
+    SemanticElement(const ElementPointer& content, Role role, std::string label)
         : WrapperElement(content), role_(role), label_(std::move(label)) {}
 
     void place(const Rect& frame, const Proposal& proposal, const Environment& environment,
@@ -28,7 +28,8 @@ private:
 
 class SelectedElement final : public WrapperElement {
 public:
-    SelectedElement(const View& content, bool isSelected) : WrapperElement(content), isSelected_(isSelected) {}
+    SelectedElement(const ElementPointer& content, bool isSelected)
+        : WrapperElement(content), isSelected_(isSelected) {}
 
     void describe(AccessibleElement& element) const override { element.selected = isSelected_; }
 
@@ -38,7 +39,8 @@ private:
 
 class SpokenTextElement final : public WrapperElement {
 public:
-    SpokenTextElement(const View& content, std::string text) : WrapperElement(content), text_(std::move(text)) {}
+    SpokenTextElement(const ElementPointer& content, std::string text)
+        : WrapperElement(content), text_(std::move(text)) {}
 
     void describe(AccessibleElement& element) const override { element.spokenText = text_; }
 
@@ -59,14 +61,20 @@ public:
 
 }  // namespace
 
-View asElement(const View& content, Role role, std::string label) {
+ElementPointer asElement(const ElementPointer& content, Role role, std::string label) {
     return modified<SemanticElement>(content, role, std::move(label));
 }
 
-View asSelected(const View& content, bool isSelected) { return modified<SelectedElement>(content, isSelected); }
+ElementPointer asSelected(const ElementPointer& content, bool isSelected) {
+    return modified<SelectedElement>(content, isSelected);
+}
 
-View spokenAs(const View& content, std::string text) { return modified<SpokenTextElement>(content, std::move(text)); }
+ElementPointer spokenAs(const ElementPointer& content, std::string text) {
+    return modified<SpokenTextElement>(content, std::move(text));
+}
 
-View passingTouchesOutsideCard(const View& content) { return modified<PassThroughElement>(content); }
+ElementPointer passingTouchesOutsideCard(const ElementPointer& content) {
+    return modified<PassThroughElement>(content);
+}
 
 }  // namespace vantix

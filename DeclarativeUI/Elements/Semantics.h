@@ -1,15 +1,15 @@
 #pragma once
 
-#include "DeclarativeUI/View.h"
+#include "DeclarativeUI/Layout/Element.h"
 
 #include <string>
 
 namespace vantix {
 
 /// What a view is to the person who meets it; see View's modifiers.
-View asElement(const View& content, Role role, std::string label);
-View asSelected(const View& content, bool isSelected);
-View spokenAs(const View& content, std::string text);
-View passingTouchesOutsideCard(const View& content);
+ElementPointer asElement(const ElementPointer& content, Role role, std::string label);
+ElementPointer asSelected(const ElementPointer& content, bool isSelected);
+ElementPointer spokenAs(const ElementPointer& content, std::string text);
+ElementPointer passingTouchesOutsideCard(const ElementPointer& content);
 
 }  // namespace vantix

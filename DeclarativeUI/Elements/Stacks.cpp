@@ -11,19 +11,17 @@ namespace vantix {
 
 namespace {
 
-std::vector<View> withoutEmptyOnes(std::vector<View> views) {
-    std::erase_if(views, [](const View& view) { return view.isEmpty(); });
-    return views;
+std::vector<ElementPointer> elementsOf(const std::vector<View>& views) {
+    std::vector<ElementPointer> elements(views.begin(), views.end());
+    std::erase(elements, nullptr);
+    return elements;
 }
 
 /// Lays its children out one after the other along its axis.
 class StackElement final : public Element {
 public:
-    StackElement(Axis axis, Alignment alignment, double spacing, std::vector<View> children)
-        : axis_(axis),
-          alignment_(alignment),
-          spacing_(bounded(spacing)),
-          children_(withoutEmptyOnes(std::move(children))) {}
+    StackElement(Axis axis, Alignment alignment, double spacing, const std::vector<View>& children)
+        : axis_(axis), alignment_(alignment), spacing_(bounded(spacing)), children_(elementsOf(children)) {}
 
     Size measure(const Proposal& proposal, const Environment& environment, LayoutPass& pass) const override {
         double length = gaps();
@@ -89,9 +87,8 @@ private:
             return result;
         }
         auto order = leastFlexibleFirst(*length, proposal, environment, pass);
-        auto firstSpacer = std::stable_partition(order.begin(), order.end(), [this](std::size_t child) {
-            return !children_[child].element()->takesWhatIsLeft();
-        });
+        auto firstSpacer = std::stable_partition(
+            order.begin(), order.end(), [this](std::size_t child) { return !children_[child]->takesWhatIsLeft(); });
         auto serve = [&](auto first, auto last, double room) {
             for (auto child = first; child != last; ++child) {
                 offerTo(*child, offer(room / static_cast<double>(last - child), proposal));
@@ -129,18 +126,18 @@ private:
     Axis axis_;
     Alignment alignment_;
     double spacing_;
-    std::vector<View> children_;
+    std::vector<ElementPointer> children_;
 };
 
 /// Lays its children over one another.
 class LayersElement final : public Element {
 public:
-    LayersElement(Alignment alignment, std::vector<View> children)
-        : alignment_(alignment), children_(withoutEmptyOnes(std::move(children))) {}
+    LayersElement(Alignment alignment, const std::vector<View>& children)
+        : alignment_(alignment), children_(elementsOf(children)) {}
 
     Size measure(const Proposal& proposal, const Environment& environment, LayoutPass& pass) const override {
         Size size;
-        for (const View& child : children_) {
+        for (const ElementPointer& child : children_) {
             Size answer = pass.measure(child, proposal, environment);
             size = {std::max(size.width, answer.width), std::max(size.height, answer.height)};
         }
@@ -149,42 +146,43 @@ public:
 
     void place(const Rect& frame, const Proposal& proposal, const Environment& environment,
                LayoutPass& pass) const override {
-        for (const View& child : children_) placeAligned(child, frame, proposal, alignment_, environment, pass);
+        for (const ElementPointer& child : children_)
+            placeAligned(child, frame, proposal, alignment_, environment, pass);
     }
 
 private:
     Alignment alignment_;
-    std::vector<View> children_;
+    std::vector<ElementPointer> children_;
 };
 
-View stack(Axis axis, Alignment alignment, double spacing, std::vector<View> children) {
-    return View(std::make_shared<const StackElement>(axis, alignment, spacing, std::move(children)));
+View stack(Axis axis, Alignment alignment, double spacing, const std::vector<View>& children) {
+    return View(std::make_shared<const StackElement>(axis, alignment, spacing, children));
 }
 
 }  // namespace
 
-View VStack(std::vector<View> children) { return VStack(HorizontalAlignment::center, std::move(children)); }
+View VStack(const std::vector<View>& children) { return VStack(HorizontalAlignment::center, children); }
 
-View VStack(HorizontalAlignment alignment, std::vector<View> children) {
-    return VStack(alignment, standardSpacing, std::move(children));
+View VStack(HorizontalAlignment alignment, const std::vector<View>& children) {
+    return VStack(alignment, standardSpacing, children);
 }
 
-View VStack(HorizontalAlignment alignment, double spacing, std::vector<View> children) {
-    return stack(Axis::vertical, {alignment, VerticalAlignment::center}, spacing, std::move(children));
+View VStack(HorizontalAlignment alignment, double spacing, const std::vector<View>& children) {
+    return stack(Axis::vertical, {alignment, VerticalAlignment::center}, spacing, children);
 }
 
-View HStack(std::vector<View> children) { return HStack(VerticalAlignment::center, std::move(children)); }
+View HStack(const std::vector<View>& children) { return HStack(VerticalAlignment::center, children); }
 
-View HStack(VerticalAlignment alignment, std::vector<View> children) {
-    return HStack(alignment, standardSpacing, std::move(children));
+View HStack(VerticalAlignment alignment, const std::vector<View>& children) {
+    return HStack(alignment, standardSpacing, children);
 }
 
-View HStack(VerticalAlignment alignment, double spacing, std::vector<View> children) {
-    return stack(Axis::horizontal, {HorizontalAlignment::center, alignment}, spacing, std::move(children));
+View HStack(VerticalAlignment alignment, double spacing, const std::vector<View>& children) {
+    return stack(Axis::horizontal, {HorizontalAlignment::center, alignment}, spacing, children);
 }
 
-View ZStack(Alignment alignment, std::vector<View> children) {
-    return View(std::make_shared<const LayersElement>(alignment, std::move(children)));
+View ZStack(Alignment alignment, const std::vector<View>& children) {
+    return View(std::make_shared<const LayersElement>(alignment, children));
 }
 
 }  // namespace vantix

@@ -13,16 +13,16 @@ inline constexpr double standardSpacing = 8;
 /// each is offered an equal share of what is left.
 
 /// From the top down.
-View VStack(std::vector<View> children);
-View VStack(HorizontalAlignment alignment, std::vector<View> children);
-View VStack(HorizontalAlignment alignment, double spacing, std::vector<View> children);
+View VStack(const std::vector<View>& children);
+View VStack(HorizontalAlignment alignment, const std::vector<View>& children);
+View VStack(HorizontalAlignment alignment, double spacing, const std::vector<View>& children);
 
 /// From the leading edge on.
-View HStack(std::vector<View> children);
-View HStack(VerticalAlignment alignment, std::vector<View> children);
-View HStack(VerticalAlignment alignment, double spacing, std::vector<View> children);
+View HStack(const std::vector<View>& children);
+View HStack(VerticalAlignment alignment, const std::vector<View>& children);
+View HStack(VerticalAlignment alignment, double spacing, const std::vector<View>& children);
 
 /// Over one another, the last one on top.
-View ZStack(Alignment alignment, std::vector<View> children);
+View ZStack(Alignment alignment, const std::vector<View>& children);
 
 }  // namespace vantix

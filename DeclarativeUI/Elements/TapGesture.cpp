@@ -9,7 +9,7 @@ namespace {
 
 class TapGestureElement final : public WrapperElement {
 public:
-    TapGestureElement(const View& content, std::function<void()> action)
+    TapGestureElement(const ElementPointer& content, std::function<void()> action)
         : WrapperElement(content), action_(std::move(action)) {}
 
     void place(const Rect& frame, const Proposal& proposal, const Environment& environment,
@@ -24,7 +24,7 @@ private:
 
 }  // namespace
 
-View tappable(const View& content, std::function<void()> action) {
+ElementPointer tappable(const ElementPointer& content, std::function<void()> action) {
     return modified<TapGestureElement>(content, std::move(action));
 }
 

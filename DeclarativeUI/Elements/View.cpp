@@ -15,50 +15,50 @@ View View::padding(double amount) const { return padding(Edge::all, amount); }
 
 View View::padding(Edge edges, double amount) const {
     auto along = [&](Edge edge) { return includes(edges, edge) ? amount : 0; };
-    return padded(*this, {along(Edge::top), along(Edge::leading), along(Edge::bottom), along(Edge::trailing)}, true);
+    return padded(element_, {along(Edge::top), along(Edge::leading), along(Edge::bottom), along(Edge::trailing)}, true);
 }
 
-View View::padding(const EdgeInsets& insets) const { return padded(*this, insets, false); }
+View View::padding(const EdgeInsets& insets) const { return padded(element_, insets, false); }
 
-View View::frame(const FrameSpec& spec) const { return framed(*this, spec); }
+View View::frame(const FrameSpec& spec) const { return framed(element_, spec); }
 
-View View::background(std::optional<Color> color) const { return withBackground(*this, color); }
+View View::background(std::optional<Color> color) const { return withBackground(element_, color); }
 
-View View::cornerRadius(double radius) const { return withCornerRadius(*this, radius); }
+View View::cornerRadius(double radius) const { return withCornerRadius(element_, radius); }
 
-View View::overlay(Alignment alignment, const View& content) const { return withOverlay(*this, alignment, content); }
+View View::overlay(Alignment alignment, const View& content) const { return withOverlay(element_, alignment, content); }
 
 View View::font(const Font& font) const {
-    return inherited(*this, [font](Environment& inner) { inner.font = font; });
+    return inherited(element_, [font](Environment& inner) { inner.font = font; });
 }
 
 View View::foregroundColor(std::optional<Color> color) const {
     if (!color) return *this;
-    return inherited(*this, [color](Environment& inner) { inner.foregroundColor = color; });
+    return inherited(element_, [color](Environment& inner) { inner.foregroundColor = color; });
 }
 
 View View::multilineTextAlignment(TextAlignment alignment) const {
-    return inherited(*this, [alignment](Environment& inner) { inner.textAlignment = alignment; });
+    return inherited(element_, [alignment](Environment& inner) { inner.textAlignment = alignment; });
 }
 
 View View::layoutDirection(LayoutDirection direction) const {
-    return inherited(*this, [direction](Environment& inner) { inner.layoutDirection = direction; });
+    return inherited(element_, [direction](Environment& inner) { inner.layoutDirection = direction; });
 }
 
-View View::onTapGesture(std::function<void()> action) const { return tappable(*this, std::move(action)); }
+View View::onTapGesture(std::function<void()> action) const { return tappable(element_, std::move(action)); }
 
-View View::ignoresSafeArea(Edge edges) const { return ignoringSafeArea(*this, edges); }
+View View::ignoresSafeArea(Edge edges) const { return ignoringSafeArea(element_, edges); }
 
 View View::onLayout(std::string key, std::function<void(Size)> action) const {
-    return observed(*this, std::move(key), std::move(action));
+    return observed(element_, std::move(key), std::move(action));
 }
 
-View View::element(Role role, std::string label) const { return asElement(*this, role, std::move(label)); }
+View View::element(Role role, std::string label) const { return asElement(element_, role, std::move(label)); }
 
-View View::selected(bool isSelected) const { return asSelected(*this, isSelected); }
+View View::selected(bool isSelected) const { return asSelected(element_, isSelected); }
 
-View View::spokenText(std::string text) const { return spokenAs(*this, std::move(text)); }
+View View::spokenText(std::string text) const { return spokenAs(element_, std::move(text)); }
 
-View View::passesTouchesOutsideCard() const { return passingTouchesOutsideCard(*this); }
+View View::passesTouchesOutsideCard() const { return passingTouchesOutsideCard(element_); }
 
 }  // namespace vantix

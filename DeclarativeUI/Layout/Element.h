@@ -1,8 +1,13 @@
 #pragma once
 
-#include "DeclarativeUI/View.h"
+#include "DeclarativeUI/AccessibleElement.h"
+#include "DeclarativeUI/LayoutTerms.h"
+#include "Platform/Values/Color.h"
+#include "Platform/Values/Font.h"
+#include "Platform/Values/Geometry.h"
 
 #include <functional>
+#include <memory>
 #include <optional>
 
 namespace vantix {
@@ -39,6 +44,11 @@ struct Control {
     /// The element that it makes with the layers around it; absent for controls that name their own.
     std::optional<Role> role;
 };
+
+class Element;
+
+/// A piece of the tree; null draws nothing and takes no room.
+using ElementPointer = std::shared_ptr<const Element>;
 
 /// A node of the interface tree. Immutable; layout asks for a size and then gives a frame.
 class Element {

@@ -23,7 +23,8 @@ std::size_t LayoutMemory::KeyHash::operator()(const Key& key) const {
     return mix(mix(hash, hashLength(key.proposal.width)), hashLength(key.proposal.height));
 }
 
-const View& LayoutMemory::content(const Element& reader, Size size, const std::function<View()>& make) {
+const ElementPointer& LayoutMemory::content(const Element& reader, Size size,
+                                            const std::function<ElementPointer()>& make) {
     auto [known, isNew] = contents_.try_emplace({&reader, {size.width, size.height}});
     if (isNew) known->second = make();
     return known->second;

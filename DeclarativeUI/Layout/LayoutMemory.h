@@ -31,7 +31,7 @@ public:
         return known->second;
     }
     /// What a geometry reader makes of a size.
-    const View& content(const Element& reader, Size size, const std::function<View()>& make);
+    const ElementPointer& content(const Element& reader, Size size, const std::function<ElementPointer()>& make);
     /// The environment inside a modifier; the same object for the same question.
     const Environment& environment(const Element& modifier, const Environment& outer,
                                    const std::function<void(Environment&)>& change);
@@ -53,7 +53,7 @@ private:
 
     std::unordered_map<Key, Size, KeyHash> sizes_;
     std::unordered_map<Key, TextLayout, KeyHash> texts_;
-    std::map<std::pair<const Element*, std::pair<double, double>>, View> contents_;
+    std::map<std::pair<const Element*, std::pair<double, double>>, ElementPointer> contents_;
     std::map<std::pair<const Element*, const Environment*>, std::unique_ptr<const Environment>> environments_;
 };
 

@@ -26,7 +26,7 @@ LayoutPass::LayoutPass(LayoutMemory& memory, const TextMeasurer& measurer, const
     settled_.viewport = window();
 }
 
-SettledLayout LayoutPass::run(const View& root) {
+SettledLayout LayoutPass::run(const ElementPointer& root) {
     static const Environment outermost;
     auto offered = Proposal::of(safeArea().size);
     auto size = measure(root, offered, outermost);
@@ -36,16 +36,17 @@ SettledLayout LayoutPass::run(const View& root) {
     return std::move(settled_);
 }
 
-Size LayoutPass::measure(const View& view, const Proposal& proposal, const Environment& environment) {
-    if (view.isEmpty()) return {};
-    const Element& element = *view.element();
+Size LayoutPass::measure(const ElementPointer& view, const Proposal& proposal, const Environment& environment) {
+    if (!view) return {};
+    const Element& element = *view;
     return memory_.size(element, environment, proposal,
                         [&] { return bounded(element.measure(proposal, environment, *this)); });
 }
 
-void LayoutPass::place(const View& view, const Rect& given, const Proposal& proposal, const Environment& environment) {
-    if (view.isEmpty()) return;
-    const Element& element = *view.element();
+void LayoutPass::place(const ElementPointer& view, const Rect& given, const Proposal& proposal,
+                       const Environment& environment) {
+    if (!view) return;
+    const Element& element = *view;
     const Rect frame{given.origin, bounded(given.size)};
     // The first layer that is met around a control is the outermost one, which decides how far the control reaches.
     const Control* control = controlIn(element);

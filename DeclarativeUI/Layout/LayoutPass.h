@@ -20,12 +20,12 @@ public:
     LayoutPass(LayoutMemory& memory, const TextMeasurer& measurer, const SceneTraits& traits, double scrollOffset);
 
     /// Once.
-    SettledLayout run(const View& root);
+    SettledLayout run(const ElementPointer& root);
 
     // For elements.
 
-    Size measure(const View& view, const Proposal& proposal, const Environment& environment);
-    void place(const View& view, const Rect& frame, const Proposal& proposal, const Environment& environment);
+    Size measure(const ElementPointer& view, const Proposal& proposal, const Environment& environment);
+    void place(const ElementPointer& view, const Rect& frame, const Proposal& proposal, const Environment& environment);
 
     LayoutMemory& memory() { return memory_; }
     ElementRecorder& elements() { return elements_; }

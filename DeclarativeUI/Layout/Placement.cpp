@@ -15,7 +15,7 @@ double topOffset(VerticalAlignment alignment, double room, double length) {
     return alignment == VerticalAlignment::top ? 0 : rest;
 }
 
-void placeAligned(const View& view, const Rect& frame, const Proposal& proposal, Alignment alignment,
+void placeAligned(const ElementPointer& view, const Rect& frame, const Proposal& proposal, Alignment alignment,
                   const Environment& environment, LayoutPass& pass) {
     Size size = pass.measure(view, proposal, environment);
     pass.place(view,

@@ -9,7 +9,7 @@ double leadingOffset(HorizontalAlignment alignment, double room, double length, 
 double topOffset(VerticalAlignment alignment, double room, double length);
 
 /// Places the size that the view answers to the proposal into the frame, aligned.
-void placeAligned(const View& view, const Rect& frame, const Proposal& proposal, Alignment alignment,
+void placeAligned(const ElementPointer& view, const Rect& frame, const Proposal& proposal, Alignment alignment,
                   const Environment& environment, LayoutPass& pass);
 
 }  // namespace vantix
