@@ -27,7 +27,8 @@ TEST_F(StoreTest, WithoutACustomerNothingIsReadAndTheAnswerComesAtOnce) {
 }
 
 TEST_F(StoreTest, EachFailureIsToldAndAnsweredAndChangesNoQueue) {
-    makeStoreUnusable();
+    settle();
+    disk().setFault(DiskFault::full);
     start();
     auto message = Campaign{.event = "APP_LAUNCH"}.payload();
     std::vector<bool> outcomes;
