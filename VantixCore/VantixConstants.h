@@ -56,7 +56,7 @@ inline constexpr const char* action = "action";
 
 /// In-process notifications of the core library.
 namespace VantixNotification {
-/// An event was captured; the object is a `std::shared_ptr<const EventProtocol>`.
+/// An event was captured; the object is an `EventProtocol` or a `std::shared_ptr<const EventProtocol>`.
 inline constexpr const char* didCaptureInAppTrigger = "didCaptureInAppTrigger";
 }  // namespace VantixNotification
 

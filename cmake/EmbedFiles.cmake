@@ -16,7 +16,8 @@ namespace vantix {
 const std::string* ${FUNCTION}(std::string_view fileName);
 
 const std::string* ${FUNCTION}(std::string_view fileName) {
-    static const std::map<std::string, std::string, std::less<>> files = {
+    // Never destroyed: threads may ask until the very end of the process.
+    static const auto& files = *new const std::map<std::string, std::string, std::less<>>{
 ${entries}    };
     auto file = files.find(fileName);
     return file == files.end() ? nullptr : &file->second;

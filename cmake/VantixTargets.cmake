@@ -66,11 +66,11 @@ function(vantix_embed target function)
   target_sources(${target} PRIVATE "${output}")
 endfunction()
 
-# vantix_test(NAME [QT] SOURCES file… LINKS target…)
+# vantix_test(NAME [QT] [TOGETHER] SOURCES file… LINKS target…)
 #
-# Every case is a ctest test of its own and runs in a process of its own.
+# Every case is a ctest test of its own. TOGETHER: they pass in one process, too, in any order.
 function(vantix_test name)
-  cmake_parse_arguments(ARG "QT" "" "SOURCES;LINKS" ${ARGN})
+  cmake_parse_arguments(ARG "QT;TOGETHER" "" "SOURCES;LINKS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE vantix_options ${ARG_LINKS} GTest::gtest GTest::gtest_main)
   set(properties TIMEOUT 120)
@@ -78,4 +78,8 @@ function(vantix_test name)
     list(APPEND properties LABELS qt ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
   endif()
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 DISCOVERY_MODE PRE_TEST PROPERTIES ${properties})
+  if(ARG_TOGETHER)
+    add_test(NAME ${name}.InOneProcessInAnyOrder COMMAND ${name} --gtest_shuffle --gtest_brief=1)
+    set_tests_properties(${name}.InOneProcessInAnyOrder PROPERTIES ${properties})
+  endif()
 endfunction()

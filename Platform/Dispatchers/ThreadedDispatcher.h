@@ -1,8 +1,17 @@
 #pragma once
 
+#include "Platform/Dispatchers/MainQueue.h"
+#include "Platform/Dispatchers/ThreadRegistry.h"
+#include "Platform/Dispatchers/TimerThread.h"
+#include "Platform/Dispatchers/UtilityQueue.h"
 #include "Platform/Ports/Dispatcher.h"
 
+#include <chrono>
+#include <functional>
 #include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
 
 namespace vantix {
 
@@ -11,7 +20,7 @@ namespace vantix {
 /// Made and destroyed on the main thread.
 class ThreadedDispatcher final : public Dispatcher {
 public:
-    ThreadedDispatcher();
+    ThreadedDispatcher() = default;
     /// Shuts down.
     ~ThreadedDispatcher() override;
 
@@ -19,11 +28,11 @@ public:
     /// thread. A second call does nothing. Main thread only.
     void shutDown();
 
-    DispatchQueue& mainQueue() override;
-    DispatchQueue& utilityQueue() override;
+    DispatchQueue& mainQueue() override { return mainQueue_; }
+    DispatchQueue& utilityQueue() override { return utilityQueue_; }
     std::shared_ptr<DispatchQueue> makeSerialQueue(std::string label, QualityOfService qos) override;
     std::shared_ptr<DispatchGroup> makeGroup() override;
-    const Clock& clock() const override;
+    const Clock& clock() const override { return clock_; }
 
     /// Called on any thread when the main queue gets work, so that a host can wake its loop; the host answers with
     /// `drainMainQueue` on the main thread. Set before work is handed over.
@@ -34,8 +43,24 @@ public:
     void runMainQueue(Duration duration);
 
 private:
-    struct Implementation;
-    std::shared_ptr<Implementation> implementation_;
+    class RealClock final : public Clock {
+    public:
+        Duration now() const override { return std::chrono::steady_clock::now() - start_; }
+
+    private:
+        std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+    };
+
+    void closeSerialQueues();
+
+    RealClock clock_;
+    std::shared_ptr<ThreadRegistry> serialThreads_ = std::make_shared<ThreadRegistry>();
+    std::shared_ptr<ThreadRegistry> utilityThreads_ = std::make_shared<ThreadRegistry>();
+    std::shared_ptr<TimerThread> timers_ = std::make_shared<TimerThread>();
+    MainQueue mainQueue_{timers_};
+    UtilityQueue utilityQueue_{utilityThreads_, timers_};
+    std::mutex mutex_;
+    std::vector<std::weak_ptr<WorkList>> serialWorks_;
 };
 
 }  // namespace vantix

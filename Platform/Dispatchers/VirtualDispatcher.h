@@ -1,9 +1,11 @@
 #pragma once
 
+#include "Platform/Dispatchers/VirtualQueue.h"
+#include "Platform/Dispatchers/VirtualScheduler.h"
 #include "Platform/Ports/Dispatcher.h"
 
-#include <functional>
 #include <memory>
+#include <string>
 
 namespace vantix {
 
@@ -18,11 +20,11 @@ public:
     /// Drops what has not begun.
     ~VirtualDispatcher() override;
 
-    DispatchQueue& mainQueue() override;
-    DispatchQueue& utilityQueue() override;
+    DispatchQueue& mainQueue() override { return mainQueue_; }
+    DispatchQueue& utilityQueue() override { return utilityQueue_; }
     std::shared_ptr<DispatchQueue> makeSerialQueue(std::string label, QualityOfService qos) override;
     std::shared_ptr<DispatchGroup> makeGroup() override;
-    const Clock& clock() const override;
+    const Clock& clock() const override { return scheduler_->clock(); }
 
     /// Runs work until none is left that could run now. Main thread only, as all below.
     void runUntilIdle();
@@ -31,8 +33,9 @@ public:
     void advance(Duration duration);
 
 private:
-    struct Implementation;
-    std::shared_ptr<Implementation> implementation_;
+    std::shared_ptr<VirtualScheduler> scheduler_ = std::make_shared<VirtualScheduler>();
+    VirtualQueue mainQueue_{scheduler_, VirtualScheduler::QueueKind::main, "main"};
+    VirtualQueue utilityQueue_{scheduler_, VirtualScheduler::QueueKind::concurrent, "utility"};
 };
 
 }  // namespace vantix

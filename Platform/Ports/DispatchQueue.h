@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <memory>
+#include <string_view>
 
 namespace vantix {
 
@@ -20,6 +21,8 @@ public:
     virtual void asyncAfter(Duration delay, std::function<void()> work) = 0;
     /// Whether the caller runs on this queue.
     virtual bool isCurrent() const = 0;
+    /// Names the queue in assertions and, by its last part, its threads in debuggers. Lives as long as the queue.
+    virtual std::string_view label() const = 0;
 
     void async(std::shared_ptr<DispatchWorkItem> item) {
         async([item = std::move(item)] { item->perform(); });

@@ -19,7 +19,7 @@ public:
     virtual DispatchQueue& mainQueue() = 0;
     /// Concurrent; for work that may block. Grows to 16 threads while its threads wait.
     virtual DispatchQueue& utilityQueue() = 0;
-    /// A queue of its own that runs one piece of work at a time. The label names it in debuggers.
+    /// A queue of its own that runs one piece of work at a time.
     virtual std::shared_ptr<DispatchQueue> makeSerialQueue(std::string label, QualityOfService qos) = 0;
     virtual std::shared_ptr<DispatchGroup> makeGroup() = 0;
     virtual const Clock& clock() const = 0;

@@ -8,9 +8,10 @@ namespace vantix {
 
 namespace {
 
+/// Never destroyed: threads may fail until the very end of the process.
 std::function<void(std::string_view)>& handler() {
-    static std::function<void(std::string_view)> installed;
-    return installed;
+    static auto* installed = new std::function<void(std::string_view)>;
+    return *installed;
 }
 
 }  // namespace

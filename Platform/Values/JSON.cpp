@@ -19,6 +19,13 @@ namespace {
 namespace ondemand = simdjson::ondemand;
 using simdjson::dom::element_type;
 
+/// The implementations that simdjson would choose from are destroyed at exit, when threads may still read JSON. This one
+/// is not.
+[[maybe_unused]] const bool lastsToTheEnd = [] {
+    simdjson::get_active_implementation() = new simdjson::builtin::implementation;
+    return true;
+}();
+
 /// The parser has bounded the nesting, so recursion is safe.
 Value convert(simdjson::dom::element element) {
     switch (element.type()) {

@@ -1,5 +1,6 @@
 #include "VantixCore/Reports/ReportSender.h"
 
+#include "Platform/Ports/RunningQueue.h"
 #include "Platform/Values/JSON.h"
 #include "Platform/Values/UUID.h"
 #include "Platform/Values/WhileAlive.h"
@@ -55,6 +56,7 @@ void ReportSender::send() {
 }
 
 void ReportSender::sendPending() {
+    assertOnQueue(*queue_, "ReportSender::sendPending");
     if (retry_ || !configuration_ || configuration_->baseURL().empty()) return;
     for (auto batch = outbox_->nextBatch(); !batch.empty(); batch = outbox_->nextBatch()) {
         auto failure = attempt(batch);

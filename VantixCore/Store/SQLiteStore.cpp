@@ -1,5 +1,6 @@
 #include "VantixCore/Store/SQLiteStore.h"
 
+#include "Platform/Ports/RunningQueue.h"
 #include "VantixCore/Store/SQLiteTable.h"
 
 #include <utility>
@@ -29,6 +30,9 @@ SQLiteStore::~SQLiteStore() {
     if (file_->isOpen()) queue_->async([queue = queue_, file = std::move(file_)] {});
 }
 
-std::optional<Error> SQLiteStore::perform(const SQLiteFile::Operation& operation) { return file_->perform(operation); }
+std::optional<Error> SQLiteStore::perform(const SQLiteFile::Operation& operation) {
+    assertOnQueue(*queue_, "SQLiteStore::perform");
+    return file_->perform(operation);
+}
 
 }  // namespace vantix

@@ -1,12 +1,12 @@
+#include "VantixInAppMessage/Core/InAppEventAttributes.h"
+
 #include "VantixCore/VantixConstants.h"
-#include "VantixInAppMessage/Core/InAppMessagingCore.h"
 
 namespace vantix {
 
-Dictionary InAppMessagingCore::getAttributesForEventReporting(const VantixInAppMessagePayload& message,
-                                                              bool includeType, std::optional<int> rating,
-                                                              const std::optional<std::string>& feedback,
-                                                              const std::optional<std::vector<int>>& feedbackOptions) {
+Dictionary getAttributesForEventReporting(const VantixInAppMessagePayload& message, bool includeType,
+                                          std::optional<int> rating, const std::optional<std::string>& feedback,
+                                          const std::optional<std::vector<int>>& feedbackOptions) {
     namespace Keys = VantixConstants::Keys::APIRequestKeys;
     Dictionary attributes{{Keys::scope, message.scope},
                           {Keys::cuid, message.cuid},

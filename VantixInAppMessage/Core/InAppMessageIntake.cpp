@@ -1,127 +1,131 @@
+#include "VantixInAppMessage/Core/InAppMessageIntake.h"
+
 #include "Platform/Ports/Dispatcher.h"
 #include "Platform/Ports/Platform.h"
 #include "Platform/Values/JSON.h"
+#include "Platform/Values/WhileAlive.h"
 #include "VantixCore/ImageUtility.h"
 #include "VantixCore/VantixConstants.h"
 #include "VantixCore/VantixLogger.h"
-#include "VantixInAppMessage/Core/InAppMessagingCore.h"
+#include "VantixInAppMessage/Core/InAppMessageObjections.h"
 #include "VantixInAppMessage/Manager/InAppDisplayManager.h"
 #include "VantixInAppMessage/Manager/InAppMessageQueueManager.h"
 
-#include <algorithm>
-#include <cctype>
-
-// How campaigns enter the module, and how captured events make stored ones appear.
+#include <utility>
 
 namespace vantix {
 
 namespace {
 
-constexpr const char* file = "Core/InAppMessagingCore";
+/// Its log lines are the core's, which takes in through it.
+constexpr LogSource log{"Core/InAppMessagingCore"};
 
-/// Banners take their image over a secure connection only.
-bool hasInsecureBannerImage(const InAppBody& body) {
-    bool isBanner =
-        body.type == VantixInAppNotificationType::header || body.type == VantixInAppNotificationType::footer;
-    if (!isBanner || body.image.empty()) return false;
-    std::string lowerCased = body.image;
-    std::transform(lowerCased.begin(), lowerCased.end(), lowerCased.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return lowerCased.find("https:") == std::string::npos;
+SharedPayload decoded(const Dictionary& push) {
+    return std::make_shared<const VantixInAppMessagePayload>(VantixInAppMessagePayload::generate(push));
+}
+
+/// The event that a notification carries, shared or as it is; null when it carries none.
+const EventProtocol* eventOf(const Notification& notification) {
+    using Shared = std::shared_ptr<const EventProtocol>;
+    if (auto shared = std::any_cast<Shared>(&notification.object)) return shared->get();
+    return std::any_cast<EventProtocol>(&notification.object);
 }
 
 }  // namespace
 
-void InAppMessagingCore::handleSilentPushNotification(const Dictionary& notification) {
-    constexpr LegacyLogSource source{file, "handleSilentPushNotification(with:)"};
-    auto payload = VantixInAppMessagePayload::generate(notification);
-    VantixLogger::debug(VantixConstants::checkMark + std::string("-Notification Payload: ") + toJSON(notification),
-                        source);
-    VantixLogger::debug(VantixConstants::checkMark + std::string("-Processing Selvane InApp message"), source);
-    silentPushListener(payload);
+InAppMessageIntake::InAppMessageIntake(std::shared_ptr<InAppMessageQueueManager> queueManager,
+                                       std::shared_ptr<InAppDisplayManager> displayManager)
+    : queueManager_(std::move(queueManager)), displayManager_(std::move(displayManager)) {}
+
+void InAppMessageIntake::handleSilentPushNotification(const Dictionary& notification) {
+    constexpr auto function = "handleSilentPushNotification(with:)";
+    auto message = decoded(notification);
+    log.debug(function, [&] {
+        return VantixConstants::checkMark + std::string("-Notification Payload: ") + toJSON(notification);
+    });
+    log.debug(function, VantixConstants::checkMark + std::string("-Processing Selvane InApp message"));
+    silentPushListener(message, {});
 }
 
-void InAppMessagingCore::notificationsReceived(
+void InAppMessageIntake::silentPushListener(const SharedPayload& notification, Completion completion) {
+    if (applies(InAppMessageObjection::noScope, *notification)) return;
+    if (applies(InAppMessageObjection::noEventName, *notification)) return;
+    inAppMessaseReceived(notification, true, std::move(completion));
+}
+
+void InAppMessageIntake::notificationsReceived(
     const std::optional<std::vector<VantixNotificationPayload>>& notifications) {
     if (!notifications) return;
     for (const VantixNotificationPayload& notification : *notifications) {
         if (notification.type() != rawValue(VantixNotificationType::inapp)) continue;
-        inAppMessaseReceived(VantixInAppMessagePayload::generate(notification.getJSON()), false);
+        inAppMessaseReceived(decoded(notification.getJSON()), false);
     }
 }
 
-void InAppMessagingCore::inAppMessaseReceived(const VantixInAppMessagePayload& message, bool showInAppImmediately,
+void InAppMessageIntake::inAppMessaseReceived(const SharedPayload& message, bool showInAppImmediately,
                                               Completion completion) {
-    if (isTornDown_) return;
-    constexpr LegacyLogSource source{file, "inAppMessaseReceived(message:showInAppImmediately:completion:)"};
-    if (hasInsecureBannerImage(message.body)) {
-        VantixLogger::error(
-            "Header and Footer type in-app message with image should have valid image URL. Seems like the in-app "
-            "message with scope " +
-                message.scope + " has invalid image URL:" + message.body.image +
-                ". So we are ignoring this in-app message and not storing it in the database.",
-            source);
-        return;
+    constexpr auto function = "inAppMessaseReceived(message:showInAppImmediately:completion:)";
+    if (isClosed_) return;
+    if (applies(InAppMessageObjection::insecureBannerImage, *message)) {
+        return log.error(function, [&] {
+            return "Header and Footer type in-app message with image should have valid image URL. Seems like the "
+                   "in-app message with scope " +
+                   message->scope + " has invalid image URL:" + message->body.image +
+                   ". So we are ignoring this in-app message and not storing it in the database.";
+        });
     }
 
     queueManager_->insert(message, [weak = weak_from_this(), message, showInAppImmediately,
-                                    completion = std::move(completion), source](bool inserted) {
-        if (!inserted) {
-            VantixLogger::error("Error while inserting the in-app message with payload " + message.description(),
-                                source);
-            if (completion) completion(false);
-            return;
-        }
-        VantixLogger::info("Successfully inserted the in-app message with payload " + message.description(), source);
-        auto finish = [weak, message, showInAppImmediately, completion] {
-            showStoredMessage(weak, message, showInAppImmediately);
-            if (completion) completion(true);
+                                    completion = std::move(completion), function](bool inserted) {
+        auto answer = [completion, inserted] {
+            if (completion) completion(inserted);
         };
-        if (!message.getImageURL()) return finish();
-        // Leaves the store thread, which must not wait for the image.
-        Platform::current()->dispatcher->utilityQueue().async(finish);
+        if (!inserted) {
+            log.error(function, [&] {
+                return "Error while inserting the in-app message with payload " + message->description();
+            });
+            return answer();
+        }
+        log.info(function,
+                 [&] { return "Successfully inserted the in-app message with payload " + message->description(); });
+        auto intake = weak.lock();
+        if (!intake) return answer();
+        intake->prepare(message, showInAppImmediately, answer);
     });
 }
 
-void InAppMessagingCore::showStoredMessage(const std::weak_ptr<InAppMessagingCore>& weak,
-                                           const VantixInAppMessagePayload& message, bool showInAppImmediately) {
-    // Waiting for the image keeps the display manager, not the core: a core that is let go meanwhile takes no more
-    // pushes.
-    if (auto displayManager = displayManagerOf(weak)) {
-        displayManager->downloadInAppMessageImageIfAvailable(message, false);
+void InAppMessageIntake::prepare(const SharedPayload& message, bool showInAppImmediately,
+                                 std::function<void()> completion) {
+    auto show = whileAlive(weak_from_this(), [](auto& intake) { intake.displayManager_->showInAppMessage({}, {}); });
+    displayManager_->imageFetcher().fetchImage(message,
+                                               [show, showInAppImmediately, completion = std::move(completion)] {
+                                                   if (showInAppImmediately)
+                                                       Platform::current()->dispatcher->mainQueue().async(show);
+                                                   completion();
+                                               });
+}
+
+void InAppMessageIntake::inAppTriggerCaptured(const Notification& notification) {
+    if (isClosed_ || notification.name != VantixNotification::didCaptureInAppTrigger) return;
+    const EventProtocol* event = eventOf(notification);
+    if (!event) return;
+    // The display manager looks for the message itself; from elsewhere the main thread is not woken without need.
+    bool isOnMainThread = Platform::current()->dispatcher->mainQueue().isCurrent();
+    if (isOnMainThread || queueManager_->getInAppMessage(event->name, event->attributes)) {
+        displayManager_->showInAppMessage(event->name, event->attributes);
     }
-    if (!showInAppImmediately) return;
-    Platform::current()->dispatcher->mainQueue().async([weak] {
-        if (auto displayManager = displayManagerOf(weak)) displayManager->showInAppMessage({}, {});
-    });
 }
 
-std::shared_ptr<InAppDisplayManager> InAppMessagingCore::displayManagerOf(
-    const std::weak_ptr<InAppMessagingCore>& weak) {
-    auto core = weak.lock();
-    return core ? core->displayManager_ : nullptr;
-}
-
-void InAppMessagingCore::inAppTriggerCaptured(const Notification& notification) {
-    if (isTornDown_ || notification.name != VantixNotification::didCaptureInAppTrigger) return;
-    auto event = std::any_cast<std::shared_ptr<const EventProtocol>>(&notification.object);
-    if (!event || !*event) return;
-    const auto& [name, attributes] = **event;
-    if (!queueManager_->getInAppMessage(name, attributes)) return;
-    displayManager_->showInAppMessage(name, attributes);
-}
-
-void InAppMessagingCore::removeAllInAppMessages() {
-    queueManager_->removeAllMessages([weak = weak_from_this()](bool removed) {
-        constexpr LegacyLogSource source{file, "removeAllInAppMessages()"};
-        if (weak.expired()) return;
-        if (!removed) return VantixLogger::error("Error while deleting all the in-app messages", source);
-        VantixLogger::debug("Successfully deleted all the in-app messages", source);
+void InAppMessageIntake::removeAllInAppMessages() {
+    queueManager_->removeAllMessages(whileAlive(weak_from_this(), [](auto&, bool removed) {
+        constexpr auto function = "removeAllInAppMessages()";
+        if (!removed) return log.error(function, "Error while deleting all the in-app messages");
+        log.debug(function, "Successfully deleted all the in-app messages");
         ImageUtility::removeAllCachedImages();
-    });
+    }));
 }
 
-std::shared_ptr<DispatchWorkItem> InAppMessagingCore::generateWorkItem(std::function<void()> block) const {
+std::shared_ptr<DispatchWorkItem> InAppMessageIntake::generateWorkItem(std::function<void()> block) const {
     return std::make_shared<DispatchWorkItem>(QualityOfService::utility, WorkItemFlags::enforceQoS, std::move(block));
 }
 

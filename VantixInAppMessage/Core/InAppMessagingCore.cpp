@@ -1,14 +1,18 @@
 #include "VantixInAppMessage/Core/InAppMessagingCore.h"
 
-#include "Platform/Ports/Dispatcher.h"
+#include "Platform/Ports/MainThread.h"
 #include "Platform/Ports/Platform.h"
 #include "Platform/Values/FatalError.h"
+#include "Platform/Values/WhileAlive.h"
 #include "VantixCore/VantixConstants.h"
 #include "VantixCore/VantixImageView.h"
+#include "VantixInAppMessage/Core/InAppEventAttributes.h"
+#include "VantixInAppMessage/Core/InAppMessageIntake.h"
 #include "VantixInAppMessage/Manager/InAppDisplayManager.h"
 #include "VantixInAppMessage/Manager/InAppMessageQueueManager.h"
-#include "VantixInAppMessage/Manager/MainThread.h"
 #include "VantixInAppMessage/Resources/ResourceBundle.h"
+
+#include <utility>
 
 namespace vantix {
 
@@ -32,6 +36,7 @@ InAppMessagingCore::InAppMessagingCore(std::shared_ptr<VantixInAppMessageConfigG
     if (!sdkCore_) fatalError("Unexpectedly found nil while implicitly unwrapping an Optional value");
     displayManager_ = InAppDisplayManager::create(sdkCore_, queueManager_, configuration_->appStoreId(), environment,
                                                   applicationState);
+    intake_ = std::make_shared<InAppMessageIntake>(queueManager_, displayManager_);
 }
 
 void InAppMessagingCore::registerListeners() {
@@ -41,9 +46,10 @@ void InAppMessagingCore::registerListeners() {
         return configured ? *configured : ImageResource::defaultImage().image();
     });
     triggerObservation_ = Platform::current()->notificationCenter->addObserver(
-        VantixNotification::didCaptureInAppTrigger, [weak = weak_from_this()](const Notification& notification) {
-            if (auto core = weak.lock()) core->inAppTriggerCaptured(notification);
-        });
+        VantixNotification::didCaptureInAppTrigger,
+        whileAlive(std::weak_ptr(intake_), [](InAppMessageIntake& intake, const Notification& notification) {
+            intake.inAppTriggerCaptured(notification);
+        }));
     if (!notificationCore_) return;
     notificationCore_->registerSilentPushListener(std::string(rawValue(VantixNotificationType::inapp)),
                                                   shared_from_this());
@@ -55,29 +61,46 @@ InAppMessagingCore::~InAppMessagingCore() {
 }
 
 void InAppMessagingCore::tearDown() {
-    isTornDown_ = true;
+    assertMainThread("InAppMessagingCore::tearDown");
+    intake_->close();
     triggerObservation_ = nullptr;
     displayManager_->tearDown();
 }
 
-void InAppMessagingCore::silentPushListener(const VantixInAppMessagePayload& notification, Completion completion) {
-    if (notification.scope.empty()) return;
-    if (notification.trigger.eventName.empty()) return;
-    inAppMessaseReceived(notification, true, std::move(completion));
+void InAppMessagingCore::handleSilentPushNotification(const Dictionary& notification) {
+    intake_->handleSilentPushNotification(notification);
 }
 
-void InAppMessagingCore::userLoggedOut() { removeAllInAppMessages(); }
+void InAppMessagingCore::notificationsReceived(
+    const std::optional<std::vector<VantixNotificationPayload>>& notifications) {
+    intake_->notificationsReceived(notifications);
+}
+
+void InAppMessagingCore::silentPushListener(const VantixInAppMessagePayload& notification, Completion completion) {
+    intake_->silentPushListener(std::make_shared<const VantixInAppMessagePayload>(notification), std::move(completion));
+}
+
+void InAppMessagingCore::userLoggedOut() { intake_->removeAllInAppMessages(); }
 
 void InAppMessagingCore::dismissInAppMessage(const VantixInAppMessagePayload& message) {
-    runOnMainThread([displayManager = displayManager_, message] { displayManager->dismissInAppMessage(message); });
+    runOnMainThread([displayManager = displayManager_, shared = std::make_shared<const VantixInAppMessagePayload>(
+                                                           message)] { displayManager->dismissInAppMessage(shared); });
 }
 
 void InAppMessagingCore::handleInAppMessageButtonAction(const VantixInAppMessagePayload& message) {
-    runOnMainThread([displayManager = displayManager_, message] {
-        displayManager->handleInAppMessageButtonAction(message, {}, {}, {}, {});
-    });
+    runOnMainThread(
+        [displayManager = displayManager_, shared = std::make_shared<const VantixInAppMessagePayload>(message)] {
+            displayManager->handleInAppMessageButtonAction(shared, {}, {}, {}, {});
+        });
 }
 
 std::optional<Image> InAppMessagingCore::getPlaceholderImage() const { return configuration_->placeholderImage(); }
+
+Dictionary InAppMessagingCore::getAttributesForEventReporting(const VantixInAppMessagePayload& message,
+                                                              bool includeType, std::optional<int> rating,
+                                                              const std::optional<std::string>& feedback,
+                                                              const std::optional<std::vector<int>>& feedbackOptions) {
+    return vantix::getAttributesForEventReporting(message, includeType, rating, feedback, feedbackOptions);
+}
 
 }  // namespace vantix

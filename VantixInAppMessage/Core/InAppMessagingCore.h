@@ -1,7 +1,6 @@
 #pragma once
 
 #include "Platform/Ports/Application.h"
-#include "Platform/Ports/DispatchWorkItem.h"
 #include "Platform/Ports/NotificationCenter.h"
 #include "VantixCore/VantixCore.h"
 #include "VantixCore/VantixEvents.h"
@@ -9,7 +8,6 @@
 #include "VantixInAppMessage/Core/VantixInAppMessageConfiguration.h"
 #include "VantixPushNotification/NotificationCore.h"
 
-#include <atomic>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -19,6 +17,7 @@
 namespace vantix {
 
 class InAppDisplayManager;
+class InAppMessageIntake;
 class InAppMessageQueueManager;
 
 /// The module. A host makes one, keeps it, and from then on the module works by itself, driven by pushes, captured
@@ -43,7 +42,8 @@ public:
     void tearDown();
 
     /// Takes a campaign that is already decoded. One without scope or trigger event name is dropped, and the completion
-    /// is not called; otherwise it learns whether the message was stored, on a thread of the module's. Any thread.
+    /// is not called; otherwise it learns whether the message was stored, on a thread of the module's, which it must
+    /// not hold up. Any thread.
     void silentPushListener(const VantixInAppMessagePayload& notification, Completion completion = {});
     /// Removes every stored message and every cached image. A message on screen stays there. Any thread.
     void userLoggedOut();
@@ -62,7 +62,7 @@ public:
     NotificationReceiverType getReceiverType() const override { return NotificationReceiverType::inAppMessages; }
     void notificationsReceived(const std::optional<std::vector<VantixNotificationPayload>>& notifications) override;
 
-    /// What every reported event carries. Pure; any thread.
+    /// What every reported event carries; the free function of that name. Pure; any thread.
     static Dictionary getAttributesForEventReporting(const VantixInAppMessagePayload& message, bool includeType = false,
                                                      std::optional<int> rating = {},
                                                      const std::optional<std::string>& feedback = {},
@@ -73,25 +73,13 @@ private:
                        ApplicationState applicationState);
     void registerListeners();
 
-    void inAppMessaseReceived(const VantixInAppMessagePayload& message, bool showInAppImmediately = true,
-                              Completion completion = {});
-    static void showStoredMessage(const std::weak_ptr<InAppMessagingCore>& weak,
-                                  const VantixInAppMessagePayload& message, bool showInAppImmediately);
-    /// Null once the core is gone.
-    static std::shared_ptr<InAppDisplayManager> displayManagerOf(const std::weak_ptr<InAppMessagingCore>& weak);
-    void inAppTriggerCaptured(const Notification& notification);
-    void removeAllInAppMessages();
-    /// A block as background work of the module; no path of the intake schedules one.
-    std::shared_ptr<DispatchWorkItem> generateWorkItem(std::function<void()> block) const;
-
     std::shared_ptr<VantixInAppMessageConfigGenerator> configuration_;
     std::shared_ptr<NotificationCore> notificationCore_;
     std::shared_ptr<VantixCore> sdkCore_;
     std::shared_ptr<InAppMessageQueueManager> queueManager_;
     std::shared_ptr<InAppDisplayManager> displayManager_;
+    std::shared_ptr<InAppMessageIntake> intake_;
     std::unique_ptr<NotificationCenter::Observation> triggerObservation_;
-    /// Set on the main thread, read by the intake on any.
-    std::atomic<bool> isTornDown_ = false;
 };
 
 }  // namespace vantix

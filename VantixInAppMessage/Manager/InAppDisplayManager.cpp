@@ -1,24 +1,24 @@
 #include "VantixInAppMessage/Manager/InAppDisplayManager.h"
 
 #include "Platform/Ports/Dispatcher.h"
+#include "Platform/Ports/MainThread.h"
 #include "Platform/Ports/Platform.h"
-#include "VantixCore/VantixDomainFactory.h"
+#include "Platform/Values/WhileAlive.h"
 #include "VantixCore/VantixLogger.h"
-#include "VantixInAppMessage/Core/InAppMessagingCore.h"
+#include "VantixInAppMessage/Core/InAppMessageObjections.h"
 #include "VantixInAppMessage/MVVM/View/InAppMessageViewBuilder.h"
 #include "VantixInAppMessage/Manager/InAppMessageQueueManager.h"
-#include "VantixInAppMessage/Manager/MainThread.h"
 #include "VantixPushNotification/NotificationCore.h"
 
-#include <algorithm>
 #include <array>
 #include <charconv>
+#include <utility>
 
 namespace vantix {
 
 namespace {
 
-constexpr const char* file = "Manager/InAppDisplayManager";
+constexpr LogSource log{"Manager/InAppDisplayManager"};
 constexpr const char* storePage = "https://apps.apple.com";
 
 DispatchQueue& mainQueue() { return Platform::current()->dispatcher->mainQueue(); }
@@ -42,11 +42,8 @@ std::shared_ptr<InAppDisplayManager> InAppDisplayManager::create(std::shared_ptr
         std::move(vantixCore), std::move(queueManager), std::move(appId), environment, applicationState));
     manager->inAppMessageViewBuilder_ = std::make_shared<InAppMessageViewBuilder>(manager);
     manager->addObserversForAppLifeCycle();
-    manager->queueManager_->setOnRebuilt([weak = manager->weak_from_this()] {
-        mainQueue().async([weak] {
-            if (auto alive = weak.lock()) alive->showInAppMessageAfterRebuild();
-        });
-    });
+    auto showNext = whileAlive(manager->weak_from_this(), [](auto& alive) { alive.showInAppMessageAfterRebuild(); });
+    manager->queueManager_->setOnRebuilt([showNext] { mainQueue().async(showNext); });
     return manager;
 }
 
@@ -57,8 +54,8 @@ InAppDisplayManager::InAppDisplayManager(std::shared_ptr<VantixCore> vantixCore,
     : queueManager_(std::move(queueManager)),
       currentApplicationState_(applicationState),
       vantixCore_(std::move(vantixCore)),
-      queue_(Platform::current()->dispatcher->makeSerialQueue(VantixDomainFactory::getDomain("VantixInAppMessaging"),
-                                                              QualityOfService::utility)),
+      eventReporter_(vantixCore_),
+      imageFetcher_(std::make_shared<InAppImageFetcher>(queueManager_)),
       environment_(environment),
       appStoreId_(std::move(appId)) {}
 
@@ -79,24 +76,24 @@ void InAppDisplayManager::tearDown() {
 void InAppDisplayManager::showInAppMessage(const std::optional<std::string>& scope,
                                            const std::optional<Dictionary>& attributes) {
     if (!mainQueue().isCurrent()) {
-        return mainQueue().async([weak = weak_from_this(), scope, attributes] {
-            if (auto manager = weak.lock()) manager->showInAppMessage(scope, attributes);
-        });
+        return mainQueue().async(whileAlive(
+            weak_from_this(), [scope, attributes](auto& manager) { manager.showInAppMessage(scope, attributes); }));
     }
     if (!NotificationCore::isAllowed()) return;
     auto message = queueManager_->getInAppMessage(scope, attributes);
     if (!message) return;
     if (!canShowInAppMessage(*message, scope)) return;
-    if (!createInAppWindow(*message)) return;
+    if (!createInAppWindow(message)) return;
 
-    sendInAppMessageShownEvent(*message);
+    eventReporter_.sendInAppMessageShownEvent(message);
     showingInAppMessage_ = true;
     queueManager_->removeShownInAppMessage(scope);
     resetShowInAppMessageWorkItem();
-    handleAutoDismissalOfInAppMessage(*message);
+    handleAutoDismissalOfInAppMessage(message);
 }
 
 void InAppDisplayManager::showInAppMessageAfterRebuild() {
+    assertMainThread("showInAppMessageAfterRebuild()");
     bool nothingInTheWay = currentApplicationState_ == ApplicationState::active && !showingInAppMessage_ &&
                            !delayBetweenTwoInAppMessagesWorkItem_;
     if (nothingInTheWay) showInAppMessage({}, {});
@@ -104,58 +101,51 @@ void InAppDisplayManager::showInAppMessageAfterRebuild() {
 
 bool InAppDisplayManager::canShowInAppMessage(const VantixInAppMessagePayload& message,
                                               const std::optional<std::string>& scope) {
-    constexpr LegacyLogSource source{file, "canShowInAppMessage(message:of:)"};
+    auto refuse = [](const auto& text) {
+        log.error("canShowInAppMessage(message:of:)", text);
+        return false;
+    };
     if (showingInAppMessage_) {
-        VantixLogger::error(
-            "Currently showing other in-app message. This in-app message will be shown after current one is dismissed",
-            source);
-        return false;
+        return refuse(
+            "Currently showing other in-app message. This in-app message will be shown after current one is dismissed");
     }
-    if (delayBetweenTwoInAppMessagesWorkItem_) {
-        auto delay = decimalText(minimumDelayBetweenTwoInAppMessages_);
-        VantixLogger::error("We previously displayed an in-app message within a " + delay +
-                                "-second timeframe. We've now introduced a " + delay +
-                                "-second delay between the last displayed in-app message and the current one. This "
-                                "particular in-app message will only appear after all queued in-app messages have been "
-                                "displayed and dismissed.",
-                            source);
-        return false;
-    }
+    if (delayBetweenTwoInAppMessagesWorkItem_) return refuse([this] { return pauseText(); });
     if (currentApplicationState_ != ApplicationState::active) {
-        VantixLogger::error(
+        return refuse(
             "Application is not in an active state. This in-app message will be shown after application comes to "
-            "foreground state.",
-            source);
-        return false;
+            "foreground state.");
     }
-    auto type = message.body.type;
-    if (std::find(supportedInAppMessageTypes.begin(), supportedInAppMessageTypes.end(), type) ==
-        supportedInAppMessageTypes.end()) {
-        VantixLogger::error("This in-app message ignored as the type of the in-app message:" +
-                                std::string(rawValue(type)) + " is not yet supported",
-                            source);
-        return false;
+    if (applies(InAppMessageObjection::unsupportedType, message)) {
+        return refuse([&] {
+            return "This in-app message ignored as the type of the in-app message:" +
+                   std::string(rawValue(message.body.type)) + " is not yet supported";
+        });
     }
-    if (type == VantixInAppNotificationType::header || type == VantixInAppNotificationType::footer) {
-        return checkForHeaderFooterTypeInAppMessage(message, scope);
-    }
-    return true;
+    return checkForHeaderFooterTypeInAppMessage(message, scope);
+}
+
+std::string InAppDisplayManager::pauseText() const {
+    auto delay = decimalText(minimumDelayBetweenTwoInAppMessages_);
+    return "We previously displayed an in-app message within a " + delay +
+           "-second timeframe. We've now introduced a " + delay +
+           "-second delay between the last displayed in-app message and the current one. This particular in-app "
+           "message will only appear after all queued in-app messages have been displayed and dismissed.";
 }
 
 bool InAppDisplayManager::checkForHeaderFooterTypeInAppMessage(const VantixInAppMessagePayload& message,
                                                                const std::optional<std::string>& scope) {
-    if (!message.body.message.empty()) return true;
-    VantixLogger::error("Header/Footer type in-app message has empty message with scope:" + message.scope +
-                            ". Hence ignoring to show it",
-                        {file, "checkForHeaderFooterTypeInAppMessage(message:of:)"});
+    if (!applies(InAppMessageObjection::bannerWithoutText, message)) return true;
+    log.error("checkForHeaderFooterTypeInAppMessage(message:of:)", [&] {
+        return "Header/Footer type in-app message has empty message with scope:" + message.scope +
+               ". Hence ignoring to show it";
+    });
     queueManager_->removeShownInAppMessage(scope);
     return false;
 }
 
-bool InAppDisplayManager::createInAppWindow(const VantixInAppMessagePayload& message) {
+bool InAppDisplayManager::createInAppWindow(const SharedPayload& message) {
     if (!inAppMessageViewBuilder_) {
-        VantixLogger::error("Unexpectedaly found nil object of type InAppMessageViewBuilder",
-                            {file, "createInAppWindow(for:)"});
+        log.error("createInAppWindow(for:)", "Unexpectedaly found nil object of type InAppMessageViewBuilder");
         return false;
     }
     if (environment_ != Env::dev) return true;
@@ -168,52 +158,72 @@ bool InAppDisplayManager::createInAppWindow(const VantixInAppMessagePayload& mes
 
 // Dismissal and button actions
 
-void InAppDisplayManager::dismissInAppMessage(const VantixInAppMessagePayload& message, bool sendDismissedEvent) {
+void InAppDisplayManager::dismissInAppMessage(const SharedPayload& message, bool sendDismissedEvent) {
     assertMainThread("dismissInAppMessage(message:sendDismissedEvent:)");
-    if (sendDismissedEvent) sendInAppMessageDismissedEvent(message);
+    if (sendDismissedEvent) eventReporter_.sendInAppMessageDismissedEvent(message);
     showingInAppMessage_ = false;
     if (inAppMessageViewBuilder_) inAppMessageViewBuilder_->dismissInAppMessage();
     createWorkItemToAddDelayInShowingNextAvailableInAppMessage();
 }
 
-void InAppDisplayManager::handleInAppMessageButtonAction(const VantixInAppMessagePayload& message,
+void InAppDisplayManager::handleInAppMessageButtonAction(const SharedPayload& message,
                                                          const std::optional<InAppCTA>& cta, std::optional<int> rating,
                                                          const std::optional<std::string>& feedback,
                                                          const std::optional<std::vector<int>>& feedbackOptions) {
     assertMainThread("handleInAppMessageButtonAction(with:cta:rating:feedback:feedbackOptions:)");
     auto isOf = [&](CTAActionType type) { return cta->type == rawValue(type); };
     if (!cta) {
-        sendInAppMessageClickedEvent(message);
+        eventReporter_.sendInAppMessageClickedEvent(message);
     } else if (isOf(CTAActionType::external) || isOf(CTAActionType::deepLink)) {
-        vantixCore_->performCTAAction(cta->generateCTA(), message.getJSON());
-        sendInAppMessageClickedEvent(message);
+        vantixCore_->performCTAAction(cta->generateCTA(), message->getJSON());
+        eventReporter_.sendInAppMessageClickedEvent(message);
     } else if (isOf(CTAActionType::rating)) {
-        sendInAppRatingEvent(message, rating);
+        eventReporter_.sendInAppRatingEvent(message, rating);
     } else if (isOf(CTAActionType::feedback)) {
-        sendInAppFeedbackevent(message, feedback, feedbackOptions);
+        eventReporter_.sendInAppFeedbackevent(message, feedback, feedbackOptions);
     } else if (isOf(CTAActionType::appRating)) {
         goToAppReviewAndRating(message);
     } else {
-        sendInAppMessageBehavirolEvent(VantixBehavioralEvents::inAppMessageClose, message);
+        eventReporter_.sendInAppMessageBehavirolEvent(VantixBehavioralEvents::inAppMessageClose, message);
         return;
     }
     dismissInAppMessage(message, false);
 }
 
-void InAppDisplayManager::goToAppReviewAndRating(const VantixInAppMessagePayload& message) {
+void InAppDisplayManager::goToAppReviewAndRating(const SharedPayload& message) {
     if (!appStoreId_) {
-        VantixLogger::error("Failed to open review and rating page on App store as application Id is not provided.",
-                            {file, "goToAppReviewAndRating(with:)"});
+        log.error("goToAppReviewAndRating(with:)",
+                  "Failed to open review and rating page on App store as application Id is not provided.");
         return;
     }
     vantixCore_->openExternal(storePage + std::string("/app/id") + *appStoreId_ + "?action=write-review");
-    sendInAppMessageBehavirolEvent(VantixBehavioralEvents::inAppMessageAppRating, message);
+    eventReporter_.sendInAppMessageBehavirolEvent(VantixBehavioralEvents::inAppMessageAppRating, message);
 }
 
 void InAppDisplayManager::reset() {
     assertMainThread("reset()");
     cancelShowInAppMessageWorkItem();
     showingInAppMessage_ = false;
+}
+
+bool InAppDisplayManager::getShowingInAppMessageStatus() const {
+    assertMainThread("getShowingInAppMessageStatus()");
+    return showingInAppMessage_;
+}
+
+void InAppDisplayManager::updateCurrentApplicationState(ApplicationState state) {
+    assertMainThread("updateCurrentApplicationState(state:)");
+    currentApplicationState_ = state;
+}
+
+ApplicationState InAppDisplayManager::getCurrentApplicationState() const {
+    assertMainThread("getCurrentApplicationState()");
+    return currentApplicationState_;
+}
+
+void InAppDisplayManager::downloadInAppMessageImageIfAvailable(const SharedPayload& message,
+                                                               bool asynchronousDownload) {
+    imageFetcher_->downloadInAppMessageImageIfAvailable(message, asynchronousDownload);
 }
 
 // Timers
@@ -230,12 +240,10 @@ std::shared_ptr<DispatchWorkItem> InAppDisplayManager::createWorkItemToExecuteOn
 }
 
 std::function<void()> InAppDisplayManager::blockToShowNextInAppMessage() {
-    return [weak = weak_from_this()] {
-        auto manager = weak.lock();
-        if (!manager) return;
-        manager->delayBetweenTwoInAppMessagesWorkItem_ = nullptr;
-        manager->showInAppMessage({}, {});
-    };
+    return whileAlive(weak_from_this(), [](InAppDisplayManager& manager) {
+        manager.delayBetweenTwoInAppMessagesWorkItem_ = nullptr;
+        manager.showInAppMessage({}, {});
+    });
 }
 
 void InAppDisplayManager::createWorkItemToAddDelayInShowingNextAvailableInAppMessage() {
@@ -248,22 +256,20 @@ void InAppDisplayManager::createWorkItemToAddDelayInShowingNextAvailableInAppMes
     }
 }
 
-void InAppDisplayManager::handleAutoDismissalOfInAppMessage(const VantixInAppMessagePayload& message) {
+void InAppDisplayManager::handleAutoDismissalOfInAppMessage(const SharedPayload& message) {
     if (autoDismissInApp_) createAutoDismissWorkItemForDismissingInAppMessage(message);
 }
 
-void InAppDisplayManager::createAutoDismissWorkItemForDismissingInAppMessage(const VantixInAppMessagePayload& message) {
+void InAppDisplayManager::createAutoDismissWorkItemForDismissingInAppMessage(const SharedPayload& message) {
     if (autoDismissInAppMessageWorkItem_) {
         mainQueue().asyncAfter(seconds(autoDismissInAppDelay_), autoDismissInAppMessageWorkItem_);
         return;
     }
-    autoDismissInAppMessageWorkItem_ =
-        createWorkItemToExecuteOnMainQueue(autoDismissInAppDelay_, [weak = weak_from_this(), message] {
-            auto manager = weak.lock();
-            if (!manager) return;
-            manager->autoDismissInAppMessageWorkItem_ = nullptr;
-            manager->dismissInAppMessage(message, true);
-        });
+    autoDismissInAppMessageWorkItem_ = createWorkItemToExecuteOnMainQueue(
+        autoDismissInAppDelay_, whileAlive(weak_from_this(), [message](InAppDisplayManager& manager) {
+            manager.autoDismissInAppMessageWorkItem_ = nullptr;
+            manager.dismissInAppMessage(message, true);
+        }));
 }
 
 void InAppDisplayManager::resetShowInAppMessageWorkItem() { delayBetweenTwoInAppMessagesWorkItem_ = nullptr; }
@@ -277,21 +283,20 @@ void InAppDisplayManager::cancelShowInAppMessageWorkItem() {
 // Life cycle
 
 void InAppDisplayManager::addObserversForAppLifeCycle() {
-    VantixLogger::debug("In addObserversForAppLifeCycle of InAppDisplayManager",
-                        {file, "addObserversForAppLifeCycle()"});
+    log.debug("addObserversForAppLifeCycle()", "In addObserversForAppLifeCycle of InAppDisplayManager");
     using namespace ApplicationNotification;
     for (const char* name : {didBecomeActive, didEnterBackground, willTerminate, willResignActive}) {
         observations_.push_back(Platform::current()->notificationCenter->addObserver(
-            name, [weak = weak_from_this()](const Notification& notification) {
-                if (auto manager = weak.lock()) manager->appStateChanged(notification);
-            }));
+            name, whileAlive(weak_from_this(), [](InAppDisplayManager& manager, const Notification& notification) {
+                manager.appStateChanged(notification);
+            })));
     }
 }
 
 void InAppDisplayManager::appStateChanged(const Notification& notification) {
     assertMainThread("appStateChanged(_:)");
-    VantixLogger::debug("In appStateChanged of InAppDisplayManager with notification " + notification.name,
-                        {file, "appStateChanged(_:)"});
+    log.debug("appStateChanged(_:)",
+              [&] { return "In appStateChanged of InAppDisplayManager with notification " + notification.name; });
     if (notification.name == ApplicationNotification::didBecomeActive) {
         applicationBecomesActive();
     } else {
@@ -302,109 +307,17 @@ void InAppDisplayManager::appStateChanged(const Notification& notification) {
 void InAppDisplayManager::applicationLeavesForeground() {
     if (delayBetweenTwoInAppMessagesWorkItem_) {
         cancelShowInAppMessageWorkItem();
-        VantixLogger::debug(
-            " : -> Suspending work item initiated for showing next in-app message: App goes to background",
-            {file, "appStateChanged(_:)"});
+        log.debug("appStateChanged(_:)",
+                  " : -> Suspending work item initiated for showing next in-app message: App goes to background");
     }
     currentApplicationState_ = ApplicationState::background;
 }
 
 void InAppDisplayManager::applicationBecomesActive() {
-    VantixLogger::debug(" : -> App becomes active", {file, "appStateChanged(_:)"});
+    log.debug("appStateChanged(_:)", " : -> App becomes active");
     if (currentApplicationState_ != ApplicationState::active) queueManager_->updateInAppMessagesOnAppLaunch({});
     currentApplicationState_ = ApplicationState::active;
     showInAppMessage({}, {});
-}
-
-// Images
-
-void InAppDisplayManager::downloadInAppMessageImageIfAvailable(const VantixInAppMessagePayload& message,
-                                                               bool asynchronousDownload) {
-    auto url = message.getImageURL();
-    if (!url) return;
-    if (asynchronousDownload) return downloadImageAsynchronously(message, *url, nullptr);
-
-    auto group = Platform::current()->dispatcher->makeGroup();
-    group->enter();
-    downloadImageAsynchronously(message, *url, group);
-    group->wait();
-}
-
-void InAppDisplayManager::downloadImageAsynchronously(const VantixInAppMessagePayload& message, const URL& imageURL,
-                                                      const std::shared_ptr<DispatchGroup>& dispatchGroup) {
-    auto ended = [weak = weak_from_this(), message, dispatchGroup](const auto& result) {
-        auto manager = weak.lock();
-        if (manager && !result) manager->handleImageError(message, result.error());
-        if (dispatchGroup) dispatchGroup->leave();
-    };
-    ImageUtility::downloadImage(imageURL, message.imageIdentifier, ended).detach();
-}
-
-void InAppDisplayManager::handleImageError(const VantixInAppMessagePayload& message, const ImageError& error) {
-    constexpr LegacyLogSource source{file, "downloadImageAsynchronously(for:imageURL:dispatchGroup:)"};
-    if (!error.isImageDownloadError()) {
-        VantixLogger::error("Failed to download in-app message image due to error:" + error.localizedDescription,
-                            source);
-        return;
-    }
-    bool imageIsLost =
-        error.kind == ImageError::Kind::invalidImageData || error.kind == ImageError::Kind::imageDownloadingFailed;
-    if (!imageIsLost || !message.canDeleteInAppMessageWhenImageDownloadingFailed()) return;
-    VantixLogger::error("Removed the in-app message " + message.description() + " of type " +
-                            std::string(rawValue(message.body.type)) + " as downloading failed for image with url " +
-                            message.body.image,
-                        source);
-    queueManager_->removeInAppMessage(message);
-}
-
-// Events
-
-void InAppDisplayManager::sendInAppMessageShownEvent(const VantixInAppMessagePayload& message) {
-    queue_->async(workItemToSendDLREvent(VantixDLREvents::inAppMessageShown, message));
-}
-
-void InAppDisplayManager::sendInAppMessageDismissedEvent(const VantixInAppMessagePayload& message) {
-    queue_->async(workItemToSendDLREvent(VantixDLREvents::inAppMessageDismissed, message));
-}
-
-void InAppDisplayManager::sendInAppMessageClickedEvent(const VantixInAppMessagePayload& message) {
-    queue_->async(workItemToSendDLREvent(VantixDLREvents::inAppMessageClicked, message));
-}
-
-void InAppDisplayManager::sendInAppRatingEvent(const VantixInAppMessagePayload& message, std::optional<int> rating) {
-    queue_->async(
-        workItemToSendBehavirolEvent(VantixBehavioralEvents::inAppMessageRating,
-                                     InAppMessagingCore::getAttributesForEventReporting(message, false, rating)));
-}
-
-void InAppDisplayManager::sendInAppFeedbackevent(const VantixInAppMessagePayload& message,
-                                                 const std::optional<std::string>& feedback,
-                                                 const std::optional<std::vector<int>>& feedbackOptions) {
-    queue_->async(workItemToSendBehavirolEvent(
-        VantixBehavioralEvents::inAppMessageFeedback,
-        InAppMessagingCore::getAttributesForEventReporting(message, false, {}, feedback, feedbackOptions)));
-}
-
-void InAppDisplayManager::sendInAppMessageBehavirolEvent(VantixBehavioralEvents type,
-                                                         const VantixInAppMessagePayload& message) {
-    queue_->async(workItemToSendBehavirolEvent(type, InAppMessagingCore::getAttributesForEventReporting(message)));
-}
-
-std::shared_ptr<DispatchWorkItem> InAppDisplayManager::workItemToSendDLREvent(
-    VantixDLREvents type, const VantixInAppMessagePayload& message) const {
-    // Holds the core library, not the manager: a report is sent even if the manager is gone by then.
-    return std::make_shared<DispatchWorkItem>(
-        QualityOfService::utility, WorkItemFlags::inheritQoS, [core = vantixCore_, type, message] {
-            core->reportDLREvent(type, InAppMessagingCore::getAttributesForEventReporting(message));
-        });
-}
-
-std::shared_ptr<DispatchWorkItem> InAppDisplayManager::workItemToSendBehavirolEvent(VantixBehavioralEvents type,
-                                                                                    Dictionary attributes) const {
-    return std::make_shared<DispatchWorkItem>(QualityOfService::utility, WorkItemFlags::inheritQoS,
-                                              [core = vantixCore_, type, attributes = std::move(attributes)] {
-                                                  core->reportBehavioralEvent(rawValue(type), attributes);
-                                              });
 }
 
 }  // namespace vantix

@@ -1,15 +1,32 @@
 #include "VantixInAppMessage/Manager/InAppMessage.h"
 
+#include "Platform/Values/WordTable.h"
 #include "VantixInAppMessage/Manager/VantixInAppDBDefaults.h"
 
 namespace vantix {
 
-const char* InAppMessage::name(Property property) {
-    static constexpr std::array<const char*, propertyCount> names = {
-        "cuid",     "scope",    "campaignId", "variationId", "senderID", "senderSource",    "custom",
-        "priority", "validity", "trigger",    "type",        "body",     "imageIdentifier", "template"};
-    return names[static_cast<std::size_t>(property)];
-}
+namespace {
+
+using Property = InAppMessage::Property;
+
+constexpr WordTable<Property, InAppMessage::propertyCount> names{{{Property::cuid, "cuid"},
+                                                                  {Property::scope, "scope"},
+                                                                  {Property::campaignId, "campaignId"},
+                                                                  {Property::variationId, "variationId"},
+                                                                  {Property::senderID, "senderID"},
+                                                                  {Property::senderSource, "senderSource"},
+                                                                  {Property::custom, "custom"},
+                                                                  {Property::priority, "priority"},
+                                                                  {Property::validity, "validity"},
+                                                                  {Property::trigger, "trigger"},
+                                                                  {Property::type, "type"},
+                                                                  {Property::body, "body"},
+                                                                  {Property::imageIdentifier, "imageIdentifier"},
+                                                                  {Property::templateText, "template"}}};
+
+}  // namespace
+
+std::string InAppMessage::name(Property property) { return std::string(names.word(property)); }
 
 FetchRequest InAppMessage::fetchRequest() { return {VantixInAppDBDefaults::defaultEnityName, {}, {}}; }
 

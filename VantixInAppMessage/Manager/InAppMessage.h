@@ -39,7 +39,7 @@ struct InAppMessage {
     bool operator==(const InAppMessage&) const = default;
 
     /// The attribute's name.
-    static const char* name(Property property);
+    static std::string name(Property property);
     /// Selects every record.
     static FetchRequest fetchRequest();
     static InAppMessage from(const Record& record);

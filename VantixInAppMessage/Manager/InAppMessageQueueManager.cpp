@@ -1,16 +1,18 @@
 #include "VantixInAppMessage/Manager/InAppMessageQueueManager.h"
 
+#include "Platform/Values/WhileAlive.h"
 #include "VantixCore/VantixLogger.h"
 #include "VantixInAppMessage/templates/VantixUtility.h"
 #include "VantixPushNotification/NotificationCore.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace vantix {
 
 namespace {
 
-constexpr const char* file = "Manager/InAppMessageQueueManager";
+constexpr LogSource log{"Manager/InAppMessageQueueManager"};
 
 /// Whether everything that the trigger asks for is there and equal. What the event carries beside it does not matter.
 bool matches(const Dictionary& asked, const std::optional<Dictionary>& carried) {
@@ -24,34 +26,30 @@ bool matches(const Dictionary& asked, const std::optional<Dictionary>& carried) 
 
 }  // namespace
 
-void InAppMessageQueueManager::insert(const VantixInAppMessagePayload& message, Completion completion) {
-    if (triggerType(message) != VantixInAppNotificationTriggerType::appLaunch)
+void InAppMessageQueueManager::insert(const SharedPayload& message, Completion completion) {
+    if (message->trigger.type() != VantixInAppNotificationTriggerType::appLaunch)
         return insertInAppMessage(message, std::move(completion));
 
-    inAppRepoHelper_->removeAllExistingBroadcastMessages(
-        [weak = weak_from_this(), message, completion = std::move(completion)](bool removed) {
-            auto manager = weak.lock();
-            if (!removed) {
-                VantixLogger::error("Failed to remove existing broadcast type inapp messages",
-                                    {file, "insert(message:completion:)"});
-            }
-            if (manager) manager->insertInAppMessage(message, completion);
-        });
+    auto goOn = whileAlive(weak_from_this(), [message, completion = std::move(completion)](auto& manager) {
+        manager.insertInAppMessage(message, completion);
+    });
+    inAppRepoHelper_->removeAllExistingBroadcastMessages([goOn](bool removed) {
+        if (!removed)
+            log.error("insert(message:completion:)", "Failed to remove existing broadcast type inapp messages");
+        goOn();
+    });
 }
 
-void InAppMessageQueueManager::insertInAppMessage(const VantixInAppMessagePayload& message, Completion completion) {
-    inAppRepoHelper_->insert(message,
-                             [weak = weak_from_this(), message, completion = std::move(completion)](bool inserted) {
-                                 auto manager = weak.lock();
-                                 if (!manager) return;
-                                 if (inserted) manager->updateQueues(message);
+void InAppMessageQueueManager::insertInAppMessage(const SharedPayload& message, Completion completion) {
+    inAppRepoHelper_->insert(message, whileAlive(weak_from_this(), [message, completion = std::move(completion)](
+                                                                       auto& manager, bool inserted) {
+                                 if (inserted) manager.updateQueues(message);
                                  if (completion) completion(inserted);
-                             });
+                             }));
 }
 
-void InAppMessageQueueManager::updateQueues(const VantixInAppMessagePayload& message) {
-    auto shared = std::make_shared<const VantixInAppMessagePayload>(message);
-    queues_.update([&](InAppMessageQueues& queues) { queues.updateQueues(shared); });
+void InAppMessageQueueManager::updateQueues(const SharedPayload& message) {
+    queues_.update([&](InAppMessageQueues& queues) { queues.updateQueues(message); });
 }
 
 void InAppMessageQueueManager::updateInAppMessagesOnAppLaunch(Completion completion) {
@@ -61,46 +59,44 @@ void InAppMessageQueueManager::updateInAppMessagesOnAppLaunch(Completion complet
 
 void InAppMessageQueueManager::getAllInAppMessages(Completion completion) {
     if (!NotificationCore::isAllowed()) return;
-    queues_.update([](InAppMessageQueues& queues) { queues.beginRebuild(); });
-    fetchAllInAppMessages([weak = weak_from_this(),
-                           completion = std::move(completion)](const std::vector<InAppMessage>& records) {
-        auto manager = weak.lock();
-        if (!manager) return;
-        if (records.empty()) {
-            VantixLogger::debug("No pending in app messages in database", {file, "getAllInAppMessages(completion:)"});
-        }
-        InAppMessageQueues::Messages messages;
-        for (const InAppMessage& record : records) {
-            messages.push_back(
-                std::make_shared<const VantixInAppMessagePayload>(VantixInAppMessagePayload::generate(record)));
-        }
-        manager->queues_.update([&](InAppMessageQueues& queues) { queues.finishRebuild(messages); });
-        if (completion) completion(true);
-        if (manager->onRebuilt_) manager->onRebuilt_();
-    });
+    inAppRepoHelper_->fetchAllInAppMessages(
+        whileAlive(weak_from_this(), [completion = std::move(completion)](auto& manager, const auto& records) {
+            manager.rebuildQueues(records);
+            if (completion) completion(true);
+            if (manager.onRebuilt_) manager.onRebuilt_();
+        }));
+}
+
+void InAppMessageQueueManager::rebuildQueues(const std::vector<InAppMessage>& records) {
+    if (records.empty()) log.debug("getAllInAppMessages(completion:)", "No pending in app messages in database");
+    InAppMessageQueues::Messages messages;
+    for (const InAppMessage& record : records) {
+        messages.push_back(
+            std::make_shared<const VantixInAppMessagePayload>(VantixInAppMessagePayload::generate(record)));
+    }
+    queues_.update([&](InAppMessageQueues& queues) { queues.rebuild(messages); });
 }
 
 void InAppMessageQueueManager::reset() {
     queues_.update([](InAppMessageQueues& queues) { queues.reset(); });
 }
 
-std::optional<VantixInAppMessagePayload> InAppMessageQueueManager::getInAppMessage(
-    const std::optional<std::string>& eventName, const std::optional<Dictionary>& attributes) const {
+SharedPayload InAppMessageQueueManager::getInAppMessage(const std::optional<std::string>& eventName,
+                                                        const std::optional<Dictionary>& attributes) const {
     if (eventName) return getOtherTypeInAppMessage(*eventName, attributes);
     auto queues = queues_.load();
-    if (queues->milestoneMessagesAvailable()) return *queues->milestoneInAppMessages.front();
-    if (queues->broadCastMessagesAvailable()) return *queues->broadcastInAppMessage;
-    return {};
+    return queues->milestoneMessagesAvailable() ? queues->milestoneInAppMessages.front()
+                                                : queues->broadcastInAppMessage;
 }
 
-std::optional<VantixInAppMessagePayload> InAppMessageQueueManager::getOtherTypeInAppMessage(
-    const std::string& eventName, const std::optional<Dictionary>& attributes) const {
+SharedPayload InAppMessageQueueManager::getOtherTypeInAppMessage(const std::string& eventName,
+                                                                 const std::optional<Dictionary>& attributes) const {
     auto queues = queues_.load();
-    for (const auto& message : queues->otherInAppMessages) {
+    for (const SharedPayload& message : queues->otherInAppMessages) {
         const NotificationTrigger& trigger = message->trigger;
-        if (trigger.eventName == eventName && matches(trigger.attributes, attributes)) return *message;
+        if (trigger.eventName == eventName && matches(trigger.attributes, attributes)) return message;
     }
-    return {};
+    return nullptr;
 }
 
 void InAppMessageQueueManager::removeShownInAppMessage(const std::optional<std::string>& eventName) {
@@ -109,29 +105,41 @@ void InAppMessageQueueManager::removeShownInAppMessage(const std::optional<std::
 
 void InAppMessageQueueManager::removeInAppMessage(const VantixInAppMessagePayload& message) {
     queues_.update([&](InAppMessageQueues& queues) { queues.remove(message); });
-    removeMessage(message.scope, {});
+    auto ended = whileAlive(weak_from_this(), [scope = message.scope](auto& manager) {
+        manager.queues_.update([&](InAppMessageQueues& queues) { queues.removalEnded(scope); });
+    });
+    inAppRepoHelper_->removeMessage(message.scope, [ended](bool) { ended(); });
 }
 
 void InAppMessageQueueManager::removeAllMessages(Completion completion) {
     reset();
-    inAppRepoHelper_->removeAllMessages([weak = weak_from_this(), completion = std::move(completion)](bool removed) {
-        // Inserts and rebuilds that the store did before may have filled the queues again.
-        auto manager = weak.lock();
-        if (manager) manager->reset();
-        if (completion) completion(removed);
-    });
+    inAppRepoHelper_->removeAllMessages(
+        whileAlive(weak_from_this(), [completion = std::move(completion)](auto& manager, bool removed) {
+            // Inserts and rebuilds that the store did before may have filled the queues again.
+            if (removed) manager.reset();
+            if (completion) completion(removed);
+        }));
 }
 
 void InAppMessageQueueManager::removeAllExistingBroadcastMessages(Completion completion) {
-    inAppRepoHelper_->removeAllExistingBroadcastMessages(std::move(completion));
+    inAppRepoHelper_->removeAllExistingBroadcastMessages(unlessGone(std::move(completion)));
 }
 
 void InAppMessageQueueManager::removeMessage(const std::string& scope, Completion completion) {
-    inAppRepoHelper_->removeMessage(scope, std::move(completion));
+    inAppRepoHelper_->removeMessage(scope, unlessGone(std::move(completion)));
 }
 
 void InAppMessageQueueManager::fetchAllInAppMessages(InAppRepoHelper::ListCompletion completion) {
-    inAppRepoHelper_->fetchAllInAppMessages(std::move(completion));
+    inAppRepoHelper_->fetchAllInAppMessages(
+        whileAlive(weak_from_this(), [completion = std::move(completion)](auto&, std::vector<InAppMessage> messages) {
+            completion(std::move(messages));
+        }));
+}
+
+InAppMessageQueueManager::Completion InAppMessageQueueManager::unlessGone(Completion completion) {
+    return whileAlive(weak_from_this(), [completion = std::move(completion)](auto&, bool succeeded) {
+        if (completion) completion(succeeded);
+    });
 }
 
 }  // namespace vantix

@@ -15,7 +15,8 @@
 namespace vantix {
 
 /// The messages that wait to be shown, sorted by what triggers them and kept in step with the store. Any thread may
-/// call any operation; completions run on the store thread, and not at all once the manager is gone.
+/// call any operation; completions run on the store thread, or where InAppRepoHelper says otherwise, and not at all
+/// once the manager is gone.
 class InAppMessageQueueManager : public std::enable_shared_from_this<InAppMessageQueueManager> {
 public:
     using Completion = std::function<void(bool)>;
@@ -23,42 +24,45 @@ public:
 
     std::shared_ptr<const InAppMessageQueues> queues() const { return queues_.load(); }
 
-    /// Called on the store thread each time a rebuild has ended. Set before use, at most once.
+    /// Called where completions run, each time a rebuild has ended. Set before use, at most once.
     void setOnRebuilt(std::function<void()> hook) { onRebuilt_ = std::move(hook); }
 
     /// Stores a message and puts it in its queue. A launch message replaces all stored ones and waits in the store for
     /// the next rebuild.
-    void insert(const VantixInAppMessagePayload& message, Completion completion);
+    void insert(const SharedPayload& message, Completion completion);
     /// Empties the queues and rebuilds them from the store; nothing more happens while the push library forbids the
     /// module.
     void updateInAppMessagesOnAppLaunch(Completion completion);
 
     /// The message to show: for an event when one is named, otherwise the first milestone message or else the launch
-    /// message. Removes nothing.
-    std::optional<VantixInAppMessagePayload> getInAppMessage(const std::optional<std::string>& eventName,
-                                                             const std::optional<Dictionary>& attributes) const;
+    /// message; null when there is none. Removes nothing.
+    SharedPayload getInAppMessage(const std::optional<std::string>& eventName,
+                                  const std::optional<Dictionary>& attributes) const;
     /// The first message of the other queue that waits for this event: same name, and every attribute that the message
-    /// asks for is there and equal.
-    std::optional<VantixInAppMessagePayload> getOtherTypeInAppMessage(
-        const std::string& eventName, const std::optional<Dictionary>& attributes) const;
+    /// asks for is there and equal. Null when there is none.
+    SharedPayload getOtherTypeInAppMessage(const std::string& eventName,
+                                           const std::optional<Dictionary>& attributes) const;
 
     /// Removes the message that this event, without attributes, would show.
     void removeShownInAppMessage(const std::optional<std::string>& eventName);
     /// Drops the message from its one queue and from the store.
     void removeInAppMessage(const VantixInAppMessagePayload& message);
     /// Places a newly stored message.
-    void updateQueues(const VantixInAppMessagePayload& message);
+    void updateQueues(const SharedPayload& message);
 
-    /// Empties queues and store; what was on its way into the queues before is gone, too.
+    /// Empties queues and store; what was on its way into the queues before is gone, too, once the store is empty.
     void removeAllMessages(Completion completion);
     void removeAllExistingBroadcastMessages(Completion completion);
     void removeMessage(const std::string& scope, Completion completion);
     void fetchAllInAppMessages(InAppRepoHelper::ListCompletion completion);
 
 private:
-    void insertInAppMessage(const VantixInAppMessagePayload& message, Completion completion);
+    void insertInAppMessage(const SharedPayload& message, Completion completion);
     void getAllInAppMessages(Completion completion);
     void reset();
+    void rebuildQueues(const std::vector<InAppMessage>& records);
+    /// The completion, if it is still called for by then.
+    Completion unlessGone(Completion completion);
 
     AtomicSnapshot<InAppMessageQueues> queues_;
     std::shared_ptr<InAppRepoHelper> inAppRepoHelper_ = InAppRepoHelper::shared();

@@ -10,7 +10,9 @@ namespace {
 using TriggerType = VantixInAppNotificationTriggerType;
 using Messages = InAppMessageQueues::Messages;
 
-bool isTriggeredBy(const VantixInAppMessagePayload& message, TriggerType type) { return triggerType(message) == type; }
+bool isTriggeredBy(const VantixInAppMessagePayload& message, TriggerType type) {
+    return message.trigger.type() == type;
+}
 
 void removeFirst(Messages& messages, const std::string& scope) {
     auto found =
@@ -20,18 +22,14 @@ void removeFirst(Messages& messages, const std::string& scope) {
 
 }  // namespace
 
-std::optional<TriggerType> triggerType(const VantixInAppMessagePayload& message) {
-    return inAppNotificationTriggerType(message.trigger.eventName);
-}
-
 void InAppMessageQueues::reset() {
     broadcastInAppMessage = nullptr;
     milestoneInAppMessages.clear();
     otherInAppMessages.clear();
 }
 
-void InAppMessageQueues::updateQueues(const Message& message) {
-    auto type = triggerType(*message);
+void InAppMessageQueues::updateQueues(const SharedPayload& message) {
+    auto type = message->trigger.type();
     if (type == TriggerType::instant) {
         addMilestoneMessage(message);
     } else if (type == TriggerType::appLaunch) {
@@ -42,7 +40,7 @@ void InAppMessageQueues::updateQueues(const Message& message) {
 }
 
 void InAppMessageQueues::remove(const VantixInAppMessagePayload& message) {
-    auto type = triggerType(message);
+    auto type = message.trigger.type();
     if (type == TriggerType::instant) {
         removeFirst(milestoneInAppMessages, message.scope);
     } else if (type == TriggerType::appLaunch) {
@@ -50,14 +48,16 @@ void InAppMessageQueues::remove(const VantixInAppMessagePayload& message) {
     } else {
         removeFirst(otherInAppMessages, message.scope);
     }
-    if (pendingRebuilds_ > 0) removedMeanwhile_.push_back(message.scope);
+    removalsUnderWay_.push_back(message.scope);
 }
 
-void InAppMessageQueues::beginRebuild() { ++pendingRebuilds_; }
+void InAppMessageQueues::removalEnded(const std::string& scope) {
+    auto found = std::find(removalsUnderWay_.begin(), removalsUnderWay_.end(), scope);
+    if (found != removalsUnderWay_.end()) removalsUnderWay_.erase(found);
+}
 
-void InAppMessageQueues::finishRebuild(Messages allMessages) {
-    for (const std::string& scope : removedMeanwhile_) removeFirst(allMessages, scope);
-    if (--pendingRebuilds_ == 0) removedMeanwhile_.clear();
+void InAppMessageQueues::rebuild(Messages allMessages) {
+    for (const std::string& scope : removalsUnderWay_) removeFirst(allMessages, scope);
     if (allMessages.empty()) return;
 
     updateMilestoneMessages(allMessages);
@@ -69,7 +69,7 @@ void InAppMessageQueues::finishRebuild(Messages allMessages) {
 void InAppMessageQueues::updateMilestoneMessages(const Messages& allMessages) {
     milestoneInAppMessages.clear();
     std::copy_if(allMessages.begin(), allMessages.end(), std::back_inserter(milestoneInAppMessages),
-                 [](const Message& message) { return isTriggeredBy(*message, TriggerType::instant); });
+                 [](const SharedPayload& message) { return isTriggeredBy(*message, TriggerType::instant); });
 }
 
 /// Every stored message waits here, too, so that an event can name it.
@@ -77,11 +77,12 @@ void InAppMessageQueues::updateOtherInAppMessages(const Messages& allMessages) {
 
 /// The newest launch message. Messages without a time of creation keep the store's order.
 void InAppMessageQueues::updateBroadcastMessages(Messages allMessages) {
-    std::stable_sort(allMessages.begin(), allMessages.end(), [](const Message& a, const Message& b) {
+    std::stable_sort(allMessages.begin(), allMessages.end(), [](const SharedPayload& a, const SharedPayload& b) {
         return a->createdAt && b->createdAt && *a->createdAt < *b->createdAt;
     });
-    auto newest = std::find_if(allMessages.rbegin(), allMessages.rend(),
-                               [](const Message& message) { return isTriggeredBy(*message, TriggerType::appLaunch); });
+    auto newest = std::find_if(allMessages.rbegin(), allMessages.rend(), [](const SharedPayload& message) {
+        return isTriggeredBy(*message, TriggerType::appLaunch);
+    });
     broadcastInAppMessage = newest == allMessages.rend() ? nullptr : *newest;
 }
 

@@ -2,8 +2,6 @@
 
 #include "VantixInAppMessage/Core/InAppMessagePayload/VantixInAppMessagePayload.h"
 
-#include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -11,11 +9,10 @@ namespace vantix {
 
 /// The messages that wait at one moment, sorted by what triggers them. A plain value that shares immutable messages.
 struct InAppMessageQueues {
-    using Message = std::shared_ptr<const VantixInAppMessagePayload>;
-    using Messages = std::vector<Message>;
+    using Messages = std::vector<SharedPayload>;
 
-    /// The one message for the next launch.
-    Message broadcastInAppMessage;
+    /// The one message for the next launch; null when there is none.
+    SharedPayload broadcastInAppMessage;
     /// Messages to show at once.
     Messages milestoneInAppMessages;
     /// Messages that wait for a named event; after a rebuild, every stored message.
@@ -27,28 +24,23 @@ struct InAppMessageQueues {
     /// Empties the queues.
     void reset();
     /// Places one newly stored message. A launch message clears the launch slot and waits in the store.
-    void updateQueues(const Message& message);
-    /// Drops the message from the one queue that its trigger names.
+    void updateQueues(const SharedPayload& message);
+    /// Drops the message from the one queue that its trigger names. A rebuild leaves it out until `removalEnded` tells
+    /// that the store has dropped it, too.
     void remove(const VantixInAppMessagePayload& message);
-
-    /// From here on, until the rebuild arrives, what is removed is remembered, because the store is read before it
-    /// learns of it.
-    void beginRebuild();
-    /// Replaces the queues by what the store held, without what was removed meanwhile.
-    void finishRebuild(Messages allMessages);
+    void removalEnded(const std::string& scope);
+    /// Replaces the queues by what the store held, without what it was yet to drop. Nothing replaces nothing.
+    void rebuild(Messages allMessages);
 
 private:
-    void addMilestoneMessage(const Message& message) { milestoneInAppMessages.push_back(message); }
-    void updateOtherMessage(const Message& message) { otherInAppMessages.push_back(message); }
+    void addMilestoneMessage(const SharedPayload& message) { milestoneInAppMessages.push_back(message); }
+    void updateOtherMessage(const SharedPayload& message) { otherInAppMessages.push_back(message); }
     void updateMilestoneMessages(const Messages& allMessages);
     void updateBroadcastMessages(Messages allMessages);
     void updateOtherInAppMessages(const Messages& allMessages);
 
-    int pendingRebuilds_ = 0;
-    std::vector<std::string> removedMeanwhile_;
+    /// The scopes that the store has been, or is about to be, asked to drop. It drops the first record of each.
+    std::vector<std::string> removalsUnderWay_;
 };
-
-/// What a trigger's event name means; absent for the name of a captured event.
-std::optional<VantixInAppNotificationTriggerType> triggerType(const VantixInAppMessagePayload& message);
 
 }  // namespace vantix

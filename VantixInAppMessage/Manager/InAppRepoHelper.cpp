@@ -10,7 +10,7 @@ namespace vantix {
 
 namespace {
 
-constexpr const char* file = "Manager/InAppRepoHelper";
+constexpr LogSource log{"Manager/InAppRepoHelper"};
 
 /// The log lines of one operation's outcome.
 struct OutcomeTexts {
@@ -19,22 +19,21 @@ struct OutcomeTexts {
     const char* failure;
     /// Stands before the error's description.
     const char* reason;
-    /// Stands behind success and failure; made on the store thread, since it may be long.
+    /// Stands behind success and failure; made only for a line that is written, since it may be long.
     std::function<std::string()> subject = [] { return std::string(); };
 };
 
 /// Logs the outcome of a store operation and passes it on as a boolean.
 std::function<void(Result<bool>)> reporting(OutcomeTexts texts, InAppRepoHelper::Completion completion) {
     return [texts = std::move(texts), completion = std::move(completion)](const Result<bool>& result) {
-        LegacyLogSource source{file, texts.function};
         bool succeeded = result && result.value();
         if (succeeded) {
-            VantixLogger::debug(texts.success + texts.subject(), source);
-        } else if (result) {
-            VantixLogger::error(texts.failure + texts.subject(), source);
+            log.debug(texts.function, [&] { return texts.success + texts.subject(); });
         } else {
-            auto reason = texts.reason + result.error().localizedDescription;
-            VantixLogger::error(texts.failure + texts.subject() + reason, source);
+            log.error(texts.function, [&] {
+                std::string reason = result ? "" : texts.reason + result.error().localizedDescription;
+                return texts.failure + texts.subject() + reason;
+            });
         }
         if (completion) completion(succeeded);
     };
@@ -76,26 +75,26 @@ InAppRepoHelper::InAppRepoHelper(Env environment)
                                                    VantixInAppDBDefaults::defaultStoreName, modelOrStop(), environment,
                                                    true, {}, VantixInAppDBDefaults::defaultPersistentStoreTimeOut)) {}
 
-void InAppRepoHelper::insert(const VantixInAppMessagePayload& message, Completion completion) {
-    inAppRepo_->insert(insertValues(message),
+void InAppRepoHelper::insert(const SharedPayload& message, Completion completion) {
+    inAppRepo_->insert(insertValues(*message),
                        reporting({"insert(message:completion:)", "Successfully inserted in app message with message ",
                                   "Failed to insert in app message with message ", " with error ",
-                                  [message] { return message.description(); }},
+                                  [message] { return message->description(); }},
                                  std::move(completion)));
 }
 
 void InAppRepoHelper::fetchAllInAppMessages(ListCompletion completion) {
-    constexpr LegacyLogSource source{file, "fetchAllInAppMessages(completion:)"};
+    constexpr auto function = "fetchAllInAppMessages(completion:)";
     auto settings = Vantix::getSharedUserDefaults();
     if (!settings) {
-        VantixLogger::error(
-            "Unable to store the customer id because either customerId is empty or App group is not setup properly.",
-            source);
+        log.error(
+            function,
+            "Unable to store the customer id because either customerId is empty or App group is not setup properly.");
         return completion({});
     }
     auto customerId = settings->customerId();
     if (!customerId) {
-        VantixLogger::error("customer-cuid not exist", source);
+        log.error(function, "customer-cuid not exist");
         return completion({});
     }
 
@@ -105,8 +104,9 @@ void InAppRepoHelper::fetchAllInAppMessages(ListCompletion completion) {
         if (result) {
             for (const Record& record : result.value()) messages.push_back(InAppMessage::from(record));
         } else {
-            VantixLogger::error("Failed to fetch in app messages with error " + result.error().localizedDescription,
-                                {file, "fetchAllInAppMessages(completion:)"});
+            log.error(function, [&] {
+                return "Failed to fetch in app messages with error " + result.error().localizedDescription;
+            });
         }
         completion(std::move(messages));
     });

@@ -26,8 +26,9 @@ public:
     explicit InAppRepoHelper(Env environment = Env::dev);
 
     /// Adds a record, whether or not one with the same scope exists.
-    void insert(const VantixInAppMessagePayload& message, Completion completion);
-    /// The current customer's records, in the order of insertion; none when no customer is known.
+    void insert(const SharedPayload& message, Completion completion);
+    /// The current customer's records, in the order of insertion. Without settings or customer there are none, and the
+    /// completion is called within this call.
     void fetchAllInAppMessages(ListCompletion completion);
     /// Deletes at most one record of that scope.
     void removeMessage(const std::string& scope, Completion completion);

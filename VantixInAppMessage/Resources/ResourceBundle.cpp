@@ -5,18 +5,20 @@ namespace vantix {
 /// Made by the build from the files of this folder.
 const std::string* embeddedResource(std::string_view fileName);
 
+// What stands below is never destroyed: threads may ask until the very end of the process.
+
 const ResourceBundle& resourceBundle() {
-    static const ResourceBundle bundle{"VantixInAppMessage", &embeddedResource};
+    static const auto& bundle = *new ResourceBundle{"VantixInAppMessage", &embeddedResource};
     return bundle;
 }
 
 const ImageResource& ImageResource::cross() {
-    static const ImageResource resource{"cross", resourceBundle()};
+    static const auto& resource = *new ImageResource{"cross", resourceBundle()};
     return resource;
 }
 
 const ImageResource& ImageResource::defaultImage() {
-    static const ImageResource resource{"defaultImage", resourceBundle()};
+    static const auto& resource = *new ImageResource{"defaultImage", resourceBundle()};
     return resource;
 }
 

@@ -53,9 +53,8 @@ std::function<View()> templateFor(const ViewModel& viewModel) {
 
 }  // namespace
 
-InAppMessageView::InAppMessageView(const VantixInAppMessagePayload& inAppMessage,
-                                   std::shared_ptr<InAppDisplayManager> displayManager)
-    : viewModel_(std::make_shared<InAppMessageViewModel>(inAppMessage, std::move(displayManager))),
+InAppMessageView::InAppMessageView(SharedPayload inAppMessage, std::shared_ptr<InAppMessageActions> displayManager)
+    : viewModel_(std::make_shared<InAppMessageViewModel>(std::move(inAppMessage), std::move(displayManager))),
       template_(templateFor(viewModel_)),
       layoutDirection_(layoutDirection(*viewModel_)) {}
 

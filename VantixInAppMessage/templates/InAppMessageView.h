@@ -12,8 +12,7 @@ namespace vantix {
 /// lives, so that what the person chose survives every redraw.
 class InAppMessageView {
 public:
-    InAppMessageView(const VantixInAppMessagePayload& inAppMessage,
-                     std::shared_ptr<InAppDisplayManager> displayManager);
+    InAppMessageView(SharedPayload inAppMessage, std::shared_ptr<InAppMessageActions> displayManager);
 
     View body() const;
 

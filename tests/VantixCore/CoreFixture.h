@@ -8,6 +8,8 @@
 
 #include <mutex>
 #include <optional>
+#include <string>
+#include <utility>
 #include <vector>
 
 namespace vantix {
@@ -21,6 +23,10 @@ protected:
     VantixHost host() {
         VantixHost host;
         host.dataDirectory = folder_.path();
+        host.logSink = [this](const LogLine& line) {
+            std::lock_guard lock(mutex_);
+            if (line.level == LogLevel::error) errors_.push_back(line.message);
+        };
         host.onRequest = [this](const SentRequest& request) {
             std::lock_guard lock(mutex_);
             sent_.push_back(request);
@@ -42,11 +48,18 @@ protected:
         return sent_;
     }
 
+    /// What was logged as an error since the last time.
+    std::vector<std::string> takeErrors() {
+        std::lock_guard lock(mutex_);
+        return std::exchange(errors_, {});
+    }
+
     TemporaryFolder folder_;
 
 private:
     std::mutex mutex_;
     std::vector<SentRequest> sent_;
+    std::vector<std::string> errors_;
     std::optional<InstalledHost<DispatcherKind>> installed_;
 };
 

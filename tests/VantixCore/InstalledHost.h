@@ -19,9 +19,13 @@ namespace vantix {
 template <typename DispatcherKind>
 class InstalledHost {
 public:
-    explicit InstalledHost(VantixHost host, std::shared_ptr<ImageDecoder> imageDecoder = {})
-        : imageDecoder_(std::move(imageDecoder)) {
-        installPlatform();
+    explicit InstalledHost(VantixHost host, std::shared_ptr<ImageDecoder> imageDecoder = {}) {
+        Platform platform;
+        platform.dispatcher = dispatcher;
+        platform.notificationCenter = std::make_shared<NotificationCenter>();
+        platform.imageDecoder = std::move(imageDecoder);
+        platform.disk = disk;
+        Platform::install(std::move(platform));
         Vantix::install(std::move(host));
     }
     ~InstalledHost() {
@@ -34,30 +38,8 @@ public:
         Vantix::install({});
     }
 
-    /// As at the start of another process: work that was under way is dropped.
-    void restartPlatform() {
-        VantixHost host = *Vantix::host();
-        Platform::install({});
-        Vantix::install({});
-        dispatcher = std::make_shared<DispatcherKind>();
-        installPlatform();
-        Vantix::install(std::move(host));
-    }
-
     std::shared_ptr<DispatcherKind> dispatcher = std::make_shared<DispatcherKind>();
     std::shared_ptr<FaultyDisk> disk = std::make_shared<FaultyDisk>(std::make_shared<FileDisk>());
-
-private:
-    void installPlatform() {
-        Platform platform;
-        platform.dispatcher = dispatcher;
-        platform.notificationCenter = std::make_shared<NotificationCenter>();
-        platform.imageDecoder = imageDecoder_;
-        platform.disk = disk;
-        Platform::install(std::move(platform));
-    }
-
-    std::shared_ptr<ImageDecoder> imageDecoder_;
 };
 
 }  // namespace vantix

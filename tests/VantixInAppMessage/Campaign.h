@@ -4,13 +4,10 @@
 #include "Platform/Values/Value.h"
 #include "VantixInAppMessage/Core/InAppMessagePayload/VantixInAppMessagePayload.h"
 
+#include <memory>
 #include <string>
 
 namespace vantix {
-
-inline Value callToAction(const std::string& type, const std::string& action, const std::string& text = "Go") {
-    return Dictionary{{"type", type}, {"action", action}, {"actionText", text}};
-}
 
 /// A campaign as a test describes it: a message that is shown at once, unless the test says otherwise.
 struct Campaign {
@@ -19,16 +16,16 @@ struct Campaign {
     std::string type = "POPUP";
     std::string message = "Hello";
     std::string image = {};
-    List ctas = {callToAction("EXTERNAL", "https://a.example")};
     Dictionary attributes = {};
     Dictionary style = {{"ctas", List{Dictionary()}}};
     List feedbackOptions = {};
-    std::string cuid = "customer";
 
     Dictionary push() const {
-        Dictionary body{{"type", type},   {"title", "Title"}, {"message", message},
-                        {"image", image}, {"ctas", ctas},     {"feedbackOptions", feedback()}};
-        return {{"cuid", cuid},
+        Dictionary cta{{"type", "EXTERNAL"}, {"action", "https://a.example"}, {"actionText", "Go"}};
+        Dictionary feedback{{"selectionType", "multiSelection"}, {"options", feedbackOptions}};
+        Dictionary body{{"type", type},   {"title", "Title"},  {"message", message},
+                        {"image", image}, {"ctas", List{cta}}, {"feedbackOptions", feedback}};
+        return {{"cuid", "customer"},
                 {"scope", scope},
                 {"senderId", "sender"},
                 {"messageId", "id-" + scope},
@@ -38,9 +35,7 @@ struct Campaign {
     }
 
     VantixInAppMessagePayload payload() const { return VantixInAppMessagePayload::generate(push()); }
-
-private:
-    Dictionary feedback() const { return {{"selectionType", "multiSelection"}, {"options", feedbackOptions}}; }
+    SharedPayload shared() const { return std::make_shared<const VantixInAppMessagePayload>(payload()); }
 };
 
 }  // namespace vantix

@@ -31,7 +31,7 @@ struct ScriptedFontCatalogue final : FontCatalogue {
 };
 
 /// The module on a phone without a display: real store, real network, and, unless a test chooses otherwise, virtual
-/// time. The store object of the module is process-wide, so each test needs a process of its own, as ctest gives it.
+/// time.
 template <typename DispatcherKind = VirtualDispatcher>
 class ModuleFixture : public testing::Test {
 protected:
@@ -49,12 +49,10 @@ protected:
     DispatcherKind& dispatcher() { return *installed_.dispatcher; }
     std::filesystem::path dataDirectory() const { return folder_.path() / "data"; }
 
-    /// Reinstalls the host with some of it changed.
-    template <typename Change>
-    void changeHost(Change change) {
-        VantixHost host = *Vantix::host();
-        change(host);
-        Vantix::install(std::move(host));
+    static void useApplication(std::shared_ptr<Application> used) {
+        Platform platform = *Platform::current();
+        platform.application = std::move(used);
+        Platform::install(std::move(platform));
     }
 
     /// Puts a file where the data directory should be. Before the store's first use.
@@ -77,23 +75,15 @@ protected:
         settle();
     }
 
-    void deliver(const std::vector<Campaign>& campaigns) {
-        std::vector<VantixNotificationPayload> payloads;
-        for (const Campaign& campaign : campaigns) payloads.emplace_back("inapp", campaign.push());
-        notificationCore->deliver(payloads);
-        settle();
-    }
-
     void post(std::string event, std::optional<Dictionary> attributes = {}) {
         Vantix::captureEvent(std::move(event), std::move(attributes));
         settle();
     }
 
-    void notify(const char* lifeCycle) {
-        Platform::current()->notificationCenter->post({lifeCycle, {}});
+    void becomeActive() {
+        Platform::current()->notificationCenter->post({ApplicationNotification::didBecomeActive, {}});
         settle();
     }
-    void becomeActive() { notify(ApplicationNotification::didBecomeActive); }
 
     void advance(double time) { dispatcher().advance(seconds(time)); }
 
@@ -127,16 +117,6 @@ protected:
             scopes.push_back(root->rootView().viewModel()->inAppMessage().scope);
         }
         return scopes;
-    }
-
-    /// The roles on the topmost window, in painting order, as "title message close".
-    std::string roles() const {
-        std::string names;
-        for (const AccessibleElement& element : scene->windows().back().content->elements()) {
-            if (!names.empty()) names += ' ';
-            names += roleName(element.role);
-        }
-        return names;
     }
 
     /// The scopes of all stored messages of the customer.

@@ -19,7 +19,6 @@ public:
         host.dataDirectory = std::move(dataDirectory);
         host.logSink = [this](const LogLine& line) { add(lines_, line); };
         host.onReport = [this](const char* kind, std::string_view name, const Dictionary& attributes) {
-            add(attributes_, attributes);
             tell(std::string(kind) + " " + std::string(name) + " " + *attributes.text("scope"));
         };
         host.onCallToAction = [this](const CTA& cta, const Dictionary& payload) {
@@ -35,8 +34,6 @@ public:
     /// Reports ("delivery inAppMessageShown SCOPE"), calls to action, opened URLs and links, in their order, since the
     /// last call.
     std::vector<std::string> takeTold() { return take(told_); }
-    /// The attributes of the reports since the last call.
-    std::vector<Dictionary> takeAttributes() { return take(attributes_); }
     /// The log lines of a level since the last call for any level, as "FILE FUNCTION: MESSAGE".
     std::vector<std::string> takeLog(LogLevel level) {
         std::vector<std::string> texts;
@@ -63,7 +60,6 @@ private:
     std::mutex mutex_;
     std::vector<LogLine> lines_;
     std::vector<std::string> told_;
-    std::vector<Dictionary> attributes_;
 };
 
 }  // namespace vantix

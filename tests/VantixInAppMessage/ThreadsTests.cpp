@@ -61,7 +61,7 @@ protected:
 
     /// Reports run in order, so that the last one comes after all others.
     void waitForReports() {
-        displayManager()->handleInAppMessageButtonAction(Campaign{.scope = "last"}.payload(), InAppCTA{}, {}, {}, {});
+        displayManager()->handleInAppMessageButtonAction(Campaign{.scope = "last"}.shared(), InAppCTA{}, {}, {}, {});
         Texts told;
         runUntil([&] {
             Texts more = recorder.takeTold();

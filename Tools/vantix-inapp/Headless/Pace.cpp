@@ -7,32 +7,26 @@ namespace vantix {
 
 namespace {
 
-/// The process-wide objects of the module live longer than any owner in this program. So that the threads end where
-/// this program says, nobody else owns the dispatcher.
-std::shared_ptr<Dispatcher> unowned(Dispatcher& dispatcher) {
-    return {&dispatcher, [](Dispatcher*) {}};
-}
-
 class VirtualPace final : public Pace {
 public:
-    std::shared_ptr<Dispatcher> dispatcher() const override { return handle_; }
-    void settle() override { dispatcher_.runUntilIdle(); }
-    void wait(Duration duration) override { dispatcher_.advance(duration); }
+    std::shared_ptr<Dispatcher> dispatcher() const override { return dispatcher_; }
+    void settle() override { dispatcher_->runUntilIdle(); }
+    void wait(Duration duration) override { dispatcher_->advance(duration); }
 
 private:
-    VirtualDispatcher dispatcher_;
-    std::shared_ptr<Dispatcher> handle_ = unowned(dispatcher_);
+    std::shared_ptr<VirtualDispatcher> dispatcher_ = std::make_shared<VirtualDispatcher>();
 };
 
 class LivePace final : public Pace {
 public:
-    std::shared_ptr<Dispatcher> dispatcher() const override { return handle_; }
-    void settle() override { dispatcher_.drainMainQueue(); }
-    void wait(Duration duration) override { dispatcher_.runMainQueue(duration); }
+    ~LivePace() override { dispatcher_->shutDown(); }
+
+    std::shared_ptr<Dispatcher> dispatcher() const override { return dispatcher_; }
+    void settle() override { dispatcher_->drainMainQueue(); }
+    void wait(Duration duration) override { dispatcher_->runMainQueue(duration); }
 
 private:
-    ThreadedDispatcher dispatcher_;
-    std::shared_ptr<Dispatcher> handle_ = unowned(dispatcher_);
+    std::shared_ptr<ThreadedDispatcher> dispatcher_ = std::make_shared<ThreadedDispatcher>();
 };
 
 }  // namespace

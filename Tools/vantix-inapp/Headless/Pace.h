@@ -11,10 +11,9 @@ class Dispatcher;
 /// How time passes while a scenario is played. Main thread only.
 class Pace {
 public:
-    /// Ends the dispatcher and its threads.
+    /// From here on time stands still for whoever still holds the dispatcher; a live one joins its threads.
     virtual ~Pace() = default;
 
-    /// Does not own the dispatcher: whoever keeps it beyond this object must not use it any more.
     virtual std::shared_ptr<Dispatcher> dispatcher() const = 0;
     /// Between two steps: does what is to be done before the next one.
     virtual void settle() = 0;

@@ -5,7 +5,7 @@
 #include "Platform/Ports/Platform.h"
 #include "VantixCore/Vantix.h"
 #include "VantixCore/VantixNetworkManager.h"
-#include "VantixInAppMessage/Manager/InAppMessageTriggerManager.h"
+#include "VantixInAppMessage/Manager/VantixInAppTriggerManager.h"
 #include "VantixQt/QtEnvironment.h"
 #include "VantixQt/QtImageDecoder.h"
 #include "VantixQt/QtTextMeasurer.h"

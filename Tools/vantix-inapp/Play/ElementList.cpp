@@ -2,8 +2,6 @@
 
 #include "Tools/vantix-inapp/Play/LineWriter.h"
 
-#include <cmath>
-#include <cstdio>
 #include <string>
 
 namespace vantix {
@@ -14,19 +12,6 @@ Value points(double length) { return roundedNumber(length, 2); }
 
 List frame(const Rect& rect) {
     return {points(rect.origin.x), points(rect.origin.y), points(rect.size.width), points(rect.size.height)};
-}
-
-/// "#RRGGBB", or "#AARRGGBB" for a colour that is not opaque.
-std::string colorText(const Color& color) {
-    auto byte = [](double component) { return static_cast<unsigned>(std::lround(component * 255)); };
-    char text[16];
-    if (byte(color.alpha) == 255) {
-        std::snprintf(text, sizeof text, "#%02X%02X%02X", byte(color.red), byte(color.green), byte(color.blue));
-    } else {
-        std::snprintf(text, sizeof text, "#%02X%02X%02X%02X", byte(color.alpha), byte(color.red), byte(color.green),
-                      byte(color.blue));
-    }
-    return text;
 }
 
 bool isVisible(const std::optional<Color>& color) { return color && color->alpha > 0; }
@@ -43,8 +28,8 @@ Dictionary description(const AccessibleElement& element) {
     if (!element.label.empty()) described.set("label", element.label);
     described.set("index", element.index);
     described.set("frame", frame(element.frame));
-    if (element.textColor) described.set("textColor", colorText(*element.textColor));
-    if (isVisible(element.background)) described.set("background", colorText(*element.background));
+    if (element.textColor) described.set("textColor", element.textColor->hexStringWithAlpha());
+    if (isVisible(element.background)) described.set("background", element.background->hexStringWithAlpha());
     if (element.font) described.set("font", fontDescription(*element.font));
     if (element.cornerRadius) described.set("cornerRadius", points(*element.cornerRadius));
     if (element.selected) described.set("selected", *element.selected);
@@ -55,7 +40,7 @@ Dictionary backdrop(const WindowDescription& window) {
     return {{"role", "backdrop"},
             {"index", 0},
             {"frame", frame(window.frame)},
-            {"background", colorText(*window.backgroundColor)}};
+            {"background", window.backgroundColor->hexStringWithAlpha()}};
 }
 
 }  // namespace

@@ -9,10 +9,9 @@
 #include "Tools/vantix-inapp/Input/Campaign.h"
 #include "Tools/vantix-inapp/Render/DeviceSheet.h"
 #include "VantixCore/Vantix.h"
+#include "VantixInAppMessage/Core/InAppMessageObjections.h"
 #include "VantixInAppMessage/MVVM/View/InAppMessageViewBuilder.h"
 #include "VantixInAppMessage/Manager/InAppDisplayManager.h"
-
-#include <algorithm>
 
 namespace vantix {
 
@@ -24,19 +23,6 @@ VantixHost silentHost() {
     return host;
 }
 
-void expectShowable(const std::string& campaign, const VantixInAppMessagePayload& message) {
-    const auto& types = supportedInAppMessageTypes;
-    auto type = message.body.type;
-    bool isBanner = type == VantixInAppNotificationType::header || type == VantixInAppNotificationType::footer;
-    std::string word(rawValue(type));
-    if (std::find(types.begin(), types.end(), type) == types.end()) {
-        throw BadInput::at(campaign, 1, "a message of type " + word + " is never shown");
-    }
-    if (isBanner && message.body.message.empty()) {
-        throw BadInput::at(campaign, 1, "a message of type " + word + " without message text is never shown");
-    }
-}
-
 }  // namespace
 
 void render(const RenderArguments& arguments) {
@@ -45,8 +31,8 @@ void render(const RenderArguments& arguments) {
     auto pace = Pace::makeVirtual();
     Simulation simulation({}, state.path(), pace->dispatcher(), silentHost());
 
-    auto message = VantixInAppMessagePayload::generate(push);
-    expectShowable(arguments.campaign, message);
+    auto message = std::make_shared<const VantixInAppMessagePayload>(VantixInAppMessagePayload::generate(push));
+    if (auto why = whyNeverShown(*message)) throw BadInput::at(arguments.campaign, 1, *why);
     auto builder = std::make_shared<InAppMessageViewBuilder>(simulation.core().inAppDisplayManager());
 
     auto pictureOn = [&](const Device& device) {

@@ -8,7 +8,7 @@ namespace vantix {
 
 namespace {
 
-constexpr LegacyLogSource source{"Core/InAppMessagePayload/VantixInAppMessagePayload", "generate(from:)"};
+constexpr LogSource log{"Core/InAppMessagePayload/VantixInAppMessagePayload"};
 
 /// The calls to action of a body; whoever draws them relies on their texts.
 std::vector<InAppCTA> ctasWithTexts(const List* list) {
@@ -23,7 +23,7 @@ std::vector<InAppCTA> ctasWithTexts(const List* list) {
 
 std::vector<InAppCTA> InAppCTA::generate(const std::optional<std::vector<Dictionary>>& dictionaries) {
     if (!dictionaries) {
-        VantixLogger::error("CTA data not available due to invalid json response", source);
+        log.error("generate(from:)", "CTA data not available due to invalid json response");
         return {};
     }
     std::vector<InAppCTA> ctas;
@@ -47,6 +47,10 @@ List InAppCTA::getJSON(const std::vector<InAppCTA>& ctas) {
     return list;
 }
 
+Dictionary InAppCTA::description() const {
+    return {{"actionText", orNull(actionText)}, {"action", action}, {"type", type}};
+}
+
 CTA InAppCTA::generateCTA() const { return {actionText, action, type}; }
 
 InAppFeedback InAppFeedback::generate(const Dictionary& dictionary) {
@@ -67,7 +71,7 @@ Dictionary InAppFeedback::getJSON() const {
 
 InAppBody InAppBody::generate(const std::string& text) {
     auto dictionary = dictionaryFromText(text, "body not available due to invalid json response",
-                                         "error occurred during json generation for Body:", source);
+                                         "error occurred during json generation for Body:", log);
     if (!dictionary) return {};
 
     InAppBody body;
@@ -92,6 +96,18 @@ Dictionary InAppBody::getJSON() const {
             {NotificationPayloadKeys::image, image},
             {NotificationPayloadKeys::ctas, InAppCTA::getJSON(ctas)},
             {InAppMessagePayloadKeys::feedbackOptions, feedback.getJSON()}};
+}
+
+Dictionary InAppBody::description() const {
+    List describedCTAs;
+    for (const InAppCTA& cta : ctas) describedCTAs.emplace_back(cta.description());
+    return {{"textRepresentation", textRepresentation},
+            {"type", std::string(rawValue(type))},
+            {"title", title},
+            {"message", message},
+            {"image", image},
+            {"ctas", describedCTAs},
+            {"feedback", feedback.getJSON()}};
 }
 
 }  // namespace vantix

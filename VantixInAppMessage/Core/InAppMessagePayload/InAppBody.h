@@ -21,6 +21,8 @@ struct InAppCTA {
     /// An absent list gives an empty one and one error line.
     static std::vector<InAppCTA> generate(const std::optional<std::vector<Dictionary>>& dictionaries);
     static List getJSON(const std::vector<InAppCTA>& ctas);
+    /// All fields in order, absent ones as null, for log lines.
+    Dictionary description() const;
     /// The same for the core library.
     CTA generateCTA() const;
 };
@@ -54,6 +56,8 @@ struct InAppBody {
     /// keeps has a text, if an empty one.
     static InAppBody generate(const std::string& text);
     Dictionary getJSON() const;
+    /// All fields in order, for log lines.
+    Dictionary description() const;
 };
 
 }  // namespace vantix

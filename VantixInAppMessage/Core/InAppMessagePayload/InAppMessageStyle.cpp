@@ -2,15 +2,10 @@
 
 #include "Platform/Ports/FontCatalogue.h"
 #include "Platform/Ports/Platform.h"
-#include "Platform/Values/ColorText.h"
+#include "Platform/Values/WordTable.h"
 #include "VantixInAppMessage/Core/InAppMessagePayload/InAppMessagePayloadKeys.h"
 #include "VantixInAppMessage/Core/InAppMessagePayload/NestedJSON.h"
 #include "VantixInAppMessage/Core/InAppMessagePayload/WholeNumber.h"
-
-#include <array>
-#include <cmath>
-#include <cstdint>
-#include <cstdio>
 
 namespace vantix {
 
@@ -18,24 +13,10 @@ namespace Keys = InAppMessagePayloadKeys;
 
 namespace {
 
-std::string_view rawValue(TextFontStyle style) {
-    switch (style) {
-        case TextFontStyle::regular:
-            return "REGULAR";
-        case TextFontStyle::bold:
-            return "BOLD";
-        case TextFontStyle::italic:
-            return "ITALIC";
-    }
-    return {};
-}
+constexpr LogSource log{"Core/InAppMessagePayload/InAppMessageStyle"};
 
-std::optional<TextFontStyle> textFontStyle(std::string_view word) {
-    for (auto style : {TextFontStyle::regular, TextFontStyle::bold, TextFontStyle::italic}) {
-        if (rawValue(style) == word) return style;
-    }
-    return {};
-}
+constexpr WordTable<TextFontStyle, 3> textFontStyles{
+    {{TextFontStyle::regular, "REGULAR"}, {TextFontStyle::bold, "BOLD"}, {TextFontStyle::italic, "ITALIC"}}};
 
 bool isInstalled(const std::string& fontName) { return Platform::current()->fontCatalogue->contains(fontName); }
 
@@ -44,8 +25,10 @@ void readColor(const Dictionary& dictionary, const char* key, std::optional<Colo
 }
 
 void writeColor(Dictionary& dictionary, const char* key, const std::optional<Color>& color) {
-    if (color) dictionary.set(key, hexString(*color));
+    if (color) dictionary.set(key, color->hexString());
 }
+
+Value describe(const std::optional<Color>& color) { return color ? Value(color->hexStringWithAlpha()) : Value(); }
 
 void readComponent(const Dictionary& dictionary, const char* key, InAppMessageComponentStyle& component) {
     const Dictionary* object = dictionary.dictionary(key);
@@ -53,13 +36,6 @@ void readComponent(const Dictionary& dictionary, const char* key, InAppMessageCo
 }
 
 }  // namespace
-
-std::string hexString(const Color& color) {
-    auto byte = [](double component) { return std::lround(component * 255); };
-    std::array<char, 32> text{};
-    std::snprintf(text.data(), text.size(), "#%02lX%02lX%02lX", byte(color.red), byte(color.green), byte(color.blue));
-    return text.data();
-}
 
 InAppMessageComponentStyle InAppMessageComponentStyle::generate(const Dictionary& dictionary) {
     InAppMessageComponentStyle style;
@@ -70,7 +46,7 @@ InAppMessageComponentStyle InAppMessageComponentStyle::generate(const Dictionary
     }
     const std::string* styleOrFont = dictionary.text(Keys::textStyle);
     if (styleOrFont && !styleOrFont->empty()) {
-        style.textStyle = textFontStyle(*styleOrFont).value_or(style.textStyle);
+        style.textStyle = textFontStyles.value(*styleOrFont).value_or(style.textStyle);
         if (isInstalled(*styleOrFont)) style.textFont = *styleOrFont;
     }
     return style;
@@ -88,8 +64,16 @@ Dictionary InAppMessageComponentStyle::getJSON() const {
     writeColor(dictionary, Keys::textColor, textColor);
     writeColor(dictionary, Keys::backgroundColor, backgroundColor);
     dictionary.set(Keys::textSize, textSize);
-    dictionary.set(Keys::textStyle, textFont.value_or(std::string(rawValue(textStyle))));
+    dictionary.set(Keys::textStyle, textFont.value_or(std::string(textFontStyles.word(textStyle))));
     return dictionary;
+}
+
+Dictionary InAppMessageComponentStyle::description() const {
+    return {{"textColor", describe(textColor)},
+            {"textSize", textSize},
+            {"textFont", orNull(textFont)},
+            {"textStyle", std::string(textFontStyles.word(textStyle))},
+            {"backgroundColor", describe(backgroundColor)}};
 }
 
 List InAppMessageComponentStyle::getJSON(const std::vector<InAppMessageComponentStyle>& ctas) {
@@ -127,10 +111,13 @@ Dictionary InAppRatingStyle::getJSON() const {
     return dictionary;
 }
 
+Dictionary InAppRatingStyle::description() const {
+    return {{"selectedColor", describe(selectedColor)}, {"unselectedColor", describe(unselectedColor)}};
+}
+
 InAppMessageStyle InAppMessageStyle::generate(const std::string& text) {
     auto dictionary = dictionaryFromText(text, "InAppMessageStyle not available due to invalid json response",
-                                         "error occurred during json generation for InAppMessageStyle:",
-                                         {"Core/InAppMessagePayload/InAppMessageStyle", "generate(from:)"});
+                                         "error occurred during json generation for InAppMessageStyle:", log);
     if (!dictionary) return {};
 
     InAppMessageStyle style;
@@ -155,6 +142,18 @@ Dictionary InAppMessageStyle::getJSON() const {
     writeColor(dictionary, Keys::layoutBackgroundColor, layoutBackgroundColor);
     dictionary.set(Keys::rating, rating.getJSON());
     return dictionary;
+}
+
+Dictionary InAppMessageStyle::description() const {
+    List describedCTAs;
+    for (const InAppMessageComponentStyle& cta : ctas) describedCTAs.emplace_back(cta.description());
+    return {{"title", title.description()},
+            {"message", message.description()},
+            {"ctas", describedCTAs},
+            {"rating", rating.description()},
+            {"phoneBackgroundColor", describe(phoneBackgroundColor)},
+            {"layoutBackgroundColor", describe(layoutBackgroundColor)},
+            {"textRepresentation", textRepresentation}};
 }
 
 }  // namespace vantix

@@ -28,6 +28,8 @@ struct InAppMessageComponentStyle {
     static InAppMessageComponentStyle generate(const Dictionary& dictionary);
     static std::vector<InAppMessageComponentStyle> generate(const std::vector<Dictionary>& dictionaries);
     Dictionary getJSON() const;
+    /// All fields in order, absent ones as null, for log lines.
+    Dictionary description() const;
     static List getJSON(const std::vector<InAppMessageComponentStyle>& ctas);
 
     /// The font to draw this element with. A font name that is not installed gives the regular system font.
@@ -43,6 +45,8 @@ struct InAppRatingStyle {
 
     static InAppRatingStyle generate(const Dictionary& dictionary);
     Dictionary getJSON() const;
+    /// All fields in order, absent ones as null, for log lines.
+    Dictionary description() const;
 };
 
 /// The style of a whole message.
@@ -64,9 +68,8 @@ struct InAppMessageStyle {
     /// Never fails: a text that is no JSON object gives the default style and one error line.
     static InAppMessageStyle generate(const std::string& text);
     Dictionary getJSON() const;
+    /// All fields in order, absent ones as null, for log lines.
+    Dictionary description() const;
 };
-
-/// The colour as "#RRGGBB"; its alpha is dropped.
-std::string hexString(const Color& color);
 
 }  // namespace vantix

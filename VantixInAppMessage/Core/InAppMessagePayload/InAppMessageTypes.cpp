@@ -1,48 +1,48 @@
 #include "VantixInAppMessage/Core/InAppMessagePayload/InAppMessageTypes.h"
 
-#include <array>
-#include <cstddef>
+#include "Platform/Values/WordTable.h"
 
 namespace vantix {
 
 namespace {
 
-// In the order of the cases.
-constexpr std::array<std::string_view, 8> notificationTypes = {"BADGE",  "POPUP",  "FULLSCREEN", "HEADER",
-                                                               "FOOTER", "RATING", "FEEDBACK",   "APPRATING"};
-constexpr std::array<std::string_view, 2> triggerTypes = {"INSTANT", "APP_LAUNCH"};
-constexpr std::array<std::string_view, 2> selectionTypes = {"singleSelection", "multiSelection"};
+using Type = VantixInAppNotificationType;
+using TriggerType = VantixInAppNotificationTriggerType;
+using SelectionType = InAppFeedbackSelectionType;
 
-template <typename Case, std::size_t count>
-std::optional<Case> caseOf(const std::array<std::string_view, count>& words, std::string_view word) {
-    for (std::size_t at = 0; at < count; ++at) {
-        if (words[at] == word) return static_cast<Case>(at);
-    }
-    return {};
-}
+constexpr WordTable<Type, 8> types{{{Type::badge, "BADGE"},
+                                    {Type::popup, "POPUP"},
+                                    {Type::fullScreen, "FULLSCREEN"},
+                                    {Type::header, "HEADER"},
+                                    {Type::footer, "FOOTER"},
+                                    {Type::rating, "RATING"},
+                                    {Type::feedback, "FEEDBACK"},
+                                    {Type::appRating, "APPRATING"}}};
+
+constexpr WordTable<TriggerType, 2> triggerTypes{
+    {{TriggerType::instant, "INSTANT"}, {TriggerType::appLaunch, "APP_LAUNCH"}}};
+
+constexpr WordTable<SelectionType, 2> selectionTypes{
+    {{SelectionType::singleSelection, "singleSelection"}, {SelectionType::multiSelection, "multiSelection"}}};
 
 }  // namespace
 
-std::string_view rawValue(VantixInAppNotificationType type) {
-    return notificationTypes[static_cast<std::size_t>(type)];
-}
+std::string_view rawValue(VantixInAppNotificationType type) { return types.word(type); }
 
-std::string_view rawValue(VantixInAppNotificationTriggerType type) {
-    return triggerTypes[static_cast<std::size_t>(type)];
-}
+std::string_view rawValue(VantixInAppNotificationTriggerType type) { return triggerTypes.word(type); }
 
-std::string_view rawValue(InAppFeedbackSelectionType type) { return selectionTypes[static_cast<std::size_t>(type)]; }
+std::string_view rawValue(InAppFeedbackSelectionType type) { return selectionTypes.word(type); }
 
 std::optional<VantixInAppNotificationType> inAppNotificationType(std::string_view rawValue) {
-    return caseOf<VantixInAppNotificationType>(notificationTypes, rawValue);
+    return types.value(rawValue);
 }
 
 std::optional<VantixInAppNotificationTriggerType> inAppNotificationTriggerType(std::string_view rawValue) {
-    return caseOf<VantixInAppNotificationTriggerType>(triggerTypes, rawValue);
+    return triggerTypes.value(rawValue);
 }
 
 std::optional<InAppFeedbackSelectionType> inAppFeedbackSelectionType(std::string_view rawValue) {
-    return caseOf<InAppFeedbackSelectionType>(selectionTypes, rawValue);
+    return selectionTypes.value(rawValue);
 }
 
 }  // namespace vantix

@@ -1,12 +1,20 @@
 #pragma once
 
+#include <array>
 #include <optional>
 #include <string_view>
 
 namespace vantix {
 
-/// Which template shows a message.
+/// Which template shows a message. Badge messages are stored and never shown.
 enum class VantixInAppNotificationType { badge, popup, fullScreen, header, footer, rating, feedback, appRating };
+
+/// The types that may be shown.
+inline constexpr std::array supportedInAppMessageTypes = {
+    VantixInAppNotificationType::popup,      VantixInAppNotificationType::footer, VantixInAppNotificationType::header,
+    VantixInAppNotificationType::fullScreen, VantixInAppNotificationType::rating, VantixInAppNotificationType::feedback,
+    VantixInAppNotificationType::appRating,
+};
 
 /// Event names with a meaning of their own; every other name is that of a captured event.
 enum class VantixInAppNotificationTriggerType { instant, appLaunch };

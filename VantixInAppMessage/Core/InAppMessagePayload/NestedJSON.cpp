@@ -5,15 +5,15 @@
 namespace vantix {
 
 std::optional<Dictionary> dictionaryFromText(std::string_view text, std::string_view notADictionary,
-                                             std::string_view parseError, LegacyLogSource source) {
+                                             std::string_view parseError, const LogSource& log) {
     auto value = parseJSON(text);
     if (!value) {
-        VantixLogger::error(std::string(parseError) + value.error().localizedDescription, source);
+        log.error("generate(from:)", [&] { return std::string(parseError) + value.error().localizedDescription; });
         return {};
     }
     const Dictionary* dictionary = value.value().dictionary();
     if (!dictionary) {
-        VantixLogger::error(notADictionary, source);
+        log.error("generate(from:)", notADictionary);
         return {};
     }
     return *dictionary;
@@ -26,6 +26,8 @@ void readText(const Dictionary& dictionary, const char* key, std::string& field)
 void readText(const Dictionary& dictionary, const char* key, std::optional<std::string>& field) {
     if (const std::string* text = dictionary.text(key)) field = *text;
 }
+
+Value orNull(const std::optional<std::string>& text) { return text ? Value(*text) : Value(); }
 
 namespace {
 

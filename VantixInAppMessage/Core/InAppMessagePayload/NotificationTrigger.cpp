@@ -5,10 +5,15 @@
 
 namespace vantix {
 
+namespace {
+
+constexpr LogSource log{"Core/InAppMessagePayload/VantixInAppMessagePayload"};
+
+}  // namespace
+
 NotificationTrigger NotificationTrigger::generate(const std::string& text) {
     auto dictionary = dictionaryFromText(text, "NotificationTrigger not available due to invalid json response",
-                                         "error occurred during json generation for Trigger:",
-                                         {"Core/InAppMessagePayload/VantixInAppMessagePayload", "generate(from:)"});
+                                         "error occurred during json generation for Trigger:", log);
     if (!dictionary) return {};
 
     NotificationTrigger trigger;
@@ -20,6 +25,10 @@ NotificationTrigger NotificationTrigger::generate(const std::string& text) {
 
 Dictionary NotificationTrigger::getJSON() const {
     return {{NotificationPayloadKeys::eventName, eventName}, {NotificationPayloadKeys::attributes, attributes}};
+}
+
+Dictionary NotificationTrigger::description() const {
+    return {{"textRepresentation", textRepresentation}, {"eventName", eventName}, {"attributes", attributes}};
 }
 
 }  // namespace vantix

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "Platform/Values/Value.h"
+#include "VantixInAppMessage/Core/InAppMessagePayload/InAppMessageTypes.h"
 
+#include <optional>
 #include <string>
 
 namespace vantix {
@@ -19,6 +21,11 @@ struct NotificationTrigger {
     /// Never fails: a text that is no JSON object gives the empty trigger and one error line.
     static NotificationTrigger generate(const std::string& text);
     Dictionary getJSON() const;
+    /// All fields in order, for log lines.
+    Dictionary description() const;
+
+    /// What the event name means; absent for the name of a captured event.
+    std::optional<VantixInAppNotificationTriggerType> type() const { return inAppNotificationTriggerType(eventName); }
 };
 
 }  // namespace vantix

@@ -11,20 +11,6 @@ namespace vantix {
 
 namespace RequestKeys = VantixConstants::Keys::APIRequestKeys;
 
-namespace {
-
-Value orNull(const std::optional<std::string>& text) { return text ? Value(*text) : Value(); }
-
-/// The nested record's fields behind the text that it was parsed from.
-template <typename Nested>
-Dictionary describe(const Nested& nested) {
-    Dictionary dictionary{{"textRepresentation", nested.textRepresentation}};
-    for (const auto& [key, value] : nested.getJSON()) dictionary.set(key, value);
-    return dictionary;
-}
-
-}  // namespace
-
 VantixInAppMessagePayload VantixInAppMessagePayload::generate(const Dictionary& push) {
     VantixInAppMessagePayload payload;
     if (push.isEmpty()) return payload;
@@ -109,13 +95,13 @@ std::string VantixInAppMessagePayload::description() const {
         {"validity", validity},
         {"messageId", messageId},
         {"gateway", std::string(rawValue(gateway))},
-        {"trigger", describe(trigger)},
-        {"body", describe(body)},
+        {"trigger", trigger.description()},
+        {"body", body.description()},
         {"isRead", isRead},
         {"imageIdentifier", imageIdentifier},
         {"createdAt", createdAt ? Value(std::chrono::duration<double>(*createdAt).count()) : Value()},
         {"accountId", accountId},
-        {"template", describe(style)},
+        {"template", style.description()},
     });
 }
 

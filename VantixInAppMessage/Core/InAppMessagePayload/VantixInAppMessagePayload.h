@@ -8,6 +8,7 @@
 #include "VantixInAppMessage/Core/InAppMessagePayload/InAppMessageStyle.h"
 #include "VantixInAppMessage/Core/InAppMessagePayload/NotificationTrigger.h"
 
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -59,8 +60,11 @@ struct VantixInAppMessagePayload {
     /// True for banners, which make no sense without their image.
     bool canDeleteInAppMessageWhenImageDownloadingFailed() const;
 
-    /// All fields in order, as one line of JSON, for log lines.
+    /// All fields in order, those of the nested records too, absent ones as null: one line of JSON, for log lines.
     std::string description() const;
 };
+
+/// How a message travels inside the module: decoded once, and shared from there on.
+using SharedPayload = std::shared_ptr<const VantixInAppMessagePayload>;
 
 }  // namespace vantix

@@ -2,17 +2,20 @@
 
 #include "DeclarativeUI/HostedView.h"
 #include "Platform/Ports/Dispatcher.h"
+#include "Platform/Ports/MainThread.h"
 #include "Platform/Ports/Platform.h"
+#include "Platform/Values/WhileAlive.h"
 #include "VantixCore/VantixLogger.h"
-#include "VantixInAppMessage/Manager/InAppDisplayManager.h"
-#include "VantixInAppMessage/Manager/MainThread.h"
 #include "VantixInAppMessage/templates/InAppMessageView.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace vantix {
 
 namespace {
+
+constexpr LogSource log{"MVVM/View/InAppMessageViewBuilder"};
 
 std::shared_ptr<Scene> foregroundActiveWindowScene() {
     auto scenes = Platform::current()->application->connectedScenes();
@@ -24,26 +27,25 @@ std::shared_ptr<Scene> foregroundActiveWindowScene() {
 
 }  // namespace
 
-InAppMessageViewBuilder::InAppMessageViewBuilder(std::shared_ptr<InAppDisplayManager> displayManager)
+InAppMessageViewBuilder::InAppMessageViewBuilder(std::shared_ptr<InAppMessageActions> displayManager)
     : inAppDisplayManager_(std::move(displayManager)) {}
 
-bool InAppMessageViewBuilder::createInAppWindow(const VantixInAppMessagePayload& message) {
+bool InAppMessageViewBuilder::createInAppWindow(const SharedPayload& message) {
     assertMainThread("createInAppWindow(for:)");
     auto scene = foregroundActiveWindowScene();
-    if (!scene) {
-        VantixLogger::error("Didn't found active foreground scene",
-                            {"MVVM/View/InAppMessageViewBuilder", "createInAppWindow(for:)"});
+    auto window = scene ? customizeWindow(*scene, message) : nullptr;
+    if (!window) {
+        log.error("createInAppWindow(for:)", "Didn't found active foreground scene");
         return false;
     }
-    inAppWindow_ = customizeWindow(*scene, message);
+    inAppWindow_ = std::move(window);
     return true;
 }
 
-std::unique_ptr<Window> InAppMessageViewBuilder::customizeWindow(Scene& scene,
-                                                                 const VantixInAppMessagePayload& message) {
+std::unique_ptr<Window> InAppMessageViewBuilder::customizeWindow(Scene& scene, const SharedPayload& message) {
     WindowDescription description;
     description.frame = {{}, scene.traits().size};
-    description.backgroundColor = message.style.phoneBackgroundColor;
+    description.backgroundColor = message->style.phoneBackgroundColor;
     description.level = WindowLevel::alert;
     description.rootContent = std::make_shared<HostingController<InAppMessageView>>(
         std::make_shared<InAppMessageView>(message, inAppDisplayManager_));
@@ -53,9 +55,8 @@ std::unique_ptr<Window> InAppMessageViewBuilder::customizeWindow(Scene& scene,
 }
 
 void InAppMessageViewBuilder::dismissInAppMessage() {
-    Platform::current()->dispatcher->mainQueue().async([weak = weak_from_this()] {
-        if (auto builder = weak.lock()) builder->removeWindow();
-    });
+    Platform::current()->dispatcher->mainQueue().async(
+        whileAlive(weak_from_this(), [](InAppMessageViewBuilder& builder) { builder.removeWindow(); }));
 }
 
 void InAppMessageViewBuilder::removeWindow() {
@@ -64,6 +65,7 @@ void InAppMessageViewBuilder::removeWindow() {
 }
 
 void InAppMessageViewBuilder::tearDown() {
+    assertMainThread("InAppMessageViewBuilder::tearDown");
     removeWindow();
     inAppDisplayManager_ = nullptr;
 }

@@ -1,9 +1,9 @@
 #include "VantixInAppMessage/MVVM/ViewModel/InAppMessageViewModel/InAppMessageViewModel.h"
 
+#include "Platform/Ports/MainThread.h"
 #include "Platform/Values/CaseFolding.h"
 #include "Platform/Values/FatalError.h"
 #include "VantixCore/VantixLogger.h"
-#include "VantixInAppMessage/Manager/InAppDisplayManager.h"
 
 #include <set>
 
@@ -11,50 +11,48 @@ namespace vantix {
 
 namespace {
 
+constexpr LogSource log{"MVVM/ViewModel/InAppMessageViewModel/InAppMessageViewModel"};
+
 template <typename Element>
 std::optional<Element> elementAt(const std::vector<Element>& list, int index) {
     auto at = static_cast<std::size_t>(index);
     return at < list.size() ? std::optional(list[at]) : std::nullopt;
 }
 
-void logMissingPrimaryCTA(const char* function) {
-    VantixLogger::error("Did not find primary CTA",
-                        {"MVVM/ViewModel/InAppMessageViewModel/InAppMessageViewModel", function});
-}
+void logMissingPrimaryCTA(const char* function) { log.error(function, "Did not find primary CTA"); }
 
 }  // namespace
 
-InAppMessageViewModel::InAppMessageViewModel(VantixInAppMessagePayload message,
-                                             std::shared_ptr<InAppDisplayManager> displayManager)
+InAppMessageViewModel::InAppMessageViewModel(SharedPayload message, std::shared_ptr<InAppMessageActions> displayManager)
     : inAppMessage_(std::move(message)), displayManager_(std::move(displayManager)) {}
 
-std::optional<URL> InAppMessageViewModel::getImageURL() const { return inAppMessage_.getImageURL(); }
+std::optional<URL> InAppMessageViewModel::getImageURL() const { return inAppMessage_->getImageURL(); }
 
-bool InAppMessageViewModel::hasImage() const { return !inAppMessage_.body.image.empty(); }
+bool InAppMessageViewModel::hasImage() const { return !inAppMessage_->body.image.empty(); }
 
-bool InAppMessageViewModel::hasTitle() const { return !inAppMessage_.body.title.empty(); }
+bool InAppMessageViewModel::hasTitle() const { return !inAppMessage_->body.title.empty(); }
 
-std::string InAppMessageViewModel::getTitle() const { return inAppMessage_.body.title; }
+std::string InAppMessageViewModel::getTitle() const { return inAppMessage_->body.title; }
 
-Font InAppMessageViewModel::titleFont() const { return inAppMessage_.style.title.getFont(); }
+Font InAppMessageViewModel::titleFont() const { return inAppMessage_->style.title.getFont(); }
 
 std::optional<Color> InAppMessageViewModel::titleBackgroundColor() const {
-    return inAppMessage_.style.title.backgroundColor;
+    return inAppMessage_->style.title.backgroundColor;
 }
 
-std::optional<Color> InAppMessageViewModel::titleTextColor() const { return inAppMessage_.style.title.textColor; }
+std::optional<Color> InAppMessageViewModel::titleTextColor() const { return inAppMessage_->style.title.textColor; }
 
-bool InAppMessageViewModel::hasMessage() const { return !inAppMessage_.body.message.empty(); }
+bool InAppMessageViewModel::hasMessage() const { return !inAppMessage_->body.message.empty(); }
 
-std::string InAppMessageViewModel::getMessage() const { return inAppMessage_.body.message; }
+std::string InAppMessageViewModel::getMessage() const { return inAppMessage_->body.message; }
 
-Font InAppMessageViewModel::messageFont() const { return inAppMessage_.style.message.getFont(); }
+Font InAppMessageViewModel::messageFont() const { return inAppMessage_->style.message.getFont(); }
 
 std::optional<Color> InAppMessageViewModel::messageBackgroundColor() const {
-    return inAppMessage_.style.message.backgroundColor;
+    return inAppMessage_->style.message.backgroundColor;
 }
 
-std::optional<Color> InAppMessageViewModel::messageTextColor() const { return inAppMessage_.style.message.textColor; }
+std::optional<Color> InAppMessageViewModel::messageTextColor() const { return inAppMessage_->style.message.textColor; }
 
 bool InAppMessageViewModel::hasPrimaryCTA() const {
     auto primary = getCTA(0);
@@ -67,14 +65,14 @@ bool InAppMessageViewModel::hasPrimaryCTA() const {
 }
 
 std::optional<InAppCTA> InAppMessageViewModel::getCTA(int index) const {
-    return elementAt(inAppMessage_.body.ctas, index);
+    return elementAt(inAppMessage_->body.ctas, index);
 }
 
 std::optional<InAppMessageComponentStyle> InAppMessageViewModel::getCTAStyle(int index) const {
-    return elementAt(inAppMessage_.style.ctas, index);
+    return elementAt(inAppMessage_->style.ctas, index);
 }
 
-int InAppMessageViewModel::numberOfCTAs() const { return static_cast<int>(inAppMessage_.body.ctas.size()); }
+int InAppMessageViewModel::numberOfCTAs() const { return static_cast<int>(inAppMessage_->body.ctas.size()); }
 
 std::string InAppMessageViewModel::getPrimaryCTAButtonTitle() const {
     auto primary = getCTA(0);
@@ -101,15 +99,15 @@ std::optional<Color> InAppMessageViewModel::ctaTextColor() const {
 }
 
 std::optional<Color> InAppMessageViewModel::layoutBackgroundColor() const {
-    return inAppMessage_.style.layoutBackgroundColor;
+    return inAppMessage_->style.layoutBackgroundColor;
 }
 
 std::optional<Color> InAppMessageViewModel::starSelectedColor() const {
-    return inAppMessage_.style.rating.selectedColor;
+    return inAppMessage_->style.rating.selectedColor;
 }
 
 std::optional<Color> InAppMessageViewModel::starNotSelectedColor() const {
-    return inAppMessage_.style.rating.unselectedColor;
+    return inAppMessage_->style.rating.unselectedColor;
 }
 
 void InAppMessageViewModel::handlePrimaryCTAAction() {
@@ -125,7 +123,7 @@ std::optional<std::vector<int>> InAppMessageViewModel::selectedFeedbackIndices(
     for (const std::string& text : *selected) wanted.insert(foldCase(text));
 
     std::vector<int> indices;
-    const auto& options = inAppMessage_.body.feedback.options;
+    const auto& options = inAppMessage_->body.feedback.options;
     for (std::size_t at = 0; at < options.size(); ++at) {
         if (wanted.contains(foldCase(options[at]))) indices.push_back(static_cast<int>(at));
     }
@@ -138,21 +136,23 @@ void InAppMessageViewModel::handleCTAAction(const InAppCTA& cta, std::optional<i
                                             const std::optional<std::vector<std::string>>& feedbackOptions) {
     auto indices = feedbackOption ? selectedFeedbackIndices(std::vector{*feedbackOption})
                                   : selectedFeedbackIndices(feedbackOptions);
+    assertMainThread("handleCTAAction(for:rating:feedback:feedbackOption:feedbackOptions:)");
     if (displayManager_) {
         displayManager_->handleInAppMessageButtonAction(inAppMessage_, cta, rating, feedback, indices);
     }
 }
 
 void InAppMessageViewModel::handleCloseButtonAction() {
+    assertMainThread("handleCloseButtonAction()");
     if (displayManager_) displayManager_->dismissInAppMessage(inAppMessage_, true);
 }
 
-bool InAppMessageViewModel::feedbackOptionsAvailable() const { return !inAppMessage_.body.feedback.options.empty(); }
+bool InAppMessageViewModel::feedbackOptionsAvailable() const { return !inAppMessage_->body.feedback.options.empty(); }
 
 InAppFeedbackSelectionType InAppMessageViewModel::feedbackSelectionType() const {
-    return inAppMessage_.body.feedback.selectionType;
+    return inAppMessage_->body.feedback.selectionType;
 }
 
-std::vector<std::string> InAppMessageViewModel::feedbackOptions() const { return inAppMessage_.body.feedback.options; }
+std::vector<std::string> InAppMessageViewModel::feedbackOptions() const { return inAppMessage_->body.feedback.options; }
 
 }  // namespace vantix

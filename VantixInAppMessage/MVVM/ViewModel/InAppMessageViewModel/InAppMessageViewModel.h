@@ -2,6 +2,7 @@
 
 #include "VantixCore/VantixImageView.h"
 #include "VantixInAppMessage/Core/InAppMessagePayload/VantixInAppMessagePayload.h"
+#include "VantixInAppMessage/Manager/InAppMessageActions.h"
 #include "VantixInAppMessage/templates/CloseButtonProtocol.h"
 
 #include <memory>
@@ -11,16 +12,14 @@
 
 namespace vantix {
 
-class InAppDisplayManager;
-
 /// What every template reads its message from and reports the person's actions to. Absent colours are the templates' to
 /// replace. The primary call to action is the first one. Main thread only.
 class InAppMessageViewModel : public VantixImageViewProtocol, public CloseButtonProtocol {
 public:
-    /// Without a display manager actions do nothing.
-    InAppMessageViewModel(VantixInAppMessagePayload message, std::shared_ptr<InAppDisplayManager> displayManager);
+    /// Without a display manager actions do nothing. The message must not be null.
+    InAppMessageViewModel(SharedPayload message, std::shared_ptr<InAppMessageActions> displayManager);
 
-    const VantixInAppMessagePayload& inAppMessage() const { return inAppMessage_; }
+    const VantixInAppMessagePayload& inAppMessage() const { return *inAppMessage_; }
 
     virtual std::optional<URL> getImageURL() const;
     virtual bool hasImage() const;
@@ -67,8 +66,8 @@ public:
     void handleClickAction() override { handleCloseButtonAction(); }
 
 private:
-    VantixInAppMessagePayload inAppMessage_;
-    std::shared_ptr<InAppDisplayManager> displayManager_;
+    SharedPayload inAppMessage_;
+    std::shared_ptr<InAppMessageActions> displayManager_;
 };
 
 }  // namespace vantix

@@ -1,7 +1,10 @@
-#include "Platform/Values/ColorText.h"
+#include "Platform/Values/Color.h"
 
+#include <array>
 #include <charconv>
+#include <cmath>
 #include <cstdint>
+#include <cstdio>
 #include <system_error>
 
 namespace vantix {
@@ -16,6 +19,12 @@ std::optional<std::uint32_t> hexadecimal(std::string_view digits) {
     return number;
 }
 
+std::string pair(double component) {
+    std::array<char, 32> text{};
+    std::snprintf(text.data(), text.size(), "%02lX", std::lround(component * 255));
+    return text.data();
+}
+
 double component(std::uint32_t number, unsigned shift) { return ((number >> shift) & 0xFF) / 255.0; }
 
 /// Every digit of "RGB" stands for a pair of itself.
@@ -24,6 +33,14 @@ std::uint32_t widened(std::uint32_t rgb) {
 }
 
 }  // namespace
+
+std::string Color::hexString() const { return "#" + pair(red) + pair(green) + pair(blue); }
+
+std::string Color::hexStringWithAlpha() const {
+    std::string text = hexString();
+    std::string alphaPair = pair(alpha);
+    return alphaPair == "FF" ? text : text.insert(1, alphaPair);
+}
 
 std::optional<Color> colorFromText(std::string_view text) {
     if (!text.starts_with('#')) return {};

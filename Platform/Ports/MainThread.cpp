@@ -1,10 +1,9 @@
-#include "VantixInAppMessage/Manager/MainThread.h"
+#include "Platform/Ports/MainThread.h"
 
 #include "Platform/Ports/Dispatcher.h"
 #include "Platform/Ports/Platform.h"
-#include "Platform/Values/FatalError.h"
+#include "Platform/Ports/RunningQueue.h"
 
-#include <string>
 #include <utility>
 
 namespace vantix {
@@ -18,10 +17,8 @@ void runOnMainThread(std::function<void()> work) {
     }
 }
 
-void assertMainThread(const char* operation) {
-    if (!Platform::current()->dispatcher->mainQueue().isCurrent()) {
-        fatalError(std::string(operation) + " belongs to the main thread");
-    }
+void assertMainThread(std::string_view operation) {
+    assertOnQueue(Platform::current()->dispatcher->mainQueue(), operation);
 }
 
 }  // namespace vantix

@@ -1,13 +1,14 @@
 #pragma once
 
 #include <functional>
+#include <string_view>
 
 namespace vantix {
 
 /// Runs the work at once on the main thread, otherwise hands it over to it.
 void runOnMainThread(std::function<void()> work);
 
-/// Stops the process when the caller is not on the main thread; `operation` is named in the message.
-void assertMainThread(const char* operation);
+/// Stops the process when the caller is not on the main thread; the message names the operation and where it ran.
+void assertMainThread(std::string_view operation);
 
 }  // namespace vantix

@@ -1,4 +1,4 @@
-#include "VantixInAppMessage/Manager/InAppMessageTriggerManager.h"
+#include "VantixInAppMessage/Manager/VantixInAppTriggerManager.h"
 
 #include "Platform/Ports/Dispatcher.h"
 #include "Platform/Ports/Platform.h"
@@ -15,7 +15,7 @@ namespace vantix {
 
 namespace {
 
-constexpr const char* file = "Manager/InAppMessageTriggerManager";
+constexpr LogSource log{"Manager/InAppMessageTriggerManager"};
 
 bool isSuccess(const InAppTriggerAPIResponse& response) {
     auto status = response.status ? wholeNumber(*response.status) : std::nullopt;
@@ -38,27 +38,29 @@ void VantixInAppTriggerManager::syncTriggers(const InAppTriggersRequestPayload& 
 }
 
 void VantixInAppTriggerManager::callAndProcess(const InAppTriggersRequestPayload& payload) {
-    constexpr LegacyLogSource source{file, "syncTriggers(withPayload:)"};
+    auto logError = [](const std::exception& error) {
+        log.error("syncTriggers(withPayload:)", [&] { return std::string("Error: ") + error.what(); });
+    };
     try {
         auto response = triggerAPIRequest_.syncTriggers(payload.generateJSON(), configData_->accountID());
         processReceived(response, payload);
     } catch (const VantixError& error) {
-        VantixLogger::error(std::string("Error: ") + error.what(), source);
+        logError(error);
         handleFailure({}, error.code(), error, payload);
     } catch (const std::exception& error) {
-        VantixLogger::error(std::string("Error: ") + error.what(), source);
+        logError(error);
     }
 }
 
 void VantixInAppTriggerManager::processReceived(const std::shared_ptr<const VantixResponseGenerator>& response,
                                                 const InAppTriggersRequestPayload& requestPayload) {
-    constexpr LegacyLogSource source{file, "processReceived(response:requestPayload:)"};
-    if (!response || !response->rcvdData()) return VantixLogger::error("Recieved nil data", source);
+    constexpr auto function = "processReceived(response:requestPayload:)";
+    if (!response || !response->rcvdData()) return log.error(function, "Recieved nil data");
 
     auto parsed = parseJSON(*response->rcvdData());
     if (!parsed) {
-        return VantixLogger::error("Event API Response decoding failed: " + parsed.error().localizedDescription,
-                                   source);
+        return log.error(function,
+                         [&] { return "Event API Response decoding failed: " + parsed.error().localizedDescription; });
     }
     const Dictionary* dictionary = parsed.value().dictionary();
     if (!dictionary) return;
@@ -66,7 +68,9 @@ void VantixInAppTriggerManager::processReceived(const std::shared_ptr<const Vant
     auto answer = InAppTriggerAPIResponse::generate(*dictionary);
     if (!isSuccess(answer)) return handleFailure(answer, 0, response->error(), requestPayload);
     if (!answer.triggers) return;
-    for (const auto& message : *answer.triggers) InAppRepoHelper::shared()->insert(message, {});
+    for (auto& message : *answer.triggers) {
+        InAppRepoHelper::shared()->insert(std::make_shared<const VantixInAppMessagePayload>(std::move(message)), {});
+    }
 }
 
 /// Nothing on purpose: a sync that failed is neither repeated nor reported.

@@ -1,0 +1,75 @@
+#include "VantixInAppMessage/Core/InAppMessageObjections.h"
+
+#include <algorithm>
+#include <cctype>
+#include <initializer_list>
+
+namespace vantix {
+
+namespace {
+
+using Objection = InAppMessageObjection;
+using Type = VantixInAppNotificationType;
+
+bool isBanner(const InAppBody& body) { return body.type == Type::header || body.type == Type::footer; }
+
+bool namesSecureConnection(std::string url) {
+    std::transform(url.begin(), url.end(), url.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return url.find("https:") != std::string::npos;
+}
+
+std::string inWords(Objection objection, const InAppBody& body) {
+    std::string ofType = "a message of type " + std::string(rawValue(body.type));
+    switch (objection) {
+        case Objection::noScope:
+            return "a message without scope is not stored";
+        case Objection::noEventName:
+            return "a message whose trigger names no event is not stored";
+        case Objection::insecureBannerImage:
+            return ofType + " whose image is not https is not stored";
+        case Objection::unsupportedType:
+            return ofType + " is never shown";
+        case Objection::bannerWithoutText:
+            return ofType + " without message text is never shown";
+    }
+    return {};
+}
+
+std::optional<std::string> firstOf(std::initializer_list<Objection> objections,
+                                   const VantixInAppMessagePayload& message) {
+    for (Objection objection : objections) {
+        if (applies(objection, message)) return inWords(objection, message.body);
+    }
+    return {};
+}
+
+}  // namespace
+
+bool applies(InAppMessageObjection objection, const VantixInAppMessagePayload& message) {
+    const InAppBody& body = message.body;
+    switch (objection) {
+        case Objection::noScope:
+            return message.scope.empty();
+        case Objection::noEventName:
+            return message.trigger.eventName.empty();
+        case Objection::insecureBannerImage:
+            return isBanner(body) && !body.image.empty() && !namesSecureConnection(body.image);
+        case Objection::unsupportedType:
+            return std::find(supportedInAppMessageTypes.begin(), supportedInAppMessageTypes.end(), body.type) ==
+                   supportedInAppMessageTypes.end();
+        case Objection::bannerWithoutText:
+            return isBanner(body) && body.message.empty();
+    }
+    return false;
+}
+
+std::optional<std::string> whyNotStored(const VantixInAppMessagePayload& message) {
+    return firstOf({Objection::noScope, Objection::noEventName, Objection::insecureBannerImage}, message);
+}
+
+std::optional<std::string> whyNeverShown(const VantixInAppMessagePayload& message) {
+    return firstOf({Objection::unsupportedType, Objection::bannerWithoutText}, message);
+}
+
+}  // namespace vantix

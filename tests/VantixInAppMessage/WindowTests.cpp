@@ -1,0 +1,69 @@
+#include "VantixInAppMessage/Resources/ResourceBundle.h"
+#include "tests/VantixInAppMessage/ModuleFixture.h"
+
+#include <unordered_set>
+
+using namespace vantix;
+
+using WindowTest = ModuleTest;
+
+TEST_F(WindowTest, CoversTheSceneAboveTheApplication) {
+    start();
+    push({.style = {{"phoneBackgroundColor", "#80FF0000"}}});
+    WindowDescription window = scene->windows().back().description;
+    EXPECT_EQ(window.frame, (Rect{{0, 0}, {390, 844}}));
+    EXPECT_EQ(window.level, WindowLevel::alert);
+    EXPECT_EQ(window.backgroundColor, (Color{1, 0, 0, 128 / 255.0}));
+    EXPECT_EQ(window.alpha, 1);
+    EXPECT_FALSE(window.isHidden);
+    tap(Role::close);
+    advance(10);
+    push({});
+    EXPECT_EQ(scene->windows().back().description.backgroundColor, std::nullopt) << "the application shows through";
+}
+
+TEST_F(WindowTest, IsEvaluatedOnTheNextTurnAndHiddenOnAnother) {
+    start();
+    push({.event = "buy"});
+    Vantix::captureEvent("buy");
+    ASSERT_EQ(shown(), Texts{"a"});
+    EXPECT_FALSE(scene->windows().back().content->hasBeenEvaluated());
+    settle();
+    EXPECT_TRUE(scene->windows().back().content->hasBeenEvaluated());
+    int hidden = 0;
+    scene->setOnHidden([&](const HostedView&) { ++hidden; });
+    for (int time = 0; time < 2; ++time) core->dismissInAppMessage(Campaign{}.payload());
+    EXPECT_EQ(shown(), Texts{"a"});
+    settle();
+    EXPECT_TRUE(shown().empty());
+    EXPECT_EQ(hidden, 1) << "hiding twice is harmless";
+}
+
+TEST_F(WindowTest, APictureThatCannotBeHadLeavesItsPlaceholder) {
+    start();
+    auto drawn = [&](const char* type, const Image& image) {
+        push({.type = type, .image = "http://127.0.0.1:1/p"});
+        bool isDrawn = false;
+        for (const DisplayItem& item : scene->windows().back().content->displayList()) {
+            const auto* picture = std::get_if<DrawImage>(&item);
+            if (picture && picture->image.vector && image.vector) isDrawn |= *picture->image.vector == *image.vector;
+        }
+        tap(Role::close);
+        advance(10);
+        return isDrawn;
+    };
+    EXPECT_TRUE(drawn("POPUP", ImageResource::defaultImage().image()));
+    EXPECT_TRUE(drawn("FULLSCREEN", icon));
+    Image placeholder = vectorImage("<svg width='2' height='1'/>");
+    configuration->setPlaceholderImage(placeholder);
+    EXPECT_TRUE(drawn("POPUP", placeholder));
+}
+
+TEST_F(WindowTest, ResourcesAreNamedByTextAndBundle) {
+    EXPECT_FALSE(ImageResource::cross().image().isNull());
+    EXPECT_TRUE((ImageResource{"none", resourceBundle()}).image().isNull());
+    ResourceBundle other = resourceBundle();
+    other.name = "other";
+    std::unordered_set<ColorResource> colours = {{"a", resourceBundle()}, {"a", resourceBundle()}, {"a", other}};
+    EXPECT_EQ(colours.size(), 2U);
+}
