@@ -8,9 +8,9 @@ namespace vantix {
 
 /// What the network is allowed to cost.
 ///
-/// Only reports are sent again after a failure (ReportPolicy). Any request, though, may reach a server twice: when a
-/// connection that was kept from an earlier one turns out to be dead, and not a byte of an answer has come over it,
-/// libcurl sends the request once more over a fresh connection.
+/// Only reports are sent again after a failure (ReportPolicy). Any request, though, a POST too, may reach a server
+/// twice: when a connection that was kept from an earlier request turns out to be dead, and not a byte of an answer has
+/// come over it, libcurl sends the request again over another.
 namespace NetworkPolicy {
 
 /// The longest body of an answer of the back end, in bytes.

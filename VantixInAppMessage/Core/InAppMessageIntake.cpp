@@ -76,7 +76,7 @@ void InAppMessageIntake::inAppMessaseReceived(const SharedPayload& message, bool
     }
 
     queueManager_->insert(message, [weak = weak_from_this(), message, showInAppImmediately,
-                                    completion = std::move(completion), function](bool inserted) {
+                                    completion = std::move(completion)](bool inserted) {
         auto answer = [completion, inserted] {
             if (completion) completion(inserted);
         };

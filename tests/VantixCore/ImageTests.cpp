@@ -71,6 +71,13 @@ TEST_F(ImageTest, NobodyIsCalledAndNothingFetchedOnceAllHaveLetGo) {
     }
     dispatcher().runUntilIdle();
     EXPECT_EQ(fetches(), 0U);
+
+    TransferHandle data, image;
+    auto first = ask(url_, [&](const auto&) { data = {}, image = {}; });
+    data = ask(url_, fail);
+    image = ImageUtility::loadImage(*URL::parse(url_), {}, {10, 10}, fail);
+    dispatcher().runUntilIdle();
+    EXPECT_EQ(fetches(), 1U);
 }
 
 TEST_F(ImageTest, FailuresAreToldApartAndKeepNothing) {
@@ -95,9 +102,16 @@ TEST_F(ImageTest, FailuresAreToldApartAndKeepNothing) {
     EXPECT_TRUE(download(server_.url("/html"))) << "a later attempt may succeed";
 }
 
-TEST_F(ImageTest, AnUnusableFolderStillDeliversTheImage) {
-    std::ofstream(images()) << "a file where the folder should be";
-    EXPECT_TRUE(download(url_));
+TEST_F(ImageTest, AFailingDiskStillDeliversTheImageAndKeepsTheNextOne) {
+    for (DiskFault fault : {DiskFault::full, DiskFault::readOnly}) {
+        disk().setFault(fault);
+        EXPECT_TRUE(download(url_));
+        EXPECT_EQ(takeErrors().size(), 1U);
+        disk().setFault(DiskFault::none);
+        EXPECT_FALSE(isCached("identifier"));
+    }
+    EXPECT_TRUE(download(url_, "identifier"));
+    EXPECT_TRUE(isCached("identifier"));
 }
 
 TEST_F(ImageTest, TheCacheForgetsWhatWasUsedLeastRecently) {

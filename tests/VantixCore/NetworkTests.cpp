@@ -272,10 +272,19 @@ TEST_F(OrderedTransferTest, OneThatIsDroppedOnItsWayLeadsNowhereElse) {
     handle = send(alive_.url("/start"), fail);
     dispatcher().runUntilIdle();
     EXPECT_EQ(alive_.requests().size(), 1U);
+}
 
-    handle = send(alive_.url("/other"), [&](const auto&) { handle = {}; });
+TEST_F(OrderedTransferTest, ACompletionMayDropItsOwnHandleAndThatOfTheNext) {
+    Answers answers(1);
+    TransferHandle own, next;
+    own = send(alive_.url(), [&, count = answers.next()](const HTTPOutcome& outcome) {
+        own = {}, next = {};
+        count(outcome);
+    });
+    next = send(alive_.url(), fail);
+    VantixNetworkManager::cancelAll();
     dispatcher().runUntilIdle();
-    EXPECT_EQ(alive_.requests().size(), 2U) << "a completion may drop its own handle";
+    EXPECT_EQ(answers.failed, 1);
 }
 
 TEST_F(ThreadedTransferTest, OneThatIsDroppedUnderWayGivesItsPlaceToTheNext) {

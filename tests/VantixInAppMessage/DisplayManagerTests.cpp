@@ -50,23 +50,6 @@ TEST_F(DisplayManagerTest, ResetForgetsThePauseAndTheMessageButLeavesTheWindow) 
     EXPECT_TRUE(recorder.takeErrors().empty()) << "the pause's end tries nothing any more";
 }
 
-TEST_F(DisplayManagerTest, ARebuildThatEndsWhileSomethingIsInTheWayTriesNothing) {
-    start(ApplicationState::background);
-    for (const char* scope : {"1", "2"}) InAppRepoHelper::shared()->insert(Campaign{.scope = scope}.shared(), {});
-    auto rebuild = [this] {
-        recorder.takeErrors();
-        queueManager()->updateInAppMessagesOnAppLaunch({});
-        settle();
-        EXPECT_TRUE(recorder.takeErrors().empty()) << "silently";
-    };
-    rebuild();
-    EXPECT_TRUE(shown().empty()) << "in the background";
-    becomeActive();
-    ASSERT_EQ(shown(), Texts{"1"});
-    rebuild();
-    EXPECT_EQ(shown(), Texts{"1"}) << "with a message on screen";
-}
-
 TEST_F(DisplayManagerTest, OnlyABannerGoesWithItsLostImage) {
     LoopbackServer server;
     server.reply("/damaged", {.body = FakeImageDecoder::encode(4, 4, "damaged")});
@@ -147,18 +130,7 @@ TEST_F(DisplayManagerTest, TearDownTakesEverythingAwayAndLeaksNothing) {
     EXPECT_TRUE(queues.expired());
 }
 
-TEST_F(DisplayManagerTest, TheCoreMayBeReleasedOnAnyThread) {
-    start();
-    push({});
-    std::weak_ptr<InAppDisplayManager> manager = displayManager();
-    std::thread([last = std::move(core)]() mutable { last.reset(); }).join();
-    EXPECT_EQ(shown(), Texts{"a"}) << "windows belong to the main thread";
-    settle();
-    EXPECT_TRUE(shown().empty());
-    EXPECT_TRUE(manager.expired());
-}
-
-TEST_F(DisplayManagerTest, ThePublicOperationsMayBeCalledOnAnyThread) {
+TEST_F(DisplayManagerTest, TheCoreMayBeUsedAndReleasedOnAnyThread) {
     start();
     for (const char* scope : {"1", "2"}) push({.scope = scope});
     push({.scope = "3", .event = "buy"});
@@ -175,6 +147,10 @@ TEST_F(DisplayManagerTest, ThePublicOperationsMayBeCalledOnAnyThread) {
     elsewhere([&] { Vantix::captureEvent("sell"); });
     elsewhere([&] { Vantix::captureEvent("buy"); });
     EXPECT_EQ(shown(), Texts{"3"});
+    std::weak_ptr<InAppDisplayManager> manager = displayManager();
+    elsewhere([&] { core.reset(); });
+    EXPECT_TRUE(shown().empty());
+    EXPECT_TRUE(manager.expired());
     EXPECT_EQ(recorder.takeTold(),
               (Texts{"delivery inAppMessageShown 1", "delivery inAppMessageDismissed 1", "delivery inAppMessageShown 2",
                      "delivery inAppMessageClicked 2", "delivery inAppMessageShown 3"}));

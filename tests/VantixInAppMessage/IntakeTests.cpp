@@ -8,29 +8,6 @@ using namespace vantix;
 
 using IntakeTest = ModuleTest;
 
-TEST_F(IntakeTest, AFailedInsertIsToldAndAnswered) {
-    makeStoreUnusable();
-    start();
-    auto message = Campaign{}.payload();
-    std::vector<bool> outcomes;
-    core->silentPushListener(message, [&](bool inserted) { outcomes.push_back(inserted); });
-    core->silentPushListener(message);
-    core->userLoggedOut();
-    settle();
-    EXPECT_EQ(outcomes, std::vector{false});
-    const std::string line =
-        "Core/InAppMessagingCore inAppMessaseReceived(message:showInAppImmediately:completion:): Error while inserting "
-        "the in-app message with payload " +
-        message.description();
-    Texts errors = recorder.takeErrors();
-    ASSERT_EQ(errors.size(), 6U);
-    EXPECT_EQ(errors[1], line);
-    EXPECT_EQ(errors[3], line);
-    EXPECT_EQ(errors[5],
-              "Core/InAppMessagingCore removeAllInAppMessages(): Error while deleting all the in-app messages");
-    EXPECT_TRUE(shown().empty());
-}
-
 TEST_F(IntakeTest, AnEventMayComeSharedOrAsItIs) {
     start();
     auto& center = *Platform::current()->notificationCenter;
@@ -44,18 +21,6 @@ TEST_F(IntakeTest, AnEventMayComeSharedOrAsItIs) {
     EXPECT_TRUE(shown().empty());
     post(EventProtocol{"buy", {}});
     EXPECT_EQ(shown(), Texts{"a"});
-}
-
-TEST_F(IntakeTest, TwoEventsInSuccessionShowOneMessage) {
-    start();
-    push({.scope = "1", .event = "buy"});
-    push({.scope = "2", .event = "sell"});
-    recorder.takeErrors();
-    for (const char* event : {"buy", "sell", "buy"}) Vantix::captureEvent(event);
-    EXPECT_EQ(shown(), Texts{"1"});
-    EXPECT_EQ(recorder.takeErrors().size(), 1U) << "the second is refused, the third finds nothing any more";
-    settle();
-    EXPECT_EQ(recorder.takeTold(), Texts{"delivery inAppMessageShown 1"});
 }
 
 TEST_F(IntakeTest, AMessageShownByItsPushHasItsImageAndALogOutForgetsTheImage) {
@@ -76,14 +41,6 @@ TEST_F(IntakeTest, AMessageShownByItsPushHasItsImageAndALogOutForgetsTheImage) {
     push({.scope = "next", .image = server.url("/p")});
     EXPECT_EQ(shown(), Texts{"next"}) << "the core is still registered";
     EXPECT_EQ(server.requests().size(), 2U) << "the image is fetched anew";
-}
-
-TEST_F(IntakeTest, ThePlaceholderIsReadEachTime) {
-    start();
-    EXPECT_EQ(core->getPlaceholderImage(), std::nullopt);
-    Image image = vectorImage("<svg/>");
-    configuration->setPlaceholderImage(image);
-    EXPECT_EQ(core->getPlaceholderImage(), image);
 }
 
 TEST_F(IntakeTest, AThrowingCoreLibraryLeavesNothingBehind) {

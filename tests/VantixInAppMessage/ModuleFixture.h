@@ -55,12 +55,7 @@ protected:
         Platform::install(std::move(platform));
     }
 
-    /// Puts a file where the data directory should be. Before the store's first use.
-    void makeStoreUnusable() {
-        settle();
-        std::filesystem::remove_all(dataDirectory());
-        std::ofstream(dataDirectory()) << "in the way";
-    }
+    FaultyDisk& disk() { return *installed_.disk; }
 
     // The module and what happens to it; each of these lets the queues run empty.
 

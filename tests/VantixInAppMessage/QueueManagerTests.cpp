@@ -84,31 +84,6 @@ TEST_F(QueueManagerTest, WhatCannotBeHashedMatchesNothing) {
     EXPECT_TRUE(VantixUtility::equals(nullptr, nullptr));
 }
 
-TEST_F(QueueManagerTest, AFailingStoreChangesNoQueue) {
-    makeStoreUnusable();
-    manager->insert(Campaign{}.shared(), completion());
-    manager->insert(Campaign{.event = "APP_LAUNCH"}.shared(), completion());
-    settle();
-    Texts errors = recorder.takeErrors();
-    ASSERT_EQ(errors.size(), 4U);
-    EXPECT_EQ(errors[2],
-              "Manager/InAppMessageQueueManager insert(message:completion:): Failed to remove existing "
-              "broadcast type inapp messages");
-    EXPECT_TRUE(errors[3].starts_with("Manager/InAppRepoHelper insert(message:completion:): ")) << "it goes on";
-    manager->updateInAppMessagesOnAppLaunch(completion());
-    settle();
-    EXPECT_EQ(outcomes, (std::vector{false, false, true})) << "a list that cannot be read is an empty one";
-    EXPECT_EQ(queues(), "| | ");
-
-    manager->updateQueues(Campaign{.scope = "before"}.shared());
-    manager->removeAllMessages(completion());
-    EXPECT_EQ(queues(), "| | ") << "at once";
-    manager->updateQueues(Campaign{.scope = "after"}.shared());
-    settle();
-    EXPECT_EQ(outcomes.back(), false);
-    EXPECT_EQ(queues(), "after | | ") << "a failure empties nothing again";
-}
-
 TEST_F(QueueManagerTest, NobodyAnswersOnceTheManagerIsGone) {
     for (const char* event : {"INSTANT", "APP_LAUNCH"}) {
         manager->insert(Campaign{.event = event}.shared(), completion());

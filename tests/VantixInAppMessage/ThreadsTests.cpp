@@ -39,9 +39,8 @@ protected:
 
     /// Runs the main queue until the condition holds, and what had been handed to it by then; `turn` is called after
     /// each wait.
-    template <typename Condition>
     void runUntil(
-        Condition condition, const std::function<void()>& turn = [] {}) {
+        const std::function<bool()>& condition, const std::function<void()>& turn = [] {}) {
         while (!condition()) {
             signal->wait();
             dispatcher().drainMainQueue();
@@ -117,13 +116,8 @@ TEST_F(ThreadsTest, PushesEventsLogOutsAndRebuildsMayAllMeet) {
     // The store answers in order: with this rebuild those that the life cycle began are over as well.
     queueManager()->updateInAppMessagesOnAppLaunch(completion());
     runUntil([&] { return answered == asked; });
-    bool areRemoved = false;
-    queueManager()->removeAllMessages([&, done = completion()](bool removed) {
-        areRemoved = removed;
-        done(removed);
-    });
+    queueManager()->removeAllMessages(completion());
     runUntil([&] { return answered == asked; });
-    EXPECT_TRUE(areRemoved);
     auto queues = queueManager()->queues();
     EXPECT_TRUE(queues->milestoneInAppMessages.empty() && queues->otherInAppMessages.empty());
     EXPECT_FALSE(queues->broadcastInAppMessage);

@@ -26,7 +26,7 @@ struct Listener final : VantixSilentPushNotificationProtocol, VantixNotification
 
 }  // namespace
 
-TEST(NotificationCore, APushReachesOnlyTheLastListenerOfItsModule) {
+TEST(NotificationCore, APushReachesTheLastListenerOfItsModuleAndADeliveryEveryReceiverOnce) {
     NotificationCore core;
     auto replaced = std::make_shared<Listener>();
     auto listener = std::make_shared<Listener>();
@@ -34,28 +34,17 @@ TEST(NotificationCore, APushReachesOnlyTheLastListenerOfItsModule) {
     core.registerSilentPushListener("inapp", replaced);
     core.registerSilentPushListener("inapp", listener);
     core.registerSilentPushListener("push", other);
+    for (const auto& receiver : {listener, other, listener}) core.addNotificationReceiver(receiver);
 
     core.receiveSilentPush("inapp", {{"scope", "a"}});
     core.receiveSilentPush("nobody", {{"scope", "b"}});
-
-    EXPECT_EQ(listener->pushes, std::vector<Dictionary>({{{"scope", "a"}}}));
-    EXPECT_TRUE(replaced->pushes.empty());
-    EXPECT_TRUE(other->pushes.empty());
-}
-
-TEST(NotificationCore, EveryReceiverTakesADeliveryOnceEvenAnAbsentOne) {
-    NotificationCore core;
-    auto first = std::make_shared<Listener>();
-    auto second = std::make_shared<Listener>();
-    core.addNotificationReceiver(first);
-    core.addNotificationReceiver(second);
-    core.addNotificationReceiver(first);
-
     core.deliver(std::vector<VantixNotificationPayload>{{"inapp", {}}, {"push", {}}});
     core.deliver({});
 
-    EXPECT_EQ(first->deliveries, std::vector<int>({2, -1}));
-    EXPECT_EQ(second->deliveries, std::vector<int>({2, -1}));
+    EXPECT_EQ(listener->pushes, std::vector<Dictionary>({{{"scope", "a"}}}));
+    EXPECT_TRUE(replaced->pushes.empty() && other->pushes.empty());
+    EXPECT_EQ(listener->deliveries, std::vector<int>({2, -1}));
+    EXPECT_EQ(other->deliveries, std::vector<int>({2, -1}));
 }
 
 TEST(NotificationCore, ListenersAreHeldWeaklyAndMayRegisterFromWithinACall) {
