@@ -1,8 +1,10 @@
 #include "tests/Support/RunningProgram.h"
+#include "tests/Support/Table.h"
 #include "tests/Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <iterator>
 #include <sstream>
@@ -32,28 +34,28 @@ std::vector<Case> readCases(const char* file) {
 }
 
 void expectRefused(const ProgramRun& run, const Case& each) {
-    EXPECT_EQ(run.errors.empty() ? "" : run.errors.back(), each.problem) << each.input;
-    EXPECT_EQ(run.output, Lines{}) << each.input;
-    EXPECT_EQ(run.status, 2) << each.input;
+    EXPECT_EQ(run.errors.empty() ? "" : run.errors.back(), each.problem);
+    EXPECT_EQ(run.output, Lines{});
+    EXPECT_EQ(run.status, 2);
 }
 
 }  // namespace
 
 TEST(BadInput, AScenarioIsRefusedBeforeAnythingIsPlayed) {
     TemporaryFolder folder;
-    for (const auto& each : readCases("scenarios.txt")) {
+    checkRows(readCases("scenarios.txt"), [&](const Case& each) {
         expectRefused(runProgram({"play", "-"}, folder.path(), each.input), each);
-    }
+    });
 }
 
 TEST(BadInput, ACallIsRefused) {
     TemporaryFolder folder;
     std::filesystem::copy(VANTIX_REFUSED, folder.path());
-    for (const auto& each : readCases("calls.txt")) {
+    checkRows(readCases("calls.txt"), [&](const Case& each) {
         std::istringstream words(each.input);
         Lines arguments{std::istream_iterator<std::string>(words), {}};
         expectRefused(runProgram(arguments, folder.path()), each);
-    }
+    });
 }
 
 TEST(BadInput, TheUsageIsToldToWhoeverAsks) {
