@@ -33,14 +33,16 @@ protected:
     TwoInstallationsTest() { server_.reply("/picture", {.body = FakeImageDecoder::encode(40, 30)}); }
 
     void installIn(const char* name) {
-        Vantix::install({.dataDirectory = folder_.path() / name});
+        Vantix::install({.dataDirectory = folder_.path() / name, .logSink = [](const LogLine&) {}});
         dispatcher().runUntilIdle();
     }
 
     /// One thing of each kind that an installation keeps.
     void keepSomething(const std::string& customer) {
         Vantix::getSharedUserDefaults()->setCustomerId(customer);
-        InAppRepoHelper::shared()->insert(Campaign{.scope = customer, .cuid = customer}.payload(), {});
+        auto message = Campaign{.scope = customer}.payload();
+        message.cuid = customer;
+        InAppRepoHelper::shared()->insert(std::make_shared<const VantixInAppMessagePayload>(std::move(message)), {});
         ImageUtility::downloadImage(*URL::parse(server_.url("/picture")), customer, [](const auto&) {}).detach();
         VantixCore::generate(std::make_shared<VantixConfiguration>(), {}, false, {}, {}, Env::dev)
             ->reportBehavioralEvent("of " + customer, {});
