@@ -68,7 +68,7 @@ TEST_F(StoreTest, EachFailureIsToldAndAnsweredAndChangesNoQueue) {
         EXPECT_TRUE(errors[at].starts_with(expected[at])) << errors[at];
     }
 
-    std::filesystem::remove(dataDirectory());
+    disk().setFault(DiskFault::none);
     InAppRepoHelper::shared()->insert(Campaign{}.shared(), {});
-    EXPECT_EQ(stored(), Texts{"a"}) << "the file is tried anew";
+    EXPECT_EQ(stored(), Texts{"a"}) << "the disk is tried anew";
 }
