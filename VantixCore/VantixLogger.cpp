@@ -52,18 +52,6 @@ void VantixLogger::write(const LogLine& line) {
     }
 }
 
-void VantixLogger::debug(std::string_view message, LegacyLogSource source, SourceLocation location) {
-    write({LogLevel::debug, std::string(message), std::string(source.file), std::string(source.function), location});
-}
-
-void VantixLogger::info(std::string_view message, LegacyLogSource source, SourceLocation location) {
-    write({LogLevel::info, std::string(message), std::string(source.file), std::string(source.function), location});
-}
-
-void VantixLogger::error(std::string_view message, LegacyLogSource source, SourceLocation location) {
-    write({LogLevel::error, std::string(message), std::string(source.file), std::string(source.function), location});
-}
-
 void VantixLogger::setSink(std::function<void(const LogLine&)> sink) {
     installedSink().store(sink ? std::make_shared<const Sink>(std::move(sink)) : nullptr);
 }

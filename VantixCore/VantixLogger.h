@@ -16,14 +16,6 @@ enum class LogLevel { debug, info, error, none };
 /// The word for a level ("debug", …).
 std::string_view logLevelName(LogLevel level);
 
-/// The operation that writes a log line.
-struct LegacyLogSource {
-    /// The path below the library's folder, without its ending ("Manager/InAppRepoHelper").
-    std::string_view file;
-    /// The signature text, every label with a colon ("insert(message:completion:)").
-    std::string_view function;
-};
-
 /// The place in the code that writes a log line; as a default argument, the place of the call.
 struct SourceLocation {
     const char* file;
@@ -62,13 +54,6 @@ public:
 
     /// Hands the line on, unless its level is dropped. Lines are written through a LogSource.
     static void write(const LogLine& line);
-
-    static void debug(std::string_view message, LegacyLogSource source,
-                      SourceLocation location = SourceLocation::current());
-    static void info(std::string_view message, LegacyLogSource source,
-                     SourceLocation location = SourceLocation::current());
-    static void error(std::string_view message, LegacyLogSource source,
-                      SourceLocation location = SourceLocation::current());
 };
 
 /// The source file of log lines; one constant a file, named `log`:

@@ -17,7 +17,6 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <optional>
 #include <set>
 #include <utility>

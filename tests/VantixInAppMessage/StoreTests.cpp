@@ -70,5 +70,5 @@ TEST_F(StoreTest, EachFailureIsToldAndAnsweredAndChangesNoQueue) {
 
     disk().setFault(DiskFault::none);
     InAppRepoHelper::shared()->insert(Campaign{}.shared(), {});
-    EXPECT_EQ(stored(), Texts{"a"}) << "the file is tried anew";
+    EXPECT_EQ(stored(), Texts{"a"}) << "the disk is tried anew";
 }
