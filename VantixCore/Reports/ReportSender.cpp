@@ -57,19 +57,33 @@ void ReportSender::send() {
 
 void ReportSender::sendPending() {
     assertOnQueue(*queue_, "ReportSender::sendPending");
-    if (retry_ || !configuration_ || configuration_->baseURL().empty()) return;
-    for (auto batch = outbox_->nextBatch(); !batch.empty(); batch = outbox_->nextBatch()) {
-        auto failure = attempt(batch);
-        if (!failure && !outbox_->remove(batch)) failure = Failure{};
-        if (failure) return retryAfter(*failure);
-        failures_ = 0;
-    }
+    if (isSending_ || retry_ || !configuration_ || configuration_->baseURL().empty()) return;
+    auto batch = outbox_->nextBatch();
+    if (batch.empty()) return;
+    isSending_ = true;
+    ReportRequest request(configuration_, batch);
+    auto ended = whileAlive(weak_from_this(), [batch = std::move(batch)](ReportSender& self, const auto& outcome) {
+        self.finish(batch, outcome);
+    });
+    transfer_ = backEnd_->send(request, [queue = queue_, ended](BackEndClient::Outcome outcome) {
+        queue->async([ended, outcome = std::move(outcome)] { ended(outcome); });
+    });
 }
 
-std::optional<ReportSender::Failure> ReportSender::attempt(const std::vector<PendingReport>& batch) const {
-    constexpr const char* function = "attempt(batch:)";
+void ReportSender::finish(const std::vector<PendingReport>& batch, const BackEndClient::Outcome& outcome) {
+    assertOnQueue(*queue_, "ReportSender::finish");
+    isSending_ = false;
+    auto failure = failureOf(batch, outcome);
+    if (!failure && !outbox_->remove(batch)) failure = Failure{};
+    if (failure) return retryAfter(*failure);
+    failures_ = 0;
+    sendPending();
+}
+
+std::optional<ReportSender::Failure> ReportSender::failureOf(const std::vector<PendingReport>& batch,
+                                                             const BackEndClient::Outcome& outcome) {
+    constexpr const char* function = "failureOf(batch:outcome:)";
     const std::string count = std::to_string(batch.size());
-    auto outcome = backEnd_->sendAndWait(ReportRequest(configuration_, batch));
     if (!outcome) {
         log.info(function, "Reports to be sent again: " + count + ". " + outcome.error().localizedDescription());
         return Failure{};

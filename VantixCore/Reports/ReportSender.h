@@ -4,6 +4,7 @@
 #include "Platform/Values/Value.h"
 #include "VantixCore/Network/BackEndClient.h"
 #include "VantixCore/Reports/ReportOutbox.h"
+#include "VantixCore/TransferHandle.h"
 #include "VantixCore/VantixConfiguration.h"
 
 #include <functional>
@@ -16,11 +17,11 @@ namespace vantix {
 
 /// Brings reports to the back end: in order, in batches, each at least once. What fails waits in the outbox and is
 /// tried again (ReportPolicy), also by a later process; what the back end refuses for good is logged and dropped.
-/// Without a base address nothing is sent. Usable from any thread; sends on a queue of its own.
+/// Without a base address nothing is sent. Usable from any thread; works on a queue of its own and waits for no call.
 class ReportSender : public std::enable_shared_from_this<ReportSender> {
 public:
-    /// The queue is serial and for the sender alone, since it waits for each call. `retrySpread`, from 0 to 1, spreads
-    /// the moments of retries (ReportPolicy); by chance when empty.
+    /// The queue is serial. `retrySpread`, from 0 to 1, spreads the moments of retries (ReportPolicy); by chance when
+    /// empty.
     ReportSender(std::shared_ptr<ReportOutbox> outbox, std::shared_ptr<DispatchQueue> queue,
                  std::shared_ptr<BackEndClient> backEnd, std::function<double()> retrySpread);
     ~ReportSender();
@@ -41,8 +42,10 @@ private:
     };
 
     void sendPending();
+    void finish(const std::vector<PendingReport>& batch, const BackEndClient::Outcome& outcome);
     /// Absent when the batch is done with.
-    std::optional<Failure> attempt(const std::vector<PendingReport>& batch) const;
+    static std::optional<Failure> failureOf(const std::vector<PendingReport>& batch,
+                                            const BackEndClient::Outcome& outcome);
     void retryAfter(const Failure& failure);
 
     std::shared_ptr<DispatchQueue> queue_;
@@ -51,6 +54,8 @@ private:
 
     // On the queue only.
     std::shared_ptr<ConfigurationGenerator> configuration_;
+    bool isSending_ = false;
+    TransferHandle transfer_;
     std::shared_ptr<DispatchWorkItem> retry_;
     int failures_ = 0;
     std::function<double()> retrySpread_;

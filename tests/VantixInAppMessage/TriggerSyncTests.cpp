@@ -33,6 +33,14 @@ TEST_F(TriggerSyncTest, TheStatusWithinTheAnswerCountsNotTheOneOfItsCarrier) {
     EXPECT_EQ(request.header(), URLRequestHeaders::authEventReportHeaders());
 }
 
+TEST_F(TriggerSyncTest, WhatIsSentStaysOnTheRequest) {
+    InAppTriggersRequest request(std::make_shared<VantixConfiguration>());
+    dispatcher().utilityQueue().async([&] { EXPECT_THROW(request.syncTriggers({}, "account"), VantixError); });
+    settle();
+    EXPECT_EQ(request.body(), "{}");
+    EXPECT_EQ(request.header(), URLRequestHeaders::authEventReportHeaders());
+}
+
 TEST_F(TriggerSyncTest, AStatusIsDecodedUpToItsFirstFault) {
     struct Case {
         const char* text;
