@@ -43,7 +43,8 @@ public:
     }
 
     void describe(AccessibleElement& element) const override {
-        if (!element.cornerRadius) element.cornerRadius = radius_;
+        bool roundsWhatIsPainted = !element.background;
+        if (roundsWhatIsPainted && !element.cornerRadius) element.cornerRadius = radius_;
     }
 
 private:

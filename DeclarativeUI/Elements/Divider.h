@@ -4,7 +4,7 @@
 
 namespace vantix {
 
-/// A line one device pixel thick across the stack, drawn lightly over its background.
+/// A line one device pixel thick across the stack, black unless it is given another colour.
 View Divider();
 
 }  // namespace vantix

@@ -16,13 +16,15 @@ public:
         : WrapperElement(content), insets_(insets), mirrors_(mirrors) {}
 
     Size measure(const Proposal& proposal, const Environment& environment, LayoutPass& pass) const override {
-        Size size = pass.measure(content(), inner(proposal), environment);
-        return {size.width + insets_.left + insets_.right, size.height + insets_.top + insets_.bottom};
+        Size size = pass.measure(content(), inner(proposal, pass), environment);
+        EdgeInsets insets = pass.grid().settled(insets_);
+        return {size.width + insets.left + insets.right, size.height + insets.top + insets.bottom};
     }
 
     void place(const Rect& frame, const Proposal& proposal, const Environment& environment,
                LayoutPass& pass) const override {
-        pass.place(content(), frame.inset(resolved(environment)), inner(proposal), environment);
+        pass.place(content(), frame.inset(pass.grid().settled(resolved(environment))), inner(proposal, pass),
+                   environment);
     }
 
     Rect touchArea(const Rect& frame, const Environment& environment) const override {
@@ -31,12 +33,13 @@ public:
     const Element* wrapped() const override { return nullptr; }
 
 private:
-    Proposal inner(const Proposal& proposal) const {
+    Proposal inner(const Proposal& proposal, const LayoutPass& pass) const {
+        EdgeInsets insets = pass.grid().settled(insets_);
         auto reduced = [](const std::optional<double>& length, double inset) {
             return length ? std::optional(std::max(0.0, *length - inset)) : std::nullopt;
         };
-        return {reduced(proposal.width, insets_.left + insets_.right),
-                reduced(proposal.height, insets_.top + insets_.bottom)};
+        return {reduced(proposal.width, insets.left + insets.right),
+                reduced(proposal.height, insets.top + insets.bottom)};
     }
 
     EdgeInsets resolved(const Environment& environment) const {

@@ -25,7 +25,7 @@ private:
         Rect safe = pass.safeArea();
         Rect window = pass.window();
         auto reaches = [&](Edge edge, double frameEdge, double safeEdge) {
-            return includes(edges_, edge) && std::abs(frameEdge - safeEdge) < pass.pixel();
+            return includes(edges_, edge) && std::abs(frameEdge - safeEdge) < pass.grid().pixel();
         };
         auto [leftEdge, rightEdge] = environment.isRightToLeft() ? std::pair(Edge::trailing, Edge::leading)
                                                                  : std::pair(Edge::leading, Edge::trailing);

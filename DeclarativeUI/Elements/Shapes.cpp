@@ -42,7 +42,9 @@ public:
     }
     void place(const Rect& frame, const Proposal&, const Environment&, LayoutPass& pass) const override {
         if (lineWidth_) {
-            pass.draw(StrokeEllipse{frame, *lineWidth_, color_});
+            double lineWidth = std::max(pass.grid().pixel(), pass.grid().settled(*lineWidth_));
+            double inside = lineWidth / 2;
+            pass.draw(StrokeEllipse{frame.inset({inside, inside, inside, inside}), lineWidth, color_});
         } else {
             pass.draw(FillEllipse{frame, color_});
         }

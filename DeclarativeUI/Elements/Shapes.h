@@ -7,7 +7,7 @@ namespace vantix {
 /// Shapes take all that is offered; circles as much of it as is round.
 View ColorRectangle(Color color);
 View FilledCircle(Color color);
-/// The line runs along the circle's edge, half of its width outside.
+/// The line runs inside the circle's edge, at least one whole pixel wide.
 View StrokedCircle(Color color, double lineWidth = 1);
 
 }  // namespace vantix

@@ -14,14 +14,14 @@ public:
     SourcedImageElement(std::shared_ptr<ImageSource> source, std::optional<double> aspectRatio, double cornerRadius)
         : source_(std::move(source)), aspectRatio_(aspectRatio), cornerRadius_(cornerRadius) {}
 
-    Size measure(const Proposal& proposal, const Environment&, LayoutPass&) const override {
+    Size measure(const Proposal& proposal, const Environment&, LayoutPass& pass) const override {
         double width = proposal.width.value_or(source_->currentImage().naturalSize.width);
         double height = ratio() > 0 ? width / ratio() : 0;
-        return {width, proposal.height.value_or(height)};
+        return {width, proposal.height.value_or(pass.grid().roundedUp(height))};
     }
 
     void place(const Rect& frame, const Proposal&, const Environment&, LayoutPass& pass) const override {
-        Rect fitted = fittedInto(frame);
+        Rect fitted = pass.grid().settled(fittedInto(frame));
         source_->needed(pixels(fitted.size.width, pass), pixels(fitted.size.height, pass));
         Image image = source_->currentImage();
         if (image.isNull() || !pass.clips().isVisible(fitted)) return;
@@ -49,7 +49,7 @@ private:
     }
 
     static int pixels(double length, const LayoutPass& pass) {
-        return static_cast<int>(std::ceil(length / pass.pixel() - 1e-6));
+        return static_cast<int>(std::ceil(length / pass.grid().pixel() - 1e-6));
     }
 
     std::shared_ptr<ImageSource> source_;

@@ -24,7 +24,7 @@ public:
         : axis_(axis), alignment_(alignment), spacing_(bounded(spacing)), children_(elementsOf(children)) {}
 
     Size measure(const Proposal& proposal, const Environment& environment, LayoutPass& pass) const override {
-        double length = gaps();
+        double length = gaps(pass);
         double thickness = 0;
         for (const Child& child : shares(proposal, inside(environment, pass), pass)) {
             length += along(child.size);
@@ -43,7 +43,7 @@ public:
             const auto& [share, size] = placed[index];
             double offset = fromTheRight ? along(frame.size) - at - along(size) : at;
             pass.place(children_[index], {placeOf(offset, size, frame, inner), size}, share, inner);
-            at += along(size) + spacing_;
+            at += along(size) + pass.grid().settled(spacing_);
         }
     }
 
@@ -55,7 +55,9 @@ private:
 
     double along(const Size& size) const { return axis_ == Axis::horizontal ? size.width : size.height; }
     double across(const Size& size) const { return axis_ == Axis::horizontal ? size.height : size.width; }
-    double gaps() const { return children_.empty() ? 0 : spacing_ * static_cast<double>(children_.size() - 1); }
+    double gaps(const LayoutPass& pass) const {
+        return children_.empty() ? 0 : pass.grid().settled(spacing_) * static_cast<double>(children_.size() - 1);
+    }
 
     Proposal offer(std::optional<double> length, const Proposal& proposal) const {
         return axis_ == Axis::horizontal ? Proposal{length, proposal.height} : Proposal{proposal.width, length};
@@ -99,7 +101,7 @@ private:
         double kept = std::accumulate(firstSpacer, order.end(), 0.0, [&](double sum, std::size_t spacer) {
             return sum + along(pass.measure(children_[spacer], offer(0.0, proposal), environment));
         });
-        double left = serve(order.begin(), firstSpacer, std::max(0.0, *length - gaps() - kept));
+        double left = serve(order.begin(), firstSpacer, std::max(0.0, *length - gaps(pass) - kept));
         serve(firstSpacer, order.end(), left + kept);
         return result;
     }

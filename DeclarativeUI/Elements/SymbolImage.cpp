@@ -18,7 +18,7 @@ public:
 
     Size measure(const Proposal&, const Environment& environment, LayoutPass& pass) const override {
         constexpr double sizeToFont = 1.25;
-        double side = pass.roundUpToPixel(pass.drawnFont(environment.font).size * sizeToFont);
+        double side = pass.grid().roundedUp(pass.drawnFont(environment.font).size * sizeToFont);
         return {side, side};
     }
 

@@ -28,7 +28,7 @@ public:
         const TextLayout& layout = pass.layOut(*this, text_, environment, proposal);
         // A letter may be wider than what is offered; it does not widen what stands around it.
         double width = std::min(layout.size.width, proposal.width.value_or(infinity));
-        return {pass.roundUpToPixel(width), pass.roundUpToPixel(layout.size.height)};
+        return {pass.grid().roundedUp(width), pass.grid().roundedUp(layout.size.height)};
     }
 
     void place(const Rect& frame, const Proposal& proposal, const Environment& environment,

@@ -2,6 +2,7 @@
 
 #include "DeclarativeUI/Layout/LayoutPass.h"
 #include "DeclarativeUI/Layout/Lengths.h"
+#include "DeclarativeUI/Layout/PixelGrid.h"
 
 #include <algorithm>
 #include <utility>
@@ -24,10 +25,13 @@ private:
     HostedView* outer_;
 };
 
-/// Surroundings with which layout can count.
+/// Surroundings with which layout can count, on the pixel grid.
 SceneTraits countable(const SceneTraits& traits) {
     auto factor = [](double value) { return value > 0 ? std::clamp(value, 0.01, 100.0) : 1; };
-    return {bounded(traits.size), bounded(traits.safeArea), factor(traits.scale), factor(traits.textScale)};
+    double scale = factor(traits.scale);
+    PixelGrid grid(scale);
+    return {grid.settled(bounded(traits.size)), grid.settled(bounded(traits.safeArea)), scale,
+            factor(traits.textScale)};
 }
 
 }  // namespace

@@ -4,7 +4,6 @@
 #include "DeclarativeUI/Layout/Lengths.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace vantix {
 
@@ -20,6 +19,7 @@ LayoutPass::LayoutPass(LayoutMemory& memory, const TextMeasurer& measurer, const
     : memory_(memory),
       measurer_(measurer),
       traits_(traits),
+      grid_(traits.scale),
       scrollOffset_(scrollOffset),
       clips_(window()),
       elements_(clips_) {
@@ -40,14 +40,14 @@ Size LayoutPass::measure(const ElementPointer& view, const Proposal& proposal, c
     if (!view) return {};
     const Element& element = *view;
     return memory_.size(element, environment, proposal,
-                        [&] { return bounded(element.measure(proposal, environment, *this)); });
+                        [&] { return grid_.settled(bounded(element.measure(proposal, environment, *this))); });
 }
 
 void LayoutPass::place(const ElementPointer& view, const Rect& given, const Proposal& proposal,
                        const Environment& environment) {
     if (!view) return;
     const Element& element = *view;
-    const Rect frame{given.origin, bounded(given.size)};
+    const Rect frame = grid_.settled(Rect{given.origin, bounded(given.size)});
     // The first layer that is met around a control is the outermost one, which decides how far the control reaches.
     const Control* control = controlIn(element);
     if (!control || elements_.isPlacing(*control)) return element.place(frame, proposal, environment, *this);
@@ -55,11 +55,6 @@ void LayoutPass::place(const ElementPointer& view, const Rect& given, const Prop
     elements_.beginControl(element, *control, frame);
     element.place(frame, proposal, environment, *this);
     elements_.endControl();
-}
-
-double LayoutPass::roundUpToPixel(double length) const {
-    constexpr double tolerance = 1e-6;
-    return std::ceil(length * traits_.scale - tolerance) / traits_.scale;
 }
 
 Font LayoutPass::drawnFont(const Font& font) const {
@@ -87,10 +82,10 @@ void LayoutPass::popClip() {
 }
 
 double LayoutPass::scrollOffset(const Rect& viewport, double range) {
-    if (settled_.scrollRange > 0 || range < pixel() / 2) return 0;
+    if (settled_.scrollRange > 0 || range < grid_.pixel() / 2) return 0;
     settled_.viewport = viewport;
     settled_.scrollRange = range;
-    return std::min(scrollOffset_, range);
+    return std::min(grid_.settled(scrollOffset_), range);
 }
 
 }  // namespace vantix

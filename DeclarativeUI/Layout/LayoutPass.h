@@ -4,6 +4,7 @@
 #include "DeclarativeUI/Layout/Element.h"
 #include "DeclarativeUI/Layout/ElementRecorder.h"
 #include "DeclarativeUI/Layout/LayoutMemory.h"
+#include "DeclarativeUI/Layout/PixelGrid.h"
 #include "DeclarativeUI/Layout/SettledLayout.h"
 #include "Platform/Ports/Application.h"
 #include "Platform/Ports/TextMeasurer.h"
@@ -34,8 +35,8 @@ public:
     const SceneTraits& traits() const { return traits_; }
     Rect window() const { return {{}, traits_.size}; }
     Rect safeArea() const { return window().inset(traits_.safeArea); }
-    double pixel() const { return 1 / traits_.scale; }
-    double roundUpToPixel(double length) const;
+    /// Sizes and frames are settled on it by `measure` and `place`; for lengths of an element's own.
+    const PixelGrid& grid() const { return grid_; }
 
     /// The font as it is drawn here.
     Font drawnFont(const Font& font) const;
@@ -60,6 +61,7 @@ private:
     LayoutMemory& memory_;
     const TextMeasurer& measurer_;
     const SceneTraits& traits_;
+    PixelGrid grid_;
     double scrollOffset_;
     SettledLayout settled_;
     ClipStack clips_;
