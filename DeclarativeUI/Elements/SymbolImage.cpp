@@ -2,6 +2,7 @@
 
 #include "DeclarativeUI/Layout/LayoutPass.h"
 
+#include <algorithm>
 #include <map>
 #include <string>
 
@@ -16,9 +17,11 @@ class SymbolElement final : public Element {
 public:
     explicit SymbolElement(Image drawing) : drawing_(std::move(drawing)) {}
 
-    Size measure(const Proposal&, const Environment& environment, LayoutPass& pass) const override {
+    /// Grows with the font, and no wider than what is offered.
+    Size measure(const Proposal& proposal, const Environment& environment, LayoutPass& pass) const override {
         constexpr double sizeToFont = 1.25;
-        double side = pass.grid().roundedUp(pass.drawnFont(environment.font).size * sizeToFont);
+        double side = std::min(pass.grid().roundedUp(pass.drawnFont(environment.font).size * sizeToFont),
+                               pass.grid().roundedDown(proposal.width.value_or(infinity)));
         return {side, side};
     }
 

@@ -18,6 +18,7 @@ public:
     /// The nearest edge between two pixels; of two that are equally near, the one further right or down.
     double settled(double length) const { return std::floor(length * scale_ + 0.5 + tolerance) / scale_; }
     double roundedUp(double length) const { return std::ceil(length * scale_ - tolerance) / scale_; }
+    double roundedDown(double length) const { return std::floor(length * scale_ + tolerance) / scale_; }
 
     Size settled(Size size) const { return {settled(size.width), settled(size.height)}; }
     EdgeInsets settled(const EdgeInsets& insets) const {

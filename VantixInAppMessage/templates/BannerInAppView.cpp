@@ -17,8 +17,9 @@ View BannerInAppView::card(std::vector<View> parts) const {
 
 View BannerInAppView::contentRow(std::vector<View> parts) const {
     return HStack(VerticalAlignment::top, std::move(parts))
-        .padding(Edge::horizontal)
-        .frame({.maxWidth = infinity})
+        .padding(Edge::leading)
+        .padding(Edge::trailing, contentRowTrailingPadding)
+        .frame({.minHeight = contentRowHeight, .maxWidth = infinity})
         .spokenText(spokenTexts() + ", button")
         .element(Role::row)
         .onTapGesture([viewModel = viewModel_] { viewModel->handlePrimaryCTAAction(); });

@@ -21,6 +21,10 @@ public:
     /// At least; a button is higher where its text is.
     static constexpr double primaryCtaButtonHeight = 40;
     static constexpr double imageViewSize = 60;
+    /// Keeps texts from running under the cross of the close control.
+    static constexpr double contentRowTrailingPadding = 29;
+    /// At least: the target of the close control ends above the button.
+    static constexpr double contentRowHeight = 33;
 
     explicit BannerInAppView(ViewModel inAppMessageViewModel) : viewModel_(std::move(inAppMessageViewModel)) {}
 

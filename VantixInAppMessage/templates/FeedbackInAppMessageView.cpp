@@ -46,6 +46,7 @@ View FeedbackInAppMessageView::image() const {
 View FeedbackInAppMessageView::titleRow() const {
     if (!viewModel_->hasTitle()) return {};
     return HStack({Text(viewModel_->getTitle())})
+        .multilineTextAlignment(TextAlignment::center)
         .frame({.maxWidth = infinity})
         .background(viewModel_->titleBackgroundColor())
         .element(Role::title)

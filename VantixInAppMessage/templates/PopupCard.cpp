@@ -25,7 +25,6 @@ View PopupCard::card() const {
 }
 
 View PopupCard::closeControl() const {
-    constexpr double closeRowPadding = 5;
     return closeRow(CloseButton(VantixCloseButtonType::close, viewModel)
                         .body()
                         .padding(Edge::trailing, trailingPaddingCloseButton))

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "VantixInAppMessage/templates/CloseButton.h"
 #include "VantixInAppMessage/templates/MessageBlocks.h"
 
 #include <functional>
@@ -10,6 +11,8 @@ namespace vantix {
 /// A card that floats over the application, centred in the safe area, with a close control at its top-right corner;
 /// scrolls when it is taller.
 struct PopupCard {
+    static constexpr double closeRowPadding = 5;
+
     ViewModel viewModel;
     double cornerRadius = 0;
     /// Between the close control and the trailing edge of its row.
@@ -20,6 +23,11 @@ struct PopupCard {
     std::function<void()> onTap = {};
 
     View body() const;
+
+    /// How far the target of the close control reaches into the card from its trailing edge.
+    static constexpr double closeTargetReach(double trailingPaddingCloseButton) {
+        return CloseButton::touchSize + trailingPaddingCloseButton + closeRowPadding - standardPadding;
+    }
 
 private:
     View card() const;

@@ -16,10 +16,12 @@ View StartRatingsInAppView::body() const {
         .body();
 }
 
+/// The stars keep clear of the close control, however large they are.
 View StartRatingsInAppView::stars() const {
-    return StarRatingsView{
-        .rating = rating_, .offColor = viewModel_->starNotSelectedColor(), .onColor = viewModel_->starSelectedColor()}
-        .body();
+    StarRatingsView row{
+        .rating = rating_, .offColor = viewModel_->starNotSelectedColor(), .onColor = viewModel_->starSelectedColor()};
+    View stars = row.body().padding(Edge::horizontal, PopupCard::closeTargetReach(trailingPaddingCloseButton));
+    return viewModel_->hasTitle() ? stars : stars.padding(Edge::top);
 }
 
 std::vector<View> StartRatingsInAppView::buttons() const {
