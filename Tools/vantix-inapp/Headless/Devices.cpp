@@ -3,6 +3,7 @@
 #include "Tools/vantix-inapp/Input/BadInput.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdio>
 #include <optional>
@@ -13,12 +14,12 @@ namespace {
 
 constexpr double largestPicture = 100e6;
 
-Device turned(const Device& upright) {
-    Device device = upright;
+/// A device without a home button keeps its corners and its camera free at both sides, and its home indicator below.
+Device turned(Device device, const EdgeInsets& safeArea) {
     device.name += "-landscape";
-    auto& [size, safeArea, scale, textScale] = device.traits;
-    size = {size.height, size.width};
-    safeArea = {safeArea.right, safeArea.top, safeArea.left, safeArea.bottom};
+    auto& traits = device.traits;
+    traits.size = {traits.size.height, traits.size.width};
+    traits.safeArea = safeArea;
     return device;
 }
 
@@ -56,8 +57,10 @@ const std::vector<Device>& portraitDevices() {
 
 const std::vector<Device>& landscapeDevices() {
     static const std::vector<Device> devices = [] {
+        const auto& upright = portraitDevices();
+        const std::array<EdgeInsets, 4> safeAreas{{{0, 47, 21, 47}, {}, {0, 59, 21, 59}, {24, 0, 20, 0}}};
         std::vector<Device> all;
-        std::transform(portraitDevices().begin(), portraitDevices().end(), std::back_inserter(all), turned);
+        std::transform(upright.begin(), upright.end(), safeAreas.begin(), std::back_inserter(all), turned);
         return all;
     }();
     return devices;
@@ -77,7 +80,7 @@ Device deviceFromText(const std::string& text) {
 }
 
 void expectUsable(const SceneTraits& traits) {
-    const auto& [size, safeArea, scale, textScale] = traits;
+    const auto& [size, safeArea, scale, textScale, direction] = traits;
     for (double length : {size.width, size.height, scale, textScale}) {
         if (!(std::isfinite(length) && length > 0)) throw BadInput("a screen's size and scale must be above 0");
     }
