@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Values/LayoutDirection.h"
+
 #include <limits>
 #include <optional>
 
@@ -24,8 +26,6 @@ struct Alignment {
     static constexpr Alignment topLeading() { return {HorizontalAlignment::leading, VerticalAlignment::top}; }
     static constexpr Alignment topTrailing() { return {HorizontalAlignment::trailing, VerticalAlignment::top}; }
 };
-
-enum class LayoutDirection { leftToRight, rightToLeft };
 
 enum class TextAlignment { leading, center, trailing };
 

@@ -30,8 +30,8 @@ SceneTraits countable(const SceneTraits& traits) {
     auto factor = [](double value) { return value > 0 ? std::clamp(value, 0.01, 100.0) : 1; };
     double scale = factor(traits.scale);
     PixelGrid grid(scale);
-    return {grid.settled(bounded(traits.size)), grid.settled(bounded(traits.safeArea)), scale,
-            factor(traits.textScale)};
+    return {grid.settled(bounded(traits.size)), grid.settled(bounded(traits.safeArea)), scale, factor(traits.textScale),
+            traits.layoutDirection};
 }
 
 }  // namespace

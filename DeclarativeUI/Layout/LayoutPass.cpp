@@ -12,6 +12,19 @@ namespace {
 constexpr double smallestFont = 1;
 constexpr double largestFont = 1e4;
 
+Environment environmentOf(LayoutDirection direction) {
+    Environment environment;
+    environment.layoutDirection = direction;
+    return environment;
+}
+
+/// The same object for the same direction, as what layout remembers is kept by its address.
+const Environment& outermostEnvironment(LayoutDirection direction) {
+    static const Environment fromTheLeft = environmentOf(LayoutDirection::leftToRight);
+    static const Environment fromTheRight = environmentOf(LayoutDirection::rightToLeft);
+    return direction == LayoutDirection::rightToLeft ? fromTheRight : fromTheLeft;
+}
+
 }  // namespace
 
 LayoutPass::LayoutPass(LayoutMemory& memory, const TextMeasurer& measurer, const SceneTraits& traits,
@@ -27,7 +40,7 @@ LayoutPass::LayoutPass(LayoutMemory& memory, const TextMeasurer& measurer, const
 }
 
 SettledLayout LayoutPass::run(const ElementPointer& root) {
-    static const Environment outermost;
+    const Environment& outermost = outermostEnvironment(traits_.layoutDirection);
     auto offered = Proposal::of(safeArea().size);
     auto size = measure(root, offered, outermost);
     auto center = safeArea().center();

@@ -3,6 +3,7 @@
 #include "Platform/Values/Color.h"
 #include "Platform/Values/Geometry.h"
 #include "Platform/Values/Image.h"
+#include "Platform/Values/LayoutDirection.h"
 
 #include <memory>
 #include <optional>
@@ -50,6 +51,8 @@ struct SceneTraits {
     double scale = 1;
     /// The reader's preferred text size; 1 is the designer's.
     double textScale = 1;
+    /// For content that has no direction of its own.
+    LayoutDirection layoutDirection = LayoutDirection::leftToRight;
 
     bool operator==(const SceneTraits&) const = default;
 };

@@ -27,18 +27,21 @@ std::string repairUTF8(std::string_view text) {
     return repaired;
 }
 
-bool isRightToLeft(std::string_view text) {
+std::optional<LayoutDirection> strongDirection(std::string_view text) {
     while (!text.empty()) {
         utf8proc_int32_t codePoint = 0;
         std::size_t length = decodeFront(text, codePoint);
         if (length) {
             auto direction = utf8proc_get_property(codePoint)->bidi_class;
-            if (direction == UTF8PROC_BIDI_CLASS_L) return false;
-            if (direction == UTF8PROC_BIDI_CLASS_R || direction == UTF8PROC_BIDI_CLASS_AL) return true;
+            if (direction == UTF8PROC_BIDI_CLASS_L) return LayoutDirection::leftToRight;
+            if (direction == UTF8PROC_BIDI_CLASS_R || direction == UTF8PROC_BIDI_CLASS_AL)
+                return LayoutDirection::rightToLeft;
         }
         text.remove_prefix(length ? length : 1);
     }
-    return false;
+    return {};
 }
+
+bool isRightToLeft(std::string_view text) { return strongDirection(text) == LayoutDirection::rightToLeft; }
 
 }  // namespace vantix

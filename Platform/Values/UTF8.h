@@ -1,5 +1,8 @@
 #pragma once
 
+#include "Platform/Values/LayoutDirection.h"
+
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -8,7 +11,10 @@ namespace vantix {
 /// The text with every byte that is no part of valid UTF-8 replaced by the replacement character (U+FFFD).
 std::string repairUTF8(std::string_view text);
 
-/// Whether the first character with a strong direction is written from right to left (Hebrew, Arabic and their like).
+/// The direction of the first character that has a strong one: right to left are Hebrew, Arabic and their like. Absent
+/// when there is no such character, as in numbers.
+std::optional<LayoutDirection> strongDirection(std::string_view text);
+/// Whether that is from right to left.
 bool isRightToLeft(std::string_view text);
 
 }  // namespace vantix

@@ -21,9 +21,11 @@ std::function<View()> bodyOf(const ViewModel& viewModel) {
 }
 
 /// That of the language the message is written in.
-LayoutDirection layoutDirection(const InAppMessageViewModel& viewModel) {
-    bool fromTheRight = isRightToLeft(viewModel.getTitle() + " " + viewModel.getMessage());
-    return fromTheRight ? LayoutDirection::rightToLeft : LayoutDirection::leftToRight;
+std::optional<LayoutDirection> layoutDirection(const InAppBody& message) {
+    std::string texts = message.title + '\n' + message.message;
+    for (const InAppCTA& cta : message.ctas) texts += '\n' + cta.actionText.value_or("");
+    for (const std::string& option : message.feedback.options) texts += '\n' + option;
+    return strongDirection(texts);
 }
 
 std::function<View()> nothing() {
@@ -57,10 +59,11 @@ std::function<View()> templateFor(const ViewModel& viewModel) {
 InAppMessageView::InAppMessageView(SharedPayload inAppMessage, std::shared_ptr<InAppMessageActions> displayManager)
     : viewModel_(std::make_shared<InAppMessageViewModel>(std::move(inAppMessage), std::move(displayManager))),
       template_(templateFor(viewModel_)),
-      layoutDirection_(layoutDirection(*viewModel_)) {}
+      layoutDirection_(layoutDirection(viewModel_->inAppMessage().body)) {}
 
 View InAppMessageView::body() const {
-    return VStack(HorizontalAlignment::leading, {template_()}).layoutDirection(layoutDirection_);
+    View root = VStack(HorizontalAlignment::leading, {template_()});
+    return layoutDirection_ ? root.layoutDirection(*layoutDirection_) : root;
 }
 
 }  // namespace vantix

@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace vantix {
 
@@ -21,7 +22,8 @@ public:
 private:
     std::shared_ptr<InAppMessageViewModel> viewModel_;
     std::function<View()> template_;
-    LayoutDirection layoutDirection_;
+    /// Absent where no text has a direction, which leaves it to the surroundings.
+    std::optional<LayoutDirection> layoutDirection_;
 };
 
 }  // namespace vantix

@@ -6,10 +6,10 @@ using namespace vantix;
 using TemplateEdgesTest = ModuleTest;
 
 TEST_F(TemplateEdgesTest, LieOnDevicePixelsInEveryTemplateAtEveryScale) {
-    const Dictionary style{{"title", Dictionary{{"bgColor", "#EEEEEE"}}},
-                           {"message", Dictionary{{"bgColor", "#DDDDDD"}}},
-                           {"layout", Dictionary{{"bgColor", "#FFF8E7"}}},
-                           {"ctas", List{Dictionary{{"bgColor", "#3366FF"}, {"textSize", "17"}}}}};
+    const Dictionary style{{"title", Dictionary{{"backgroundColor", "#EEEEEE"}}},
+                           {"message", Dictionary{{"backgroundColor", "#DDDDDD"}}},
+                           {"layoutBackgroundColor", "#FFF8E7"},
+                           {"ctas", List{Dictionary{{"backgroundColor", "#3366FF"}, {"textSize", "17"}}}}};
     for (std::string type : {"POPUP", "FULLSCREEN", "HEADER", "FOOTER", "RATING", "FEEDBACK", "APPRATING"}) {
         for (std::string message : {"Hello", "مرحبا بالعالم هذا نص طويل جدا لكي ينكسر على أسطر كثيرة"}) {
             Campaign campaign{.type = type, .message = message, .image = "https:a.png", .style = style};
