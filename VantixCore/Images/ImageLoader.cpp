@@ -25,12 +25,13 @@ ImageLoader::ImageLoader(std::shared_ptr<ImageService> images, std::shared_ptr<c
 
 void ImageLoader::start() {
     auto take = whileAlive(weak_from_this(), [](ImageLoader& self, PixelSize size) { self.takeSize(size); });
-    finding_ = images_->data(request_, [platform = platform_, take](const auto& bytes) {
+    auto probe = [take](const Platform& platform, const auto& bytes) {
         if (!bytes) return;
-        auto size = platform->imageDecoder->probe(*bytes.value());
+        auto size = platform.imageDecoder->probe(*bytes.value());
         if (!size) return;
-        platform->dispatcher->mainQueue().async([take, size = size.value()] { take(size); });
-    });
+        platform.dispatcher->mainQueue().async([take, size = size.value()] { take(size); });
+    };
+    finding_ = images_->data(request_, whileAlive(std::weak_ptr(platform_), probe));
 }
 
 void ImageLoader::setPlaceholder(Image placeholder) { placeholder_ = std::move(placeholder); }
@@ -57,10 +58,10 @@ void ImageLoader::takeSize(PixelSize naturalSize) {
 
 void ImageLoader::decode() {
     auto take = whileAlive(weak_from_this(), [](ImageLoader& self, Image picture) { self.takePicture(picture); });
-    decoding_ = images_->image(request_, bound_, [platform = platform_, take](const auto& image) {
-        if (!image) return;
-        platform->dispatcher->mainQueue().async([take, image = image.value()] { take(image); });
-    });
+    auto handOver = [take](const Platform& platform, const auto& image) {
+        if (image) platform.dispatcher->mainQueue().async([take, image = image.value()] { take(image); });
+    };
+    decoding_ = images_->image(request_, bound_, whileAlive(std::weak_ptr(platform_), handOver));
 }
 
 void ImageLoader::takePicture(Image picture) {
