@@ -112,9 +112,8 @@ TEST_F(OutboxTest, HonoursRetryAfterAndDropsWhatIsRefusedForGood) {
 TEST_F(OutboxTest, BatchesAreLimitedInNumberAndSize) {
     auto core = makeCore("");
     for (int number = 0; number < 120; ++number) report(*core, std::to_string(number));
-    for (const char* scope : {"large", "larger"}) {
-        report(*core, scope, std::string(ReportPolicy::largestBatchBody * 2 / 3, 'x'));
-    }
+    report(*core, "large", std::string(ReportPolicy::largestBatchBody * 2 / 3, 'x'));
+    report(*core, "larger", std::string(ReportPolicy::largestBatchBody, 'x'));
     server_.reply(path, {});
     core = makeCore(server_.url());
     EXPECT_TRUE(sent().empty()) << "starting waits for nothing";
