@@ -152,6 +152,18 @@ TEST_F(ImageTest, LeftoversOfAKilledProcessDoNoHarm) {
     EXPECT_FALSE(fs::exists(images() / "4567.identifiers"));
 }
 
+TEST(ImageCacheTest, KnowsWhatWasUsedLastInAnEarlierProcess) {
+    TemporaryFolder folder;
+    auto open = [&] { return ImageCache(std::make_shared<FileDisk>(), folder.path(), 30); };
+    ImageCache earlier = open();
+    for (const char* url : {"a", "b"}) earlier.insert(url, "ten bytes.");
+    earlier.find("a", {});
+    ImageCache later = open();
+    later.insert("c", "ten bytes.");
+    EXPECT_TRUE(later.find("a", {}));
+    EXPECT_FALSE(later.find("b", {}));
+}
+
 TEST(ImageCacheTest, IsSoundWheneverItsProcessIsKilled) {
     TemporaryFolder folder;
     const std::string bytes(10000, 'x');
