@@ -81,6 +81,10 @@ TEST_F(NetworkTest, SendsTheCallAsDescribedAndTellsTheHost) {
         {HTTPMethod::put, "PUT", "two", false, {}, "", ""},
         {HTTPMethod::del, "DELETE", "", true, {}, "", ""},
     };
+    std::optional<SentRequest> told;
+    auto host = this->host();
+    host.onRequest = [&](const SentRequest& request) { told = told.value_or(request); };
+    install(std::move(host));
     LoopbackServer server;
     server.reply("/mapp/events", {.body = "answer"});
     for (const auto& each : cases) {
@@ -97,11 +101,10 @@ TEST_F(NetworkTest, SendsTheCallAsDescribedAndTellsTheHost) {
         EXPECT_EQ(received.headers["authorization"], each.authorization);
         EXPECT_EQ(received.headers["content-type"], each.contentType);
     }
-    auto told = sent().at(0);
-    EXPECT_EQ(told.method + " " + told.url + " " + told.body, "GET " + server.url("/mapp/events") + " {}");
+    EXPECT_EQ(told->method + " " + told->url + " " + told->body, "GET " + server.url("/mapp/events") + " {}");
     std::vector<std::pair<std::string, std::string>> headers{
         {"Accept", "application/json"}, {"Authorization", "Bearer …"}, {"Content-Type", "application/json"}};
-    EXPECT_EQ(told.headers, headers);
+    EXPECT_EQ(told->headers, headers);
 }
 
 TEST_F(NetworkTest, AnAnswerOfAnyStatusIsOneAndOtherwiseAnErrorTellsWhyThereIsNone) {
