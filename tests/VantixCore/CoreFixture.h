@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Dispatchers/VirtualDispatcher.h"
+#include "VantixCore/VantixConfiguration.h"
 #include "tests/Support/FakeImageDecoder.h"
 #include "tests/Support/Recorder.h"
 #include "tests/VantixCore/InstalledHost.h"
@@ -11,6 +12,15 @@
 #include <utility>
 
 namespace vantix {
+
+inline std::shared_ptr<VantixConfiguration> configurationFor(const std::string& baseURL, const std::string& pin = {},
+                                                             const std::string& token = {}) {
+    auto configuration = std::make_shared<VantixConfiguration>();
+    configuration->base = baseURL;
+    configuration->keyHash = pin;
+    configuration->token = token;
+    return configuration;
+}
 
 /// A core library of its own for each test, over real files and a real network.
 template <typename DispatcherKind = VirtualDispatcher>

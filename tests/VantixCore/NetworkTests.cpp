@@ -20,16 +20,7 @@ using Security = LoopbackServer::Security;
 
 struct Call final : ConfiguredRequest {
     explicit Call(const std::string& base, const std::string& pin = {}, const std::string& token = {})
-        : ConfiguredRequest(configuration(base, pin, token)) {}
-
-    static std::shared_ptr<VantixConfiguration> configuration(const std::string& base, const std::string& pin,
-                                                              const std::string& token) {
-        auto made = std::make_shared<VantixConfiguration>();
-        made->base = base;
-        made->keyHash = pin;
-        made->token = token;
-        return made;
-    }
+        : ConfiguredRequest(configurationFor(base, pin, token)) {}
 
     std::string thePath = "";
     HTTPMethod theMethod = HTTPMethod::get;

@@ -17,10 +17,7 @@ using Texts = std::vector<std::string>;
 constexpr const char* path = "/mapp/reports";
 
 std::shared_ptr<VantixCore> makeCore(const std::string& baseURL) {
-    auto configuration = std::make_shared<VantixConfiguration>();
-    configuration->base = baseURL;
-    configuration->token = "secret";
-    return VantixCore::generate(configuration, {}, false, {}, {}, Env::dev);
+    return VantixCore::generate(configurationFor(baseURL), {}, false, {}, {}, Env::dev);
 }
 
 bool report(VantixCore& core, const std::string& scope, const std::string& feedback = {}) {
