@@ -213,27 +213,6 @@ TEST_F(StoreTest, AStaleLogOfADamagedFileIsNotReadIntoItsSuccessor) {
     EXPECT_EQ(scopes(), Texts());
 }
 
-TEST_F(StoreTest, ReportsWhatTheDiskRefusesAndGoesOnWhenItRecovers) {
-    struct Case {
-        DiskFault fault;
-        const char* whenOpen;
-        const char* whenClosed;
-    };
-    insertScopes({"a"});
-    checkRows<Case>({{DiskFault::full, "database or disk is full", "database or disk is full"},
-                     {DiskFault::readOnly, "attempt to write a readonly database", "unable to open database file"}},
-                    [&](const Case& test) {
-                        disk().setFault(test.fault);
-                        EXPECT_EQ(scopes(), Texts({"a"})) << "an open file can be read";
-                        EXPECT_EQ(insertScopes({"refused"}), failed(test.whenOpen));
-                        EXPECT_EQ(remove({}), failed(test.whenClosed));
-                        disk().setFault(DiskFault::none);
-                        EXPECT_EQ(scopes(), Texts({"a"}));
-                    });
-    EXPECT_EQ(insertScopes({"b"}), "true");
-    EXPECT_EQ(scopes(), Texts({"a", "b"}));
-}
-
 TEST_F(StoreTest, ReportsAFileThatAnotherWriterHoldsAndStaysReadable) {
     insertScopes({"a"});
     SQLiteConnection other(std::make_shared<FileDisk>(), file(), Duration(0));
