@@ -1,6 +1,7 @@
 #include "Tools/vantix-inapp/Render/RenderCommand.h"
 
 #include "Platform/Ports/Dispatcher.h"
+#include "Platform/Values/FatalError.h"
 #include "Tools/vantix-inapp/Headless/Pace.h"
 #include "Tools/vantix-inapp/Headless/ScreenPicture.h"
 #include "Tools/vantix-inapp/Headless/Simulation.h"
@@ -32,14 +33,14 @@ void render(const RenderArguments& arguments) {
     Simulation simulation({}, state.path(), pace->dispatcher(), silentHost());
 
     auto message = std::make_shared<const VantixInAppMessagePayload>(VantixInAppMessagePayload::generate(push));
-    if (auto why = whyNeverShown(*message)) throw BadInput::at(arguments.campaign, 1, *why);
+    if (auto why = firstObjection(*message)) throw BadInput::at(arguments.campaign, 1, *why);
     auto builder = std::make_shared<InAppMessageViewBuilder>(simulation.core().inAppDisplayManager());
 
     auto pictureOn = [&](const Device& device) {
         SceneTraits traits = device.traits;
         traits.textScale = arguments.textScale;
         simulation.scene().setTraits(traits);
-        builder->createInAppWindow(message);
+        if (!builder->createInAppWindow(message)) fatalError("The scene gives the message no window");
         pace->settle();
         return paintScreen(simulation.scene(), simulation.painter());
     };

@@ -16,7 +16,7 @@ struct RenderArguments {
     double textScale = 1;
 };
 
-/// Writes the picture of one campaign. Throws BadInput, also for a campaign that is never shown.
+/// Writes the picture of one campaign. Throws BadInput, also for a campaign that is not stored or never shown.
 void render(const RenderArguments& arguments);
 
 }  // namespace vantix

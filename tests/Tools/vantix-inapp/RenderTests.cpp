@@ -11,6 +11,8 @@ using namespace vantix;
 namespace {
 
 constexpr const char* popup = R"({
+    "scope": "a",
+    "trigger": {"eventName": "INSTANT"},
     "body": {"type": "POPUP", "message": "Hello", "ctas": []},
     "template": {"phoneBackgroundColor": "#0055AA"}
 })";
