@@ -61,7 +61,7 @@ TEST(Log, HandsTheSinkWhatItsLevelLetsThrough) {
     Host host({.logSink = [&](const LogLine& line) {
         EXPECT_EQ(line.file + " " + line.function, "Manager/Test log(message:)");
         EXPECT_EQ(line.location.line, lineOfFirstLog + static_cast<int>(line.level));
-        lines += std::string(logLevelName(line.level)) + ":" + line.message + " ";
+        lines += std::string(logLevelWords.word(line.level)) + ":" + line.message + " ";
     }});
     checkRows<Case>({{LogLevel::info, "info:i error:e ", 2},
                      {LogLevel::error, "error:e ", 1},

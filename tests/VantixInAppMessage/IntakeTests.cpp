@@ -79,14 +79,20 @@ TEST_F(IntakeTest, HostilePushesDegradeToDefaults) {
     EXPECT_TRUE(shown().empty()) << "they are all badges";
 }
 
-TEST_F(IntakeTest, WhatKeepsAMessageOutOfTheStoreIsSaidInWords) {
-    for (const auto& [campaign, reason] : std::vector<std::pair<Campaign, std::optional<std::string>>>{
-             {{.type = "popup"}, {}},
-             {{.scope = ""}, "a message without scope is not stored"},
-             {{.event = ""}, "a message whose trigger names no event is not stored"},
-             {{.type = "FOOTER", .image = "http://a"},
-              "a message of type FOOTER whose image is not https is not stored"}}) {
-        EXPECT_EQ(whyNotStored(campaign.payload()), reason);
+TEST_F(IntakeTest, WhatKeepsAMessageOutIsSaidInWords) {
+    using Words = std::optional<std::string>;
+    struct Case {
+        Campaign campaign;
+        Words objection;
+    };
+    for (const Case& test :
+         {Case{{}, {}},
+          {{.scope = ""}, "a message without scope is not stored"},
+          {{.event = ""}, "a message whose trigger names no event is not stored"},
+          {{.type = "FOOTER", .image = "http://a"}, "a message of type FOOTER whose image is not https is not stored"},
+          {{.type = "popup"}, "a message of type BADGE is never shown"},
+          {{.type = "HEADER", .message = ""}, "a message of type HEADER without message text is never shown"}}) {
+        EXPECT_EQ(firstObjection(test.campaign.payload()), test.objection);
     }
 }
 
