@@ -11,7 +11,7 @@ namespace vantix {
 
 namespace {
 
-constexpr LogSource log{"ImageUtility"};
+constexpr LogSource log{"Images/ImageService"};
 
 /// At this size an image is decoded for no other purpose than to know that it can be.
 constexpr PixelSize proof{64, 64};
@@ -159,7 +159,7 @@ void ImageService::keep(const std::string& url, const std::string& bytes) {
     try {
         cache_.insert(url, bytes);
     } catch (const std::system_error& problem) {
-        log.error("downloadImage(with:imageIdentifier:)",
+        log.error("keep(url:bytes:)",
                   [&] { return "The image with url " + url + " could not be kept: " + problem.what(); });
     }
 }

@@ -11,7 +11,7 @@ namespace vantix {
 
 namespace {
 
-constexpr LogSource log{"SQLiteFile"};
+constexpr LogSource log{"Store/SQLiteFile"};
 
 std::filesystem::path withEnding(std::filesystem::path file, const std::string& ending) { return file += ending; }
 
