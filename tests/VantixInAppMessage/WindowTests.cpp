@@ -28,9 +28,9 @@ TEST_F(WindowTest, IsEvaluatedOnTheNextTurnAndHiddenOnAnother) {
     push({.event = "buy"});
     Vantix::captureEvent("buy");
     ASSERT_EQ(shown(), Texts{"a"});
-    EXPECT_FALSE(scene->windows().back().content->hasBeenEvaluated());
+    EXPECT_TRUE(scene->windows().back().content->elements().empty());
     settle();
-    EXPECT_TRUE(scene->windows().back().content->hasBeenEvaluated());
+    EXPECT_FALSE(scene->windows().back().content->elements().empty());
     int hidden = 0;
     scene->setOnHidden([&](const HostedView&) { ++hidden; });
     for (int time = 0; time < 2; ++time) core->dismissInAppMessage(Campaign{}.payload());
