@@ -27,7 +27,7 @@ LayoutPass::LayoutPass(LayoutMemory& memory, const TextMeasurer& measurer, const
 }
 
 SettledLayout LayoutPass::run(const ElementPointer& root) {
-    static const Environment outermost;
+    static const auto& outermost = *new const Environment;
     auto offered = Proposal::of(safeArea().size);
     auto size = measure(root, offered, outermost);
     auto center = safeArea().center();

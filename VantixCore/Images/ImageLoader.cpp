@@ -2,6 +2,7 @@
 
 #include "Platform/Ports/Dispatcher.h"
 #include "Platform/Ports/Platform.h"
+#include "Platform/Ports/RunningQueue.h"
 #include "Platform/Values/WhileAlive.h"
 
 #include <algorithm>
@@ -24,6 +25,8 @@ ImageLoader::ImageLoader(std::shared_ptr<ImageService> images, std::shared_ptr<c
       onChange_(std::move(onChange)) {}
 
 void ImageLoader::start() {
+    assertOnQueue(platform_->dispatcher->mainQueue(), "ImageLoader::start");
+
     auto take = whileAlive(weak_from_this(), [](ImageLoader& self, PixelSize size) { self.takeSize(size); });
     auto probe = [take](const Platform& platform, const auto& bytes) {
         if (!bytes) return;
@@ -34,9 +37,14 @@ void ImageLoader::start() {
     finding_ = images_->data(request_, whileAlive(std::weak_ptr(platform_), probe));
 }
 
-void ImageLoader::setPlaceholder(Image placeholder) { placeholder_ = std::move(placeholder); }
+void ImageLoader::setPlaceholder(Image placeholder) {
+    assertOnQueue(platform_->dispatcher->mainQueue(), "ImageLoader::setPlaceholder");
+    placeholder_ = std::move(placeholder);
+}
 
 Image ImageLoader::currentImage() const {
+    assertOnQueue(platform_->dispatcher->mainQueue(), "ImageLoader::currentImage");
+
     if (!picture_.isNull() || !naturalSize_) return picture_.isNull() ? placeholder_ : picture_;
     Image standIn = placeholder_.isNull() ? clearImage() : placeholder_;
     standIn.naturalSize = {static_cast<double>(naturalSize_->width), static_cast<double>(naturalSize_->height)};
@@ -44,6 +52,8 @@ Image ImageLoader::currentImage() const {
 }
 
 void ImageLoader::needed(int pixelWidth, int pixelHeight) {
+    assertOnQueue(platform_->dispatcher->mainQueue(), "ImageLoader::needed");
+
     if (!naturalSize_ || (pixelWidth <= bound_.width && pixelHeight <= bound_.height)) return;
     bool hasAllPixels = bound_.width >= naturalSize_->width && bound_.height >= naturalSize_->height;
     if (hasAllPixels) return;

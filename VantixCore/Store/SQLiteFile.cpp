@@ -11,7 +11,7 @@ namespace vantix {
 
 namespace {
 
-constexpr LogSource log{"SQLiteFile"};
+constexpr LogSource log{"Store/SQLiteFile"};
 
 std::filesystem::path freeNameBeside(const std::filesystem::path& file, Disk& disk) {
     for (int number = 1;; ++number) {

@@ -65,7 +65,7 @@ InAppMessagingCore::~InAppMessagingCore() {
 }
 
 void InAppMessagingCore::tearDown() {
-    assertMainThread("InAppMessagingCore::tearDown");
+    assertMainThread("tearDown()");
     intake_->close();
     triggerObservation_ = nullptr;
     displayManager_->tearDown();

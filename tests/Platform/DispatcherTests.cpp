@@ -106,6 +106,10 @@ TYPED_TEST(DispatcherContract, ASerialQueueWhoseWorkWaitsStaysInOrder) {
     EXPECT_EQ(order, (std::vector{1, 2, 3}));
 }
 
+TYPED_TEST(DispatcherContract, TheMainThreadNeverWaitsForAGroup) {
+    EXPECT_DEATH(this->tested.makeGroup()->wait(), "DispatchGroup::wait must not be called on the queue main");
+}
+
 TEST(VirtualDispatcherTest, RunsOnePieceAtATimeInTheOrderOfHandingOver) {
     VirtualDispatcher dispatcher;
     auto a = dispatcher.makeSerialQueue("a", QualityOfService::utility);

@@ -1,6 +1,8 @@
 #include "Platform/Dispatchers/ThreadedDispatcher.h"
 #include "VantixCore/ImageUtility.h"
 #include "VantixCore/Images/ImageCache.h"
+#include "VantixCore/Images/ImageService.h"
+#include "VantixCore/Installation/Installation.h"
 #include "tests/Support/KilledChild.h"
 #include "tests/Support/LoopbackServer.h"
 #include "tests/VantixCore/CoreFixture.h"
@@ -19,6 +21,10 @@ using DataResult = Result<ImageData, ImageError>;
 
 TransferHandle ask(const std::string& url, ImageDataCompletion completion, std::optional<std::string> identifier = {}) {
     return ImageUtility::downloadImage(*URL::parse(url), std::move(identifier), std::move(completion));
+}
+
+TransferHandle askForPixels(const std::string& url, ImageCompletion completion) {
+    return Installation::current()->images()->image({URL::parse(url)}, {10, 10}, std::move(completion));
 }
 
 class ImageTest : public CoreFixture<> {
@@ -66,7 +72,7 @@ TEST_F(ImageTest, NobodyIsCalledAndNothingFetchedOnceAllHaveLetGo) {
     auto fail = [](const auto&) { ADD_FAILURE() << "was dropped"; };
     for (int at = 0; at < 2; ++at) {
         auto data = ask(url_, fail);
-        auto image = ImageUtility::loadImage(*URL::parse(url_), {}, {10, 10}, fail);
+        auto image = askForPixels(url_, fail);
     }
     dispatcher().runUntilIdle();
     EXPECT_EQ(fetches(), 0U);
@@ -74,7 +80,7 @@ TEST_F(ImageTest, NobodyIsCalledAndNothingFetchedOnceAllHaveLetGo) {
     TransferHandle data, image;
     auto first = ask(url_, [&](const auto&) { data = {}, image = {}; });
     data = ask(url_, fail);
-    image = ImageUtility::loadImage(*URL::parse(url_), {}, {10, 10}, fail);
+    image = askForPixels(url_, fail);
     dispatcher().runUntilIdle();
     EXPECT_EQ(fetches(), 1U);
 }

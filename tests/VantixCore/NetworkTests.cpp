@@ -158,6 +158,7 @@ TEST_F(NetworkTest, AnAnswerOfAnyStatusIsOneAndOtherwiseAnErrorTellsWhyThereIsNo
     }
     EXPECT_EQ(selfSigned.requests().size(), 2U) << "whoever cannot be trusted hears nothing";
     for (const auto& request : plain.requests()) EXPECT_NE(request.path, "/smuggled");
+    for (const auto& request : sent()) EXPECT_NE(request.url, plain.url("/smuggled"));
 }
 
 TEST_F(NetworkTest, RedirectsTakeTheTokenNowhereElse) {

@@ -213,6 +213,19 @@ TEST_F(StoreTest, AStaleLogOfADamagedFileIsNotReadIntoItsSuccessor) {
     EXPECT_EQ(scopes(), Texts());
 }
 
+TEST_F(StoreTest, ASlowDiskTakesItsTimeAndStillDoesEverything) {
+    Duration waited(0);
+    auto slow = std::make_shared<FaultyDisk>(std::make_shared<FileDisk>(), [&](Duration time) { waited += time; });
+    SQLiteConnection connection(slow, file(), Duration(0));
+    slow->setFault(DiskFault::slow);
+    EXPECT_EQ(waited, Duration(0));
+    connection.run("CREATE TABLE T (text)");
+    EXPECT_GE(waited, seconds(0.2)) << "a write and its log";
+    waited = Duration(0);
+    EXPECT_TRUE(slow->exists(file()));
+    EXPECT_EQ(waited, seconds(0.1)) << "of one call";
+}
+
 TEST_F(StoreTest, ReportsAFileThatAnotherWriterHoldsAndStaysReadable) {
     insertScopes({"a"});
     SQLiteConnection other(std::make_shared<FileDisk>(), file(), Duration(0));

@@ -45,7 +45,7 @@ std::optional<SceneTraits> traitsFromText(const std::string& text) {
 }  // namespace
 
 const std::vector<Device>& portraitDevices() {
-    static const std::vector<Device> devices = {
+    static const auto& devices = *new const std::vector<Device>{
         {"phone", {{390, 844}, {47, 0, 34, 0}, 3}},
         {"phone-small", {{375, 667}, {20, 0, 0, 0}, 2}},
         {"phone-large", {{430, 932}, {59, 0, 34, 0}, 3}},
@@ -55,11 +55,11 @@ const std::vector<Device>& portraitDevices() {
 }
 
 const std::vector<Device>& landscapeDevices() {
-    static const std::vector<Device> devices = [] {
+    static const auto& devices = *new const std::vector<Device>([] {
         std::vector<Device> all;
         std::transform(portraitDevices().begin(), portraitDevices().end(), std::back_inserter(all), turned);
         return all;
-    }();
+    }());
     return devices;
 }
 

@@ -123,7 +123,7 @@ Step wish(const StepSource& source) {
 using Reader = Step (*)(const StepSource& source);
 
 const std::map<std::string_view, Reader>& readers() {
-    static const std::map<std::string_view, Reader> all = {
+    static const auto& all = *new const std::map<std::string_view, Reader>{
         {"push", push},
         {"campaign", campaign},
         {"deliver", deliver},
