@@ -135,7 +135,7 @@ TEST_F(SharedSettingsTest, StayInMemoryWhileTheDiskRefusesThem) {
     EXPECT_EQ(written(), "");
     EXPECT_EQ(customerId(), "c");
     EXPECT_EQ(takeErrors(),
-              Texts{"FileUserDefaults write(): The settings could not be written: No space left on device"});
+              Texts{"Settings/FileUserDefaults write(): The settings could not be written: No space left on device"});
     disk().setFault(DiskFault::none);
     setCustomerId("c");
     EXPECT_EQ(written(), R"({"customerId":"c"})");

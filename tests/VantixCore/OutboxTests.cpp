@@ -90,10 +90,8 @@ TEST_F(OutboxTest, HonoursRetryAfterAndDropsWhatIsRefusedForGood) {
     EXPECT_EQ(scopes(), Calls({{"a"}}));
     dispatcher().advance(seconds(5));
     ASSERT_EQ(scopes(), Calls({{"a"}, {"a", "b"}}));
-    EXPECT_EQ(
-        takeErrors(),
-        Texts{
-            "ReportSender failureOf(batch:outcome:): Reports refused by the back end with status 400 and dropped: 2"});
+    EXPECT_EQ(takeErrors(), Texts{"Reports/ReportSender failureOf(batch:outcome:): Reports refused by the back end "
+                                  "with status 400 and dropped: 2"});
 
     server_.reply(path, {});
     report(*core, "c");
@@ -127,7 +125,7 @@ TEST_F(OutboxTest, DropsTheOldestWhenFull) {
         report(*core, std::to_string(number));
     }
     const std::string full =
-        "ReportOutbox add(report:): The outbox is full. Oldest reports dropped: 1, since the start: ";
+        "Reports/ReportOutbox add(report:): The outbox is full. Oldest reports dropped: 1, since the start: ";
     EXPECT_EQ(takeErrors(), Texts({full + "1", full + "2"}));
     server_.reply(path, {});
     core = makeCore(server_.url());
@@ -142,7 +140,7 @@ TEST_F(OutboxTest, SaysSoWhenAReportCannotBeKept) {
     disk().setFault(DiskFault::full);
     EXPECT_FALSE(report(*core, "a"));
     EXPECT_EQ(takeErrors(),
-              Texts{"ReportOutbox add(report:): The store reports.sqlite failed: No space left on device"});
+              Texts{"Reports/ReportOutbox add(report:): The store reports.sqlite failed: No space left on device"});
     disk().setFault(DiskFault::none);
     EXPECT_TRUE(report(*core, "b"));
 }
