@@ -4,6 +4,7 @@
 #include "DeclarativeUI/DisplayList.h"
 #include "DeclarativeUI/View.h"
 #include "Platform/Ports/Application.h"
+#include "Platform/Ports/OwningThread.h"
 
 #include <functional>
 #include <map>
@@ -48,7 +49,6 @@ public:
     /// has not.
     void setNeedsLayout();
 
-    bool hasBeenEvaluated() const { return hasBeenEvaluated_; }
     const DisplayList& displayList() const;
     const std::vector<AccessibleElement>& elements() const;
 
@@ -87,6 +87,7 @@ private:
     void layOut();
     void tellSizes();
 
+    OwningThread thread_;
     std::function<View()> body_;
     std::function<void()> onNeedsDisplay_;
     SceneTraits traits_;

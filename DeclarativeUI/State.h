@@ -1,6 +1,7 @@
 #pragma once
 
 #include "DeclarativeUI/HostedView.h"
+#include "Platform/Ports/OwningThread.h"
 
 #include <functional>
 #include <memory>
@@ -22,6 +23,7 @@ public:
     }
 
     void set(T value) const {
+        slot_->thread.assertCurrent("State::set");
         if (slot_->value == value) return;
         slot_->value = std::move(value);
         if (auto root = slot_->root.lock()) root->invalidate();
@@ -30,6 +32,7 @@ public:
 private:
     struct Slot {
         T value{};
+        OwningThread thread;
         std::weak_ptr<HostedView> root;
     };
     std::shared_ptr<Slot> slot_;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "Platform/Ports/ImageDecoder.h"
 #include "Platform/Values/URL.h"
 #include "VantixCore/ImageCompletion.h"
 #include "VantixCore/TransferHandle.h"
@@ -18,10 +17,6 @@ public:
     /// finds them again by URL and by identifier. Requests for one image that is under way join it.
     static TransferHandle downloadImage(const URL& url, std::optional<std::string> imageIdentifier,
                                         ImageDataCompletion completion);
-
-    /// The same, decoded at no more than `bound` pixels.
-    static TransferHandle loadImage(const URL& url, std::optional<std::string> imageIdentifier, PixelSize bound,
-                                    ImageCompletion completion);
 
     /// Empties the cache.
     static void removeAllCachedImages();

@@ -13,7 +13,8 @@ namespace vantix {
 class VantixDBFactory {
 public:
     /// Opens nothing yet: the store "DATA DIRECTORY/NAME.sqlite" is opened, made or extended to the model on the store
-    /// thread at the first operation; later callers of the same name share it. A file that is no database is set aside
+    /// thread at the first operation; later callers with the same name, model, mapping
+    /// and time-out share it; others open the file for themselves. A file that is no database is set aside
     /// under another name ("NAME.sqlite.damaged-1"), logged at error level, and replaced. With
     /// `shouldInferMappingModelAutomatically` attributes that the file lacks are added. With an app group identifier
     /// the file lies in a folder of that name below the data directory. An operation that cannot have the file within

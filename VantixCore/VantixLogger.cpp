@@ -1,7 +1,6 @@
 #include "VantixCore/VantixLogger.h"
 
 #include "Platform/Values/AtomicPointer.h"
-#include "Platform/Values/WordTable.h"
 
 #include <spdlog/logger.h>
 #include <spdlog/sinks/stdout_sinks.h>
@@ -13,9 +12,6 @@
 namespace vantix {
 
 namespace {
-
-constexpr WordTable<LogLevel, 4> levelNames{
-    {{LogLevel::debug, "debug"}, {LogLevel::info, "info"}, {LogLevel::error, "error"}, {LogLevel::none, "none"}}};
 
 std::atomic<LogLevel> consoleLogLevel{LogLevel::debug};
 
@@ -41,14 +37,12 @@ AtomicPointer<const Sink>& installedSink() {
 
 }  // namespace
 
-std::string_view logLevelName(LogLevel level) { return levelNames.word(level); }
-
 void VantixLogger::write(const LogLine& line) {
     if (!isEnabled(line.level)) return;
     if (auto sink = installedSink().load()) {
         (*sink)(line);
     } else {
-        standardError().info("{} {} {}: {}", logLevelName(line.level), line.file, line.function, line.message);
+        standardError().info("{} {} {}: {}", logLevelWords.word(line.level), line.file, line.function, line.message);
     }
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Values/WordTable.h"
+
 #include <functional>
 #include <string>
 #include <string_view>
@@ -13,8 +15,8 @@ namespace vantix {
 
 enum class LogLevel { debug, info, error, none };
 
-/// The word for a level ("debug", …).
-std::string_view logLevelName(LogLevel level);
+inline constexpr WordTable<LogLevel, 4> logLevelWords{
+    {{LogLevel::debug, "debug"}, {LogLevel::info, "info"}, {LogLevel::error, "error"}, {LogLevel::none, "none"}}};
 
 /// The place in the code that writes a log line; as a default argument, the place of the call.
 struct SourceLocation {

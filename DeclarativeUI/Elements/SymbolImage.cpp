@@ -38,7 +38,7 @@ private:
 }  // namespace
 
 Image systemSymbol(std::string_view systemName) {
-    static std::map<std::string, Image, std::less<>> drawings;
+    static auto& drawings = *new std::map<std::string, Image, std::less<>>;
     auto known = drawings.find(systemName);
     if (known != drawings.end()) return known->second;
     auto drawing = embeddedSymbol(std::string(systemName) + ".svg");

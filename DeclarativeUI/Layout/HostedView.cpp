@@ -46,6 +46,7 @@ HostedView* HostedView::current() { return evaluatedView; }
 void HostedView::setOnNeedsDisplay(std::function<void()> handler) { onNeedsDisplay_ = std::move(handler); }
 
 void HostedView::setTraits(const SceneTraits& given) {
+    thread_.assertCurrent("HostedView::setTraits");
     SceneTraits traits = countable(given);
     if (traits_ == traits) return;
     traits_ = traits;
@@ -53,11 +54,13 @@ void HostedView::setTraits(const SceneTraits& given) {
 }
 
 void HostedView::invalidate() {
+    thread_.assertCurrent("HostedView::invalidate");
     treeIsOutOfDate_ = true;
     setNeedsLayout();
 }
 
 void HostedView::setNeedsLayout() {
+    thread_.assertCurrent("HostedView::setNeedsLayout");
     layoutIsOutOfDate_ = true;
     askForDisplay();
 }
@@ -68,6 +71,7 @@ void HostedView::askForDisplay() {
 }
 
 void HostedView::evaluate(const TextMeasurer& measurer) {
+    thread_.assertCurrent("HostedView::evaluate");
     if (!std::exchange(layoutIsOutOfDate_, false)) return;
     hasAsked_ = false;
     hasBeenEvaluated_ = true;
@@ -123,6 +127,7 @@ HostedView::ScrollArea HostedView::scrollArea() const {
 }
 
 void HostedView::scroll(double points) {
+    thread_.assertCurrent("HostedView::scroll");
     double offset = std::clamp(scrollOffset_ + bounded(points), 0.0, settled_->scrollRange);
     if (offset == scrollOffset_ || !measurer_) return;
     scrollOffset_ = offset;

@@ -6,9 +6,8 @@
 
 namespace vantix {
 
-/// A view's layers reach from the outermost one to its content or to the first padding.
-
-/// The control among the layers; null when there is none.
+/// The control among a view's layers, which reach from the outermost one to its content or to the first padding; null
+/// when there is none.
 const Control* controlIn(const Element& outermost);
 
 bool isLayerOf(const Element& outermost, const Element& layer);

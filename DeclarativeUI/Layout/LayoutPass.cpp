@@ -20,8 +20,8 @@ Environment environmentOf(LayoutDirection direction) {
 
 /// The same object for the same direction, as what layout remembers is kept by its address.
 const Environment& outermostEnvironment(LayoutDirection direction) {
-    static const Environment fromTheLeft = environmentOf(LayoutDirection::leftToRight);
-    static const Environment fromTheRight = environmentOf(LayoutDirection::rightToLeft);
+    static const auto& fromTheLeft = *new const Environment(environmentOf(LayoutDirection::leftToRight));
+    static const auto& fromTheRight = *new const Environment(environmentOf(LayoutDirection::rightToLeft));
     return direction == LayoutDirection::rightToLeft ? fromTheRight : fromTheLeft;
 }
 

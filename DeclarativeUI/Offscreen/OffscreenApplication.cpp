@@ -7,8 +7,6 @@ namespace vantix {
 OffscreenApplication::OffscreenApplication(std::shared_ptr<OffscreenScene> scene, Image icon)
     : scene_(std::move(scene)), icon_(std::move(icon)) {}
 
-std::vector<std::shared_ptr<Scene>> OffscreenApplication::connectedScenes() const {
-    return connected_ ? std::vector<std::shared_ptr<Scene>>{scene_} : std::vector<std::shared_ptr<Scene>>{};
-}
+std::vector<std::shared_ptr<Scene>> OffscreenApplication::connectedScenes() const { return {scene_}; }
 
 }  // namespace vantix

@@ -15,13 +15,10 @@ public:
 
     std::vector<std::shared_ptr<Scene>> connectedScenes() const override;
     Image icon() const override { return icon_; }
-    /// False: the application has no scene at all.
-    void setConnected(bool connected) { connected_ = connected; }
 
 private:
     std::shared_ptr<OffscreenScene> scene_;
     Image icon_;
-    bool connected_ = true;
 };
 
 }  // namespace vantix

@@ -1,6 +1,7 @@
 #include "DeclarativeUI/Offscreen/OffscreenScene.h"
 
 #include "Platform/Ports/Dispatcher.h"
+#include "Platform/Ports/RunningQueue.h"
 #include "Platform/Values/WhileAlive.h"
 
 #include <algorithm>
@@ -29,7 +30,23 @@ OffscreenScene::OffscreenScene(SceneTraits traits, std::shared_ptr<Dispatcher> d
                                std::shared_ptr<TextMeasurer> measurer)
     : traits_(traits), dispatcher_(std::move(dispatcher)), measurer_(std::move(measurer)) {}
 
+SceneActivationState OffscreenScene::activationState() const {
+    assertOnMainQueue("OffscreenScene::activationState");
+    return activationState_;
+}
+
+void OffscreenScene::setActivationState(SceneActivationState state) {
+    assertOnMainQueue("OffscreenScene::setActivationState");
+    activationState_ = state;
+}
+
+SceneTraits OffscreenScene::traits() const {
+    assertOnMainQueue("OffscreenScene::traits");
+    return traits_;
+}
+
 void OffscreenScene::setTraits(const SceneTraits& traits) {
+    assertOnMainQueue("OffscreenScene::setTraits");
     traits_ = traits;
     for (ShownWindow& window : windows_) {
         window.description.frame = {{}, traits.size};
@@ -38,6 +55,7 @@ void OffscreenScene::setTraits(const SceneTraits& traits) {
 }
 
 std::unique_ptr<Window> OffscreenScene::makeWindow(WindowDescription description) {
+    assertOnMainQueue("OffscreenScene::makeWindow");
     auto content = std::dynamic_pointer_cast<HostedView>(description.rootContent);
     if (!content) return nullptr;
     if (!description.isHidden) show({std::move(description), content});
@@ -45,11 +63,16 @@ std::unique_ptr<Window> OffscreenScene::makeWindow(WindowDescription description
 }
 
 std::vector<OffscreenScene::ShownWindow> OffscreenScene::windows() const {
+    assertOnMainQueue("OffscreenScene::windows");
     auto windows = windows_;
     std::stable_sort(windows.begin(), windows.end(), [](const ShownWindow& a, const ShownWindow& b) {
         return a.description.level < b.description.level;
     });
     return windows;
+}
+
+void OffscreenScene::assertOnMainQueue(std::string_view operation) const {
+    assertOnQueue(dispatcher_->mainQueue(), operation);
 }
 
 void OffscreenScene::show(const ShownWindow& window) {
@@ -64,15 +87,15 @@ void OffscreenScene::show(const ShownWindow& window) {
 }
 
 void OffscreenScene::remove(const HostedView& content) {
+    assertOnMainQueue("OffscreenScene::remove");
     auto removed = std::erase_if(windows_, [&](const ShownWindow& window) { return window.content.get() == &content; });
     if (removed && onHidden_) onHidden_(content);
 }
 
 void OffscreenScene::evaluateOnNextTurn(std::weak_ptr<HostedView> content) {
-    auto evaluateContent = [content = std::move(content)](OffscreenScene& scene) {
-        if (auto view = content.lock()) scene.evaluate(*view);
-    };
-    dispatcher_->mainQueue().async(whileAlive(weak_from_this(), std::move(evaluateContent)));
+    auto evaluateOnScene =
+        whileAlive(weak_from_this(), [](OffscreenScene& scene, HostedView& view) { scene.evaluate(view); });
+    dispatcher_->mainQueue().async(whileAlive(std::move(content), std::move(evaluateOnScene)));
 }
 
 void OffscreenScene::evaluate(HostedView& content) const {

@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <memory>
+#include <string_view>
 #include <vector>
 
 namespace vantix {
@@ -24,13 +25,13 @@ public:
 
     OffscreenScene(SceneTraits traits, std::shared_ptr<Dispatcher> dispatcher, std::shared_ptr<TextMeasurer> measurer);
 
-    SceneActivationState activationState() const override { return activationState_; }
+    SceneActivationState activationState() const override;
     bool isWindowScene() const override { return true; }
-    SceneTraits traits() const override { return traits_; }
+    SceneTraits traits() const override;
     /// Null for content that is no HostedView.
     std::unique_ptr<Window> makeWindow(WindowDescription description) override;
 
-    void setActivationState(SceneActivationState state) { activationState_ = state; }
+    void setActivationState(SceneActivationState state);
     /// As for a device that is turned: every window is laid out anew.
     void setTraits(const SceneTraits& traits);
 
@@ -44,6 +45,7 @@ public:
 private:
     class OffscreenWindow;
 
+    void assertOnMainQueue(std::string_view operation) const;
     void show(const ShownWindow& window);
     void remove(const HostedView& content);
     void evaluateOnNextTurn(std::weak_ptr<HostedView> content);

@@ -7,7 +7,14 @@
 
 namespace vantix {
 
-FaultyDisk::FaultyDisk(std::shared_ptr<Disk> disk) : disk_(std::move(disk)) {}
+namespace {
+
+void holdUp(Duration time) { std::this_thread::sleep_for(time); }
+
+}  // namespace
+
+FaultyDisk::FaultyDisk(std::shared_ptr<Disk> disk, std::function<void(Duration)> wait)
+    : disk_(std::move(disk)), wait_(wait ? std::move(wait) : holdUp) {}
 
 void FaultyDisk::setFault(DiskFault fault) { fault_ = fault; }
 
@@ -73,7 +80,7 @@ void FaultyDisk::admit(DiskUse use) {
             if (use != DiskUse::read) refuse(std::errc::read_only_file_system);
             break;
         case DiskFault::slow:
-            std::this_thread::sleep_for(std::chrono::milliseconds(100));
+            wait_(std::chrono::milliseconds(100));
             break;
     }
     disk_->admit(use);

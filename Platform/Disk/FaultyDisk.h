@@ -1,9 +1,11 @@
 #pragma once
 
+#include "Platform/Ports/Clock.h"
 #include "Platform/Ports/Disk.h"
 #include "Platform/Values/WordTable.h"
 
 #include <atomic>
+#include <functional>
 #include <memory>
 
 namespace vantix {
@@ -28,7 +30,8 @@ inline constexpr WordTable<DiskFault, 4> diskFaultWords{{{DiskFault::none, "none
 /// everything. The fault may change at any time, from any thread; calls that are under way end as they began.
 class FaultyDisk final : public Disk {
 public:
-    explicit FaultyDisk(std::shared_ptr<Disk> disk);
+    /// `wait` takes the time of a slow call; empty: it holds up the calling thread.
+    explicit FaultyDisk(std::shared_ptr<Disk> disk, std::function<void(Duration)> wait = {});
 
     void setFault(DiskFault fault);
 
@@ -51,6 +54,7 @@ private:
     void admitMaking(const Path& path);
 
     std::shared_ptr<Disk> disk_;
+    std::function<void(Duration)> wait_;
     std::atomic<DiskFault> fault_{DiskFault::none};
 };
 

@@ -36,7 +36,7 @@ std::shared_ptr<DispatchQueue> ThreadedDispatcher::makeSerialQueue(std::string l
 }
 
 std::shared_ptr<DispatchGroup> ThreadedDispatcher::makeGroup() {
-    return std::make_shared<ThreadedGroup>(utilityQueue_);
+    return std::make_shared<ThreadedGroup>(mainQueue_, utilityQueue_);
 }
 
 void ThreadedDispatcher::setMainQueueWaker(std::function<void()> wake) { mainQueue_.setWaker(std::move(wake)); }

@@ -1,5 +1,7 @@
 #include "Platform/Dispatchers/ThreadedGroup.h"
 
+#include "Platform/Ports/RunningQueue.h"
+
 namespace vantix {
 
 void ThreadedGroup::enter() {
@@ -13,6 +15,7 @@ void ThreadedGroup::leave() {
 }
 
 void ThreadedGroup::wait() {
+    assertNotOnQueue(main_, "DispatchGroup::wait");
     bool counted = utility_.isCurrent();
     if (counted) utility_.beginWaiting();
     {

@@ -8,16 +8,17 @@
 
 namespace vantix {
 
-/// Tells the utility queue when one of its threads waits. The queue must outlive the waits.
+/// Tells the utility queue when one of its threads waits. Both queues must outlive the waits.
 class ThreadedGroup final : public DispatchGroup {
 public:
-    explicit ThreadedGroup(UtilityQueue& utility) : utility_(utility) {}
+    ThreadedGroup(const DispatchQueue& main, UtilityQueue& utility) : main_(main), utility_(utility) {}
 
     void enter() override;
     void leave() override;
     void wait() override;
 
 private:
+    const DispatchQueue& main_;
     UtilityQueue& utility_;
     std::mutex mutex_;
     std::condition_variable empty_;

@@ -9,13 +9,18 @@ namespace vantix {
 
 VirtualDispatcher::VirtualDispatcher() { RunningQueue::setThreadLabel("main"); }
 
-VirtualDispatcher::~VirtualDispatcher() { scheduler_->stop(); }
+VirtualDispatcher::~VirtualDispatcher() {
+    assertOnQueue(mainQueue_, "VirtualDispatcher::~VirtualDispatcher");
+    scheduler_->stop();
+}
 
 std::shared_ptr<DispatchQueue> VirtualDispatcher::makeSerialQueue(std::string label, QualityOfService) {
     return std::make_shared<VirtualQueue>(scheduler_, VirtualScheduler::QueueKind::serial, std::move(label));
 }
 
-std::shared_ptr<DispatchGroup> VirtualDispatcher::makeGroup() { return std::make_shared<VirtualGroup>(scheduler_); }
+std::shared_ptr<DispatchGroup> VirtualDispatcher::makeGroup() {
+    return std::make_shared<VirtualGroup>(mainQueue_, scheduler_);
+}
 
 void VirtualDispatcher::runUntilIdle() {
     assertOnQueue(mainQueue_, "VirtualDispatcher::runUntilIdle");

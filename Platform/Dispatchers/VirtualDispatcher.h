@@ -17,7 +17,7 @@ namespace vantix {
 class VirtualDispatcher final : public Dispatcher {
 public:
     VirtualDispatcher();
-    /// Drops what has not begun.
+    /// Drops what has not begun. Main thread only.
     ~VirtualDispatcher() override;
 
     DispatchQueue& mainQueue() override { return mainQueue_; }

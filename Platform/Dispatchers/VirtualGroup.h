@@ -2,6 +2,7 @@
 
 #include "Platform/Dispatchers/VirtualScheduler.h"
 #include "Platform/Ports/DispatchGroup.h"
+#include "Platform/Ports/RunningQueue.h"
 
 #include <memory>
 #include <utility>
@@ -11,7 +12,9 @@ namespace vantix {
 /// A group in virtual time. Once its scheduler is gone nobody waits.
 class VirtualGroup final : public DispatchGroup {
 public:
-    explicit VirtualGroup(std::weak_ptr<VirtualScheduler> scheduler) : scheduler_(std::move(scheduler)) {}
+    /// The queue must outlive the waits.
+    VirtualGroup(const DispatchQueue& main, std::weak_ptr<VirtualScheduler> scheduler)
+        : main_(main), scheduler_(std::move(scheduler)) {}
 
     void enter() override {
         if (auto scheduler = scheduler_.lock()) scheduler->enter(group_);
@@ -20,10 +23,14 @@ public:
         if (auto scheduler = scheduler_.lock()) scheduler->leave(group_);
     }
     void wait() override {
-        if (auto scheduler = scheduler_.lock()) scheduler->wait(group_);
+        auto scheduler = scheduler_.lock();
+        if (!scheduler) return;
+        assertNotOnQueue(main_, "DispatchGroup::wait");
+        scheduler->wait(group_);
     }
 
 private:
+    const DispatchQueue& main_;
     std::weak_ptr<VirtualScheduler> scheduler_;
     VirtualScheduler::Group group_;
 };

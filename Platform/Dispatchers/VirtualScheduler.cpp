@@ -40,7 +40,7 @@ void VirtualScheduler::leave(Group& group) {
 }
 
 void VirtualScheduler::wait(Group& group) {
-    if (!currentWorker) fatalError("The main thread must not wait for a group");
+    if (!currentWorker) fatalError("Only work of a queue can wait for a group");
     std::unique_lock lock(mutex_);
     if (group.count == 0 || stopping_) return;
     group.waiters.push_back(currentWorker);

@@ -55,14 +55,14 @@ public:
     void enter(Group& group);
     /// At the last one the waiters' work is handed over anew.
     void leave(Group& group);
-    /// The calling worker steps aside until the group is empty. On the main thread it stops the process.
+    /// The calling worker steps aside until the group is empty. Any other thread stops the process.
     void wait(Group& group);
 
-    /// Runs work until none is left that could run now. Main thread only.
+    /// Runs work until none is left that could run now. Main thread only, as all below; the dispatcher looks to that.
     void runUntilIdle();
-    /// Moves the clock by that much and fires what becomes due on the way. Main thread only.
+    /// Moves the clock by that much and fires what becomes due on the way.
     void advance(Duration duration);
-    /// Refuses later work, drops what has not begun and ends the workers. Main thread only.
+    /// Refuses later work, drops what has not begun and ends the workers.
     void stop();
 
 private:

@@ -24,7 +24,6 @@ public:
     }
     /// Later performances do nothing; one that runs already is not stopped.
     void cancel() { cancelled_ = true; }
-    bool isCancelled() const { return cancelled_; }
 
     QualityOfService qualityOfService() const { return qos_; }
     WorkItemFlags flags() const { return flags_; }

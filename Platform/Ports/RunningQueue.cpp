@@ -35,4 +35,9 @@ void assertOnQueue(const DispatchQueue& queue, std::string_view operation) {
                std::string(RunningQueue::label()));
 }
 
+void assertNotOnQueue(const DispatchQueue& queue, std::string_view operation) {
+    if (!queue.isCurrent()) return;
+    fatalError(std::string(operation) + " must not be called on the queue " + std::string(queue.label()));
+}
+
 }  // namespace vantix

@@ -30,5 +30,7 @@ private:
 /// Stops the process when the caller does not run on the queue. The message names the operation, the queue that it
 /// belongs to and the one that it ran on.
 void assertOnQueue(const DispatchQueue& queue, std::string_view operation);
+/// Stops the process when the caller runs on the queue. The message names the operation and the queue.
+void assertNotOnQueue(const DispatchQueue& queue, std::string_view operation);
 
 }  // namespace vantix

@@ -19,8 +19,8 @@ namespace {
 namespace ondemand = simdjson::ondemand;
 using simdjson::dom::element_type;
 
-/// The implementations that simdjson would choose from are destroyed at exit, when threads may still read JSON. This one
-/// is not.
+/// The implementations that simdjson would choose from are destroyed at exit, when threads may still read JSON. This
+/// one is not.
 [[maybe_unused]] const bool lastsToTheEnd = [] {
     simdjson::get_active_implementation() = new simdjson::builtin::implementation;
     return true;

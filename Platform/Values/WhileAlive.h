@@ -14,4 +14,14 @@ auto whileAlive(std::weak_ptr<Owner> owner, Block block) {
     };
 }
 
+/// The same with a second block for a call that comes once the owner is gone; it takes what the call brings.
+template <typename Owner, typename Block, typename Otherwise>
+auto whileAlive(std::weak_ptr<Owner> owner, Block block, Otherwise otherwise) {
+    return [owner = std::move(owner), block = std::move(block), otherwise = std::move(otherwise)](auto&&... arguments) {
+        auto alive = owner.lock();
+        return alive ? block(*alive, std::forward<decltype(arguments)>(arguments)...)
+                     : otherwise(std::forward<decltype(arguments)>(arguments)...);
+    };
+}
+
 }  // namespace vantix

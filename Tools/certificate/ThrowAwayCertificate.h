@@ -1,8 +1,10 @@
 #pragma once
 
 #include <memory>
-#include <openssl/types.h>
 #include <string>
+
+struct evp_pkey_st;
+struct x509_st;
 
 namespace vantix {
 
@@ -14,14 +16,14 @@ public:
 
     explicit ThrowAwayCertificate(Validity validity = Validity::current);
 
-    X509* certificate() const { return certificate_.get(); }
-    EVP_PKEY* key() const { return key_.get(); }
+    x509_st* certificate() const { return certificate_.get(); }
+    evp_pkey_st* key() const { return key_.get(); }
     /// The pin of the public key, "sha256//BASE64".
     std::string pin() const;
 
 private:
-    std::unique_ptr<EVP_PKEY, void (*)(EVP_PKEY*)> key_;
-    std::unique_ptr<X509, void (*)(X509*)> certificate_;
+    std::unique_ptr<evp_pkey_st, void (*)(evp_pkey_st*)> key_;
+    std::unique_ptr<x509_st, void (*)(x509_st*)> certificate_;
 };
 
 }  // namespace vantix

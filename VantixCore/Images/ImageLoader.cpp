@@ -2,6 +2,7 @@
 
 #include "Platform/Ports/Dispatcher.h"
 #include "Platform/Ports/Platform.h"
+#include "Platform/Ports/RunningQueue.h"
 #include "Platform/Values/WhileAlive.h"
 
 #include <algorithm>
@@ -24,18 +25,26 @@ ImageLoader::ImageLoader(std::shared_ptr<ImageService> images, std::shared_ptr<c
       onChange_(std::move(onChange)) {}
 
 void ImageLoader::start() {
+    assertOnQueue(platform_->dispatcher->mainQueue(), "ImageLoader::start");
+
     auto take = whileAlive(weak_from_this(), [](ImageLoader& self, PixelSize size) { self.takeSize(size); });
-    finding_ = images_->data(request_, [platform = platform_, take](const auto& bytes) {
+    auto probe = [take](const Platform& platform, const auto& bytes) {
         if (!bytes) return;
-        auto size = platform->imageDecoder->probe(*bytes.value());
+        auto size = platform.imageDecoder->probe(*bytes.value());
         if (!size) return;
-        platform->dispatcher->mainQueue().async([take, size = size.value()] { take(size); });
-    });
+        platform.dispatcher->mainQueue().async([take, size = size.value()] { take(size); });
+    };
+    finding_ = images_->data(request_, whileAlive(std::weak_ptr(platform_), probe));
 }
 
-void ImageLoader::setPlaceholder(Image placeholder) { placeholder_ = std::move(placeholder); }
+void ImageLoader::setPlaceholder(Image placeholder) {
+    assertOnQueue(platform_->dispatcher->mainQueue(), "ImageLoader::setPlaceholder");
+    placeholder_ = std::move(placeholder);
+}
 
 Image ImageLoader::currentImage() const {
+    assertOnQueue(platform_->dispatcher->mainQueue(), "ImageLoader::currentImage");
+
     if (!picture_.isNull() || !naturalSize_) return picture_.isNull() ? placeholder_ : picture_;
     Image standIn = placeholder_.isNull() ? clearImage() : placeholder_;
     standIn.naturalSize = {static_cast<double>(naturalSize_->width), static_cast<double>(naturalSize_->height)};
@@ -43,6 +52,8 @@ Image ImageLoader::currentImage() const {
 }
 
 void ImageLoader::needed(int pixelWidth, int pixelHeight) {
+    assertOnQueue(platform_->dispatcher->mainQueue(), "ImageLoader::needed");
+
     if (!naturalSize_ || (pixelWidth <= bound_.width && pixelHeight <= bound_.height)) return;
     bool hasAllPixels = bound_.width >= naturalSize_->width && bound_.height >= naturalSize_->height;
     if (hasAllPixels) return;
@@ -57,10 +68,10 @@ void ImageLoader::takeSize(PixelSize naturalSize) {
 
 void ImageLoader::decode() {
     auto take = whileAlive(weak_from_this(), [](ImageLoader& self, Image picture) { self.takePicture(picture); });
-    decoding_ = images_->image(request_, bound_, [platform = platform_, take](const auto& image) {
-        if (!image) return;
-        platform->dispatcher->mainQueue().async([take, image = image.value()] { take(image); });
-    });
+    auto handOver = [take](const Platform& platform, const auto& image) {
+        if (image) platform.dispatcher->mainQueue().async([take, image = image.value()] { take(image); });
+    };
+    decoding_ = images_->image(request_, bound_, whileAlive(std::weak_ptr(platform_), handOver));
 }
 
 void ImageLoader::takePicture(Image picture) {

@@ -1,5 +1,6 @@
 #include "VantixCore/Images/ImageService.h"
 
+#include "Platform/Ports/RunningQueue.h"
 #include "Platform/Values/WhileAlive.h"
 #include "VantixCore/Network/NetworkPolicy.h"
 #include "VantixCore/VantixLogger.h"
@@ -11,7 +12,7 @@ namespace vantix {
 
 namespace {
 
-constexpr LogSource log{"ImageUtility"};
+constexpr LogSource log{"Images/ImageService"};
 
 /// At this size an image is decoded for no other purpose than to know that it can be.
 constexpr PixelSize proof{64, 64};
@@ -39,9 +40,11 @@ TransferHandle ImageService::start(const Claim& claim, Work work) {
     queue_->async([claim, work = std::move(work)] {
         if (!claim->isTaken()) work();
     });
-    return TransferHandle([weak = weak_from_this(), claim] {
-        if (!claim->take()) return;
-        if (auto self = weak.lock()) self->queue_->async([self] { self->endUnwantedDownloads(); });
+    auto letGo = whileAlive(weak_from_this(), [](ImageService& service) {
+        service.queue_->async([self = service.shared_from_this()] { self->endUnwantedDownloads(); });
+    });
+    return TransferHandle([claim, letGo] {
+        if (claim->take()) letGo();
     });
 }
 
@@ -89,15 +92,20 @@ void ImageService::removeAll() {
 }
 
 ImageData ImageService::cached(const ImageRequest& request) {
+    assertOnQueue(*queue_, "ImageService::cached");
     auto bytes = cache_.find(textOf(request.url), request.identifier);
     if (!bytes) return {};
     if (request.url && request.identifier) cache_.identify(request.url->text(), *request.identifier);
     return std::make_shared<const std::string>(std::move(*bytes));
 }
 
-void ImageService::forget(const ImageRequest& request) { cache_.remove(textOf(request.url), request.identifier); }
+void ImageService::forget(const ImageRequest& request) {
+    assertOnQueue(*queue_, "ImageService::forget");
+    cache_.remove(textOf(request.url), request.identifier);
+}
 
 void ImageService::fetch(const ImageRequest& request, const Claim& claim, ImageDataCompletion completion) {
+    assertOnQueue(*queue_, "ImageService::fetch");
     if (!request.mayFetch || !request.url) {
         return completion(ImageError{ImageError::Kind::other, "The image is not in the cache"});
     }
@@ -128,6 +136,7 @@ TransferHandle ImageService::startDownload(const URL& url, const std::shared_ptr
 }
 
 void ImageService::finishDownload(const std::string& url, Download& download, const HTTPOutcome& response) {
+    assertOnQueue(*queue_, "ImageService::finishDownload");
     downloads_.erase(url);
     auto result = proven(response);
     if (result && download.isKept) keep(url, *result.value());
@@ -138,6 +147,7 @@ void ImageService::finishDownload(const std::string& url, Download& download, co
 }
 
 void ImageService::endUnwantedDownloads() {
+    assertOnQueue(*queue_, "ImageService::endUnwantedDownloads");
     std::erase_if(downloads_, [](auto& entry) {
         auto& waiters = entry.second->waiters;
         std::erase_if(waiters, [](const Waiter& waiter) { return waiter.claim->isTaken(); });
@@ -159,7 +169,7 @@ void ImageService::keep(const std::string& url, const std::string& bytes) {
     try {
         cache_.insert(url, bytes);
     } catch (const std::system_error& problem) {
-        log.error("downloadImage(with:imageIdentifier:)",
+        log.error("keep(url:bytes:)",
                   [&] { return "The image with url " + url + " could not be kept: " + problem.what(); });
     }
 }

@@ -12,11 +12,6 @@ TransferHandle ImageUtility::downloadImage(const URL& url, std::optional<std::st
     return Installation::current()->images()->data({url, std::move(imageIdentifier)}, std::move(completion));
 }
 
-TransferHandle ImageUtility::loadImage(const URL& url, std::optional<std::string> imageIdentifier, PixelSize bound,
-                                       ImageCompletion completion) {
-    return Installation::current()->images()->image({url, std::move(imageIdentifier)}, bound, std::move(completion));
-}
-
 void ImageUtility::removeAllCachedImages() { Installation::current()->images()->removeAll(); }
 
 }  // namespace vantix

@@ -54,7 +54,7 @@ std::shared_ptr<HTTPClient> Installation::httpClient() {
 }
 
 std::shared_ptr<BackEndClient> Installation::backEnd() {
-    return backEnd_.get([this] { return std::make_shared<BackEndClient>(httpClient(), platform_->dispatcher); });
+    return backEnd_.get([this] { return std::make_shared<BackEndClient>(httpClient()); });
 }
 
 std::shared_ptr<ImageService> Installation::images() {

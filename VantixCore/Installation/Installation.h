@@ -32,7 +32,7 @@ public:
     /// From now on this is the one.
     static void replace(std::shared_ptr<Installation> installation);
 
-    const Platform& platform() const { return *platform_; }
+    const std::shared_ptr<const Platform>& platform() const { return platform_; }
     const std::shared_ptr<const VantixHost>& host() const { return host_; }
 
     /// Null without an app group or a data directory.

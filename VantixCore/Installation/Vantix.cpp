@@ -1,5 +1,6 @@
 #include "VantixCore/Vantix.h"
 
+#include "Platform/Ports/MainThread.h"
 #include "Platform/Ports/NotificationCenter.h"
 #include "Platform/Ports/Platform.h"
 #include "VantixCore/Installation/Installation.h"
@@ -11,6 +12,7 @@
 namespace vantix {
 
 void Vantix::install(VantixHost host) {
+    assertMainThread("Vantix::install");
     VantixLogger::setSink(host.logSink);
     Installation::replace(std::make_shared<Installation>(std::move(host)));
 }

@@ -2,6 +2,7 @@
 
 #include "DeclarativeUI/Elements/SourcedImage.h"
 #include "DeclarativeUI/HostedView.h"
+#include "Platform/Ports/MainThread.h"
 #include "Platform/Values/WhileAlive.h"
 #include "VantixCore/Images/ImageLoader.h"
 #include "VantixCore/Installation/Installation.h"
@@ -21,7 +22,7 @@ Image placeholderFor(const VantixImageView& view) {
 std::shared_ptr<ImageLoader> makeLoader(const VantixImageView& view, const std::weak_ptr<HostedView>& host) {
     ImageRequest request{view.url, view.imageIdentifier, view.asynchronousDownload};
     auto installation = Installation::current();
-    auto loader = std::make_shared<ImageLoader>(installation->images(), Platform::current(), std::move(request),
+    auto loader = std::make_shared<ImageLoader>(installation->images(), installation->platform(), std::move(request),
                                                 whileAlive(host, [](HostedView& alive) { alive.setNeedsLayout(); }));
     loader->start();
     return loader;
@@ -48,6 +49,7 @@ View VantixImageView::body() const {
 }
 
 void VantixImageView::setDefaultPlaceholder(std::function<Image()> provider) {
+    assertMainThread("VantixImageView::setDefaultPlaceholder");
     Installation::current()->defaultPlaceholder = std::move(provider);
 }
 

@@ -7,7 +7,8 @@ namespace vantix {
 
 std::shared_ptr<const VantixResponseGenerator> VantixNetworkManager::callAPI(
     const VantixAPIRequestGenerator& request) const {
-    auto outcome = Installation::current()->backEnd()->sendAndWait(request);
+    auto installation = Installation::current();
+    auto outcome = installation->backEnd()->sendAndWait(request, *installation->platform()->dispatcher);
     if (!outcome) throw VantixError(outcome.error());
     return std::make_shared<const BackEndAnswer>(std::move(outcome).value());
 }

@@ -51,8 +51,7 @@ HTTPRequest httpRequest(const VantixAPIRequestGenerator& call, URL address) {
 
 }  // namespace
 
-BackEndClient::BackEndClient(std::shared_ptr<HTTPClient> client, std::shared_ptr<Dispatcher> dispatcher)
-    : client_(std::move(client)), dispatcher_(std::move(dispatcher)) {}
+BackEndClient::BackEndClient(std::shared_ptr<HTTPClient> client) : client_(std::move(client)) {}
 
 TransferHandle BackEndClient::send(const VantixAPIRequestGenerator& call,
                                    std::function<void(Outcome)> completion) const {
@@ -65,9 +64,9 @@ TransferHandle BackEndClient::send(const VantixAPIRequestGenerator& call,
     return client_->send(httpRequest(call, address.value()), std::move(answer));
 }
 
-BackEndClient::Outcome BackEndClient::sendAndWait(const VantixAPIRequestGenerator& call) const {
+BackEndClient::Outcome BackEndClient::sendAndWait(const VantixAPIRequestGenerator& call, Dispatcher& dispatcher) const {
     std::optional<Outcome> outcome;
-    auto group = dispatcher_->makeGroup();
+    auto group = dispatcher.makeGroup();
     group->enter();
     auto transfer = send(call, [&outcome, group](Outcome answer) {
         outcome.emplace(std::move(answer));

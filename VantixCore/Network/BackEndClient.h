@@ -16,17 +16,17 @@ public:
     /// An error means that no answer arrived, or that the call could not be sent (`configuration`).
     using Outcome = Result<BackEndAnswer, VantixError>;
 
-    BackEndClient(std::shared_ptr<HTTPClient> client, std::shared_ptr<Dispatcher> dispatcher);
+    explicit BackEndClient(std::shared_ptr<HTTPClient> client);
 
     /// The call is read at once. The completion runs on the network queue, at most once, and must not block.
     TransferHandle send(const VantixAPIRequestGenerator& call, std::function<void(Outcome)> completion) const;
 
-    /// The same, and waits for the outcome: never on the main thread, nor where the network or the store works.
-    Outcome sendAndWait(const VantixAPIRequestGenerator& call) const;
+    /// The same, and waits for the outcome in a group of the dispatcher: never on the main thread, nor where the
+    /// network or the store works.
+    Outcome sendAndWait(const VantixAPIRequestGenerator& call, Dispatcher& dispatcher) const;
 
 private:
     std::shared_ptr<HTTPClient> client_;
-    std::shared_ptr<Dispatcher> dispatcher_;
 };
 
 }  // namespace vantix

@@ -1,32 +1,18 @@
 #include "VantixCore/Network/HTTPTransport.h"
 
+#include "Platform/Ports/RunningQueue.h"
+#include "Platform/Values/WhileAlive.h"
 #include "VantixCore/Network/BrokenPipeGuard.h"
 #include "VantixCore/Network/NetworkPolicy.h"
 #include "VantixCore/Network/TransferError.h"
 
 #include <algorithm>
 #include <cctype>
-#include <optional>
 #include <utility>
 
 namespace vantix {
 
 namespace {
-
-/// Why a request is not even sent, if so. (libcurl takes a pin of another form for the name of a file.)
-std::optional<VantixError> objectionTo(const HTTPRequest& request) {
-    auto isControl = [](char character) { return std::iscntrl(static_cast<unsigned char>(character)) != 0; };
-    for (const auto& [name, value] : request.headers) {
-        if (std::ranges::any_of(name + value, isControl)) {
-            return VantixError(VantixError::Kind::configuration, 0, "A header holds a control character: " + name);
-        }
-    }
-    bool isPinned = !request.pin.empty() && request.url.scheme() != "http";
-    if (isPinned && !request.pin.starts_with("sha256//")) {
-        return transferError(VantixError::Kind::pin, "a pin is written as sha256//BASE64");
-    }
-    return {};
-}
 
 /// Takes the transfers that nobody waits for any more out of the list.
 template <typename Transfers>
@@ -44,6 +30,21 @@ Transfers takeUnwanted(Transfers& transfers) {
 HTTPTransport::HTTPTransport(std::shared_ptr<DispatchQueue> queue, std::size_t maximumConcurrentTransfers)
     : queue_(std::move(queue)), mostTransfers_(std::max(maximumConcurrentTransfers, std::size_t{1})) {}
 
+std::optional<VantixError> HTTPTransport::objectionTo(const HTTPRequest& request) {
+    auto isControl = [](char character) { return std::iscntrl(static_cast<unsigned char>(character)) != 0; };
+    for (const auto& [name, value] : request.headers) {
+        if (std::ranges::any_of(name + value, isControl)) {
+            return VantixError(VantixError::Kind::configuration, 0, "A header holds a control character: " + name);
+        }
+    }
+    // libcurl takes a pin of another form for the name of a file.
+    bool isPinned = !request.pin.empty() && request.url.scheme() != "http";
+    if (isPinned && !request.pin.starts_with("sha256//")) {
+        return transferError(VantixError::Kind::pin, "a pin is written as sha256//BASE64");
+    }
+    return {};
+}
+
 TransferHandle HTTPTransport::send(HTTPRequest request, HTTPCompletion completion) {
     if (auto objection = objectionTo(request)) return refuse(*std::move(objection), std::move(completion));
 
@@ -54,9 +55,9 @@ TransferHandle HTTPTransport::send(HTTPRequest request, HTTPCompletion completio
         waiting_.push_back({std::move(request), std::move(completion), claim, std::move(origin)});
         callDriver();
     }
-    return TransferHandle([weak = weak_from_this(), claim] {
-        if (!claim->take()) return;
-        if (auto self = weak.lock()) self->multi_.wakeUp();
+    auto wakeUp = whileAlive(weak_from_this(), [](HTTPTransport& self) { self.multi_.wakeUp(); });
+    return TransferHandle([claim, wakeUp] {
+        if (claim->take()) wakeUp();
     });
 }
 
@@ -82,6 +83,7 @@ void HTTPTransport::callDriver() {
 }
 
 void HTTPTransport::drive() {
+    assertOnQueue(*queue_, "HTTPTransport::drive");
     BrokenPipeGuard guard;
     while (true) {
         failCancelled();
@@ -95,6 +97,7 @@ void HTTPTransport::drive() {
 }
 
 void HTTPTransport::failCancelled() {
+    assertOnQueue(*queue_, "HTTPTransport::failCancelled");
     Transfers cancelled;
     {
         std::lock_guard lock(mutex_);
@@ -109,6 +112,7 @@ void HTTPTransport::failCancelled() {
 }
 
 void HTTPTransport::dropUnwanted() {
+    assertOnQueue(*queue_, "HTTPTransport::dropUnwanted");
     Transfers unwanted;
     {
         std::lock_guard lock(mutex_);
@@ -119,6 +123,7 @@ void HTTPTransport::dropUnwanted() {
 }
 
 void HTTPTransport::startWaiting() {
+    assertOnQueue(*queue_, "HTTPTransport::startWaiting");
     {
         std::lock_guard lock(mutex_);
         for (auto next = waiting_.begin(); next != waiting_.end() && underWay_.size() < mostTransfers_;) {
@@ -146,6 +151,7 @@ bool HTTPTransport::rests() {
 }
 
 void HTTPTransport::finish(const CurlMulti::Ended& ended) {
+    assertOnQueue(*queue_, "HTTPTransport::finish");
     auto isMeant = [&ended](const Transfer& transfer) { return transfer.exchange.get() == &ended.transfer; };
     Transfers done;
     done.splice(done.end(), underWay_, std::ranges::find_if(underWay_, isMeant));

@@ -11,6 +11,7 @@
 #include <list>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 
 namespace vantix {
@@ -26,6 +27,9 @@ public:
     /// time; the others wait and start in order, except that those to an origin that has its share
     /// (NetworkPolicy::mostTransfersPerOrigin) let others pass.
     HTTPTransport(std::shared_ptr<DispatchQueue> queue, std::size_t maximumConcurrentTransfers);
+
+    /// Why such a request is not even sent, but fails at once, if so.
+    static std::optional<VantixError> objectionTo(const HTTPRequest& request);
 
     /// The completion runs on the network queue, at most once, and must not block.
     TransferHandle send(HTTPRequest request, HTTPCompletion completion);

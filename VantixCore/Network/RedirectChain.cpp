@@ -63,7 +63,8 @@ void RedirectChain::send(HTTPRequest request, int redirectsLeft) {
     auto follow = [self = shared_from_this(), request, redirectsLeft](HTTPOutcome outcome) {
         self->follow(request, redirectsLeft, std::move(outcome));
     };
-    tellHost(*host_, request);
+    if (isCancelled()) return;
+    if (!HTTPTransport::objectionTo(request)) tellHost(*host_, request);
     std::lock_guard lock(mutex_);
     if (!isCancelled_) underWay_ = transport_->send(std::move(request), std::move(follow));
 }
@@ -73,6 +74,11 @@ void RedirectChain::follow(const HTTPRequest& request, int redirectsLeft, HTTPOu
     auto next = destination(request.url, outcome.value().redirectURL, redirectsLeft);
     if (!next) return completion_(next.error());
     send(redirected(request, next.value(), outcome.value()), redirectsLeft - 1);
+}
+
+bool RedirectChain::isCancelled() {
+    std::lock_guard lock(mutex_);
+    return isCancelled_;
 }
 
 void RedirectChain::cancel() {

@@ -21,6 +21,7 @@ public:
     void cancel();
 
 private:
+    bool isCancelled();
     void follow(const HTTPRequest& request, int redirectsLeft, HTTPOutcome outcome);
 
     std::shared_ptr<const VantixHost> host_;

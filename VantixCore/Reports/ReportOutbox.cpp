@@ -11,7 +11,7 @@ namespace vantix {
 
 namespace {
 
-constexpr LogSource log{"ReportOutbox"};
+constexpr LogSource log{"Reports/ReportOutbox"};
 
 void createTable(SQLiteConnection& connection) {
     connection.run(

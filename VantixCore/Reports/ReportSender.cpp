@@ -15,7 +15,7 @@ namespace vantix {
 
 namespace {
 
-constexpr LogSource log{"ReportSender"};
+constexpr LogSource log{"Reports/ReportSender"};
 
 std::function<double()> byChance() {
     return [random = std::minstd_rand(std::random_device{}())]() mutable {
@@ -85,17 +85,19 @@ std::optional<ReportSender::Failure> ReportSender::failureOf(const std::vector<P
     constexpr const char* function = "failureOf(batch:outcome:)";
     const std::string count = std::to_string(batch.size());
     if (!outcome) {
-        log.info(function, "Reports to be sent again: " + count + ". " + outcome.error().localizedDescription());
+        log.info(function,
+                 [&] { return "Reports to be sent again: " + count + ". " + outcome.error().localizedDescription(); });
         return Failure{};
     }
     const BackEndAnswer& answer = outcome.value();
     if (ReportPolicy::isTaken(answer.httpStatus())) return {};
     const std::string status = std::to_string(answer.httpStatus());
     if (ReportPolicy::isFinalRefusal(answer.httpStatus())) {
-        log.error(function, "Reports refused by the back end with status " + status + " and dropped: " + count);
+        log.error(function,
+                  [&] { return "Reports refused by the back end with status " + status + " and dropped: " + count; });
         return {};
     }
-    log.info(function, "Reports to be sent again after status " + status + ": " + count);
+    log.info(function, [&] { return "Reports to be sent again after status " + status + ": " + count; });
     return Failure{answer.retryAfter()};
 }
 

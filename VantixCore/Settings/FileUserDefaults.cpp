@@ -12,7 +12,7 @@ namespace vantix {
 
 namespace {
 
-constexpr LogSource log{"FileUserDefaults"};
+constexpr LogSource log{"Settings/FileUserDefaults"};
 constexpr const char* customerIdKey = "customerId";
 
 Dictionary readSettings(Disk& disk, const std::filesystem::path& file) {
@@ -21,9 +21,11 @@ Dictionary readSettings(Disk& disk, const std::filesystem::path& file) {
         if (!text) return {};
         auto parsed = parseJSON(*text);
         if (parsed && parsed.value().dictionary()) return *parsed.value().dictionary();
-        log.error("settings()", [&] { return "The settings in " + file.string() + " are damaged and count as none."; });
+        log.error("readSettings(disk:file:)",
+                  [&] { return "The settings in " + file.string() + " are damaged and count as none."; });
     } catch (const std::system_error& problem) {
-        log.error("settings()", [&] { return std::string("The settings could not be read: ") + problem.what(); });
+        log.error("readSettings(disk:file:)",
+                  [&] { return std::string("The settings could not be read: ") + problem.what(); });
     }
     return {};
 }

@@ -11,13 +11,12 @@ namespace vantix {
 
 namespace {
 
-constexpr LogSource log{"SQLiteFile"};
-
-std::filesystem::path withEnding(std::filesystem::path file, const std::string& ending) { return file += ending; }
+constexpr LogSource log{"Store/SQLiteFile"};
 
 std::filesystem::path freeNameBeside(const std::filesystem::path& file, Disk& disk) {
     for (int number = 1;; ++number) {
-        auto name = withEnding(file, ".damaged-" + std::to_string(number));
+        auto name = file;
+        name += ".damaged-" + std::to_string(number);
         if (!disk.exists(name)) return name;
     }
 }
@@ -58,12 +57,11 @@ SQLiteConnection& SQLiteFile::opened() {
     return *connection_;
 }
 
+/// A log beside it that SQLite has left is dropped by SQLite when it finds the successor empty.
 void SQLiteFile::setAside(const char* reason) {
     connection_.reset();
     auto name = freeNameBeside(file_, *disk_);
-    for (const char* part : {"", "-wal"}) {
-        if (disk_->exists(withEnding(file_, part))) disk_->renameFile(withEnding(file_, part), withEnding(name, part));
-    }
+    disk_->renameFile(file_, name);
     log.error("setAside(reason:)", [&] {
         return "The store " + file_.filename().string() + " is damaged (" + reason + "); it was set aside as " +
                name.filename().string() + " and is replaced.";

@@ -14,8 +14,14 @@ struct InAppTriggersRequestPayload {
     std::string requestID = makeUUID();
     std::optional<Dictionary> systemData = {};
 
-    /// Always empty, on purpose.
-    Dictionary generateJSON() const { return {}; }
+    /// Adds what is sent: nothing, on purpose.
+    void encode(Dictionary&) const {}
+    /// What is sent, as a dictionary of its own; so always empty.
+    Dictionary generateJSON() const {
+        Dictionary json;
+        encode(json);
+        return json;
+    }
 };
 
 }  // namespace vantix

@@ -9,6 +9,7 @@
 #include "VantixCore/VantixLogger.h"
 #include "VantixInAppMessage/Core/InAppMessageObjections.h"
 #include "VantixInAppMessage/Manager/InAppDisplayManager.h"
+#include "VantixInAppMessage/Manager/InAppImageFetcher.h"
 #include "VantixInAppMessage/Manager/InAppMessageQueueManager.h"
 
 #include <utility>
@@ -34,8 +35,11 @@ const EventProtocol* eventOf(const Notification& notification) {
 }  // namespace
 
 InAppMessageIntake::InAppMessageIntake(std::shared_ptr<InAppMessageQueueManager> queueManager,
-                                       std::shared_ptr<InAppDisplayManager> displayManager)
-    : queueManager_(std::move(queueManager)), displayManager_(std::move(displayManager)) {}
+                                       std::shared_ptr<InAppDisplayManager> displayManager,
+                                       std::shared_ptr<InAppImageFetcher> imageFetcher)
+    : queueManager_(std::move(queueManager)),
+      displayManager_(std::move(displayManager)),
+      imageFetcher_(std::move(imageFetcher)) {}
 
 void InAppMessageIntake::handleSilentPushNotification(const Dictionary& notification) {
     constexpr auto function = "handleSilentPushNotification(with:)";
@@ -43,7 +47,7 @@ void InAppMessageIntake::handleSilentPushNotification(const Dictionary& notifica
     log.debug(function, [&] {
         return VantixConstants::checkMark + std::string("-Notification Payload: ") + toJSON(notification);
     });
-    log.debug(function, VantixConstants::checkMark + std::string("-Processing Selvane InApp message"));
+    log.debug(function, [] { return VantixConstants::checkMark + std::string("-Processing Selvane InApp message"); });
     silentPushListener(message, {});
 }
 
@@ -75,8 +79,13 @@ void InAppMessageIntake::inAppMessaseReceived(const SharedPayload& message, bool
         });
     }
 
-    queueManager_->insert(message, [weak = weak_from_this(), message, showInAppImmediately,
-                                    completion = std::move(completion)](bool inserted) {
+    auto prepare = whileAlive(
+        weak_from_this(),
+        [message, showInAppImmediately](auto& intake, auto answer) {
+            intake.prepare(message, showInAppImmediately, std::move(answer));
+        },
+        [](auto answer) { answer(); });
+    queueManager_->insert(message, [message, prepare, completion = std::move(completion)](bool inserted) {
         auto answer = [completion, inserted] {
             if (completion) completion(inserted);
         };
@@ -88,32 +97,25 @@ void InAppMessageIntake::inAppMessaseReceived(const SharedPayload& message, bool
         }
         log.info(function,
                  [&] { return "Successfully inserted the in-app message with payload " + message->description(); });
-        auto intake = weak.lock();
-        if (!intake) return answer();
-        intake->prepare(message, showInAppImmediately, answer);
+        prepare(answer);
     });
 }
 
 void InAppMessageIntake::prepare(const SharedPayload& message, bool showInAppImmediately,
                                  std::function<void()> completion) {
     auto show = whileAlive(weak_from_this(), [](auto& intake) { intake.displayManager_->showInAppMessage({}, {}); });
-    displayManager_->imageFetcher().fetchImage(message,
-                                               [show, showInAppImmediately, completion = std::move(completion)] {
-                                                   if (showInAppImmediately)
-                                                       Platform::current()->dispatcher->mainQueue().async(show);
-                                                   completion();
-                                               });
+    imageFetcher_->fetchImage(message, [show, showInAppImmediately, completion = std::move(completion)] {
+        if (showInAppImmediately) Platform::current()->dispatcher->mainQueue().async(show);
+        completion();
+    });
 }
 
 void InAppMessageIntake::inAppTriggerCaptured(const Notification& notification) {
     if (isClosed_ || notification.name != VantixNotification::didCaptureInAppTrigger) return;
     const EventProtocol* event = eventOf(notification);
     if (!event) return;
-    // The display manager looks for the message itself; from elsewhere the main thread is not woken without need.
-    bool isOnMainThread = Platform::current()->dispatcher->mainQueue().isCurrent();
-    if (isOnMainThread || queueManager_->getInAppMessage(event->name, event->attributes)) {
-        displayManager_->showInAppMessage(event->name, event->attributes);
-    }
+    if (!queueManager_->getInAppMessage(event->name, event->attributes)) return;
+    displayManager_->showInAppMessage(event->name, event->attributes);
 }
 
 void InAppMessageIntake::removeAllInAppMessages() {

@@ -14,6 +14,7 @@
 namespace vantix {
 
 class InAppDisplayManager;
+class InAppImageFetcher;
 class InAppMessageQueueManager;
 
 /// How campaigns enter the module, and how captured events make stored ones appear. Usable from any thread. Once it is
@@ -23,7 +24,8 @@ public:
     using Completion = std::function<void(bool)>;
 
     InAppMessageIntake(std::shared_ptr<InAppMessageQueueManager> queueManager,
-                       std::shared_ptr<InAppDisplayManager> displayManager);
+                       std::shared_ptr<InAppDisplayManager> displayManager,
+                       std::shared_ptr<InAppImageFetcher> imageFetcher);
 
     /// Takes a push, stores its message and shows it.
     void handleSilentPushNotification(const Dictionary& notification);
@@ -50,6 +52,7 @@ private:
 
     std::shared_ptr<InAppMessageQueueManager> queueManager_;
     std::shared_ptr<InAppDisplayManager> displayManager_;
+    std::shared_ptr<InAppImageFetcher> imageFetcher_;
     /// Set on the main thread, read on any.
     std::atomic<bool> isClosed_ = false;
 };

@@ -2,16 +2,12 @@
 
 #include <algorithm>
 #include <cctype>
-#include <initializer_list>
 
 namespace vantix {
 
 namespace {
 
 using Objection = InAppMessageObjection;
-using Type = VantixInAppNotificationType;
-
-bool isBanner(const InAppBody& body) { return body.type == Type::header || body.type == Type::footer; }
 
 bool namesSecureConnection(std::string url) {
     std::transform(url.begin(), url.end(), url.begin(),
@@ -36,14 +32,6 @@ std::string inWords(Objection objection, const InAppBody& body) {
     return {};
 }
 
-std::optional<std::string> firstOf(std::initializer_list<Objection> objections,
-                                   const VantixInAppMessagePayload& message) {
-    for (Objection objection : objections) {
-        if (applies(objection, message)) return inWords(objection, message.body);
-    }
-    return {};
-}
-
 }  // namespace
 
 bool applies(InAppMessageObjection objection, const VantixInAppMessagePayload& message) {
@@ -54,22 +42,22 @@ bool applies(InAppMessageObjection objection, const VantixInAppMessagePayload& m
         case Objection::noEventName:
             return message.trigger.eventName.empty();
         case Objection::insecureBannerImage:
-            return isBanner(body) && !body.image.empty() && !namesSecureConnection(body.image);
+            return body.isBanner() && !body.image.empty() && !namesSecureConnection(body.image);
         case Objection::unsupportedType:
             return std::find(supportedInAppMessageTypes.begin(), supportedInAppMessageTypes.end(), body.type) ==
                    supportedInAppMessageTypes.end();
         case Objection::bannerWithoutText:
-            return isBanner(body) && body.message.empty();
+            return body.isBanner() && body.message.empty();
     }
     return false;
 }
 
-std::optional<std::string> whyNotStored(const VantixInAppMessagePayload& message) {
-    return firstOf({Objection::noScope, Objection::noEventName, Objection::insecureBannerImage}, message);
-}
-
-std::optional<std::string> whyNeverShown(const VantixInAppMessagePayload& message) {
-    return firstOf({Objection::unsupportedType, Objection::bannerWithoutText}, message);
+std::optional<std::string> firstObjection(const VantixInAppMessagePayload& message) {
+    for (Objection objection : {Objection::noScope, Objection::noEventName, Objection::insecureBannerImage,
+                                Objection::unsupportedType, Objection::bannerWithoutText}) {
+        if (applies(objection, message)) return inWords(objection, message.body);
+    }
+    return {};
 }
 
 }  // namespace vantix

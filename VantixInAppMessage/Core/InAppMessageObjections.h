@@ -22,9 +22,8 @@ enum class InAppMessageObjection {
 /// Whether the objection holds against the message. Pure, as all here; any thread.
 bool applies(InAppMessageObjection objection, const VantixInAppMessagePayload& message);
 
-/// Why a push with this message is not stored, in words for whoever wrote it; absent when it is.
-std::optional<std::string> whyNotStored(const VantixInAppMessagePayload& message);
-/// Why the message, once stored, is never shown, in words for whoever wrote it; absent when it may be.
-std::optional<std::string> whyNeverShown(const VantixInAppMessagePayload& message);
+/// The first objection that holds, in words for whoever wrote the message: why a push with it is not stored or, once
+/// stored, never shown. Absent when it may be shown.
+std::optional<std::string> firstObjection(const VantixInAppMessagePayload& message);
 
 }  // namespace vantix

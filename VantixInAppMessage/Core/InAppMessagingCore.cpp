@@ -9,6 +9,7 @@
 #include "VantixInAppMessage/Core/InAppEventAttributes.h"
 #include "VantixInAppMessage/Core/InAppMessageIntake.h"
 #include "VantixInAppMessage/Manager/InAppDisplayManager.h"
+#include "VantixInAppMessage/Manager/InAppImageFetcher.h"
 #include "VantixInAppMessage/Manager/InAppMessageQueueManager.h"
 #include "VantixInAppMessage/Resources/ImageResource.h"
 
@@ -36,14 +37,17 @@ InAppMessagingCore::InAppMessagingCore(std::shared_ptr<VantixInAppMessageConfigG
     if (!sdkCore_) fatalError("Unexpectedly found nil while implicitly unwrapping an Optional value");
     displayManager_ = InAppDisplayManager::create(sdkCore_, queueManager_, configuration_->appStoreId(), environment,
                                                   applicationState);
-    intake_ = std::make_shared<InAppMessageIntake>(queueManager_, displayManager_);
+    intake_ = std::make_shared<InAppMessageIntake>(queueManager_, displayManager_,
+                                                   std::make_shared<InAppImageFetcher>(queueManager_));
 }
 
 void InAppMessagingCore::registerListeners() {
-    VantixImageView::setDefaultPlaceholder([weak = weak_from_this()] {
-        auto core = weak.lock();
-        auto configured = core ? core->getPlaceholderImage() : std::nullopt;
-        return configured ? *configured : ImageResource::defaultImage().image();
+    auto configured = whileAlive(
+        weak_from_this(), [](InAppMessagingCore& core) { return core.getPlaceholderImage(); },
+        [] { return std::optional<Image>(); });
+    VantixImageView::setDefaultPlaceholder([configured] {
+        auto image = configured();
+        return image ? *image : ImageResource::defaultImage().image();
     });
     triggerObservation_ = Platform::current()->notificationCenter->addObserver(
         VantixNotification::didCaptureInAppTrigger,
@@ -61,7 +65,7 @@ InAppMessagingCore::~InAppMessagingCore() {
 }
 
 void InAppMessagingCore::tearDown() {
-    assertMainThread("InAppMessagingCore::tearDown");
+    assertMainThread("tearDown()");
     intake_->close();
     triggerObservation_ = nullptr;
     displayManager_->tearDown();

@@ -151,7 +151,7 @@ bool InAppDisplayManager::createInAppWindow(const SharedPayload& message) {
     if (environment_ != Env::dev) return true;
     if (inAppMessageViewBuilder_->createInAppWindow(message)) return true;
     if (currentApplicationState_ == ApplicationState::active) {
-        delayBetweenTwoInAppMessagesWorkItem_ = createWorkItemToExecuteOnMainQueue(1.0, blockToShowNextInAppMessage());
+        delayBetweenTwoInAppMessagesWorkItem_ = createWorkItemToExecuteOnMainQueue(blockToShowNextInAppMessage());
     }
     return false;
 }
@@ -232,8 +232,8 @@ std::shared_ptr<DispatchWorkItem> InAppDisplayManager::generateWorkItem(std::fun
     return std::make_shared<DispatchWorkItem>(QualityOfService::utility, WorkItemFlags::enforceQoS, std::move(block));
 }
 
-std::shared_ptr<DispatchWorkItem> InAppDisplayManager::createWorkItemToExecuteOnMainQueue(double after,
-                                                                                          std::function<void()> block) {
+std::shared_ptr<DispatchWorkItem> InAppDisplayManager::createWorkItemToExecuteOnMainQueue(std::function<void()> block,
+                                                                                          double after) {
     auto item = generateWorkItem(std::move(block));
     mainQueue().asyncAfter(seconds(after), item);
     return item;
@@ -252,7 +252,7 @@ void InAppDisplayManager::createWorkItemToAddDelayInShowingNextAvailableInAppMes
         mainQueue().asyncAfter(seconds(delay), delayBetweenTwoInAppMessagesWorkItem_);
     } else {
         delayBetweenTwoInAppMessagesWorkItem_ =
-            createWorkItemToExecuteOnMainQueue(delay, blockToShowNextInAppMessage());
+            createWorkItemToExecuteOnMainQueue(blockToShowNextInAppMessage(), delay);
     }
 }
 
@@ -265,11 +265,13 @@ void InAppDisplayManager::createAutoDismissWorkItemForDismissingInAppMessage(con
         mainQueue().asyncAfter(seconds(autoDismissInAppDelay_), autoDismissInAppMessageWorkItem_);
         return;
     }
-    autoDismissInAppMessageWorkItem_ = createWorkItemToExecuteOnMainQueue(
-        autoDismissInAppDelay_, whileAlive(weak_from_this(), [message](InAppDisplayManager& manager) {
-            manager.autoDismissInAppMessageWorkItem_ = nullptr;
-            manager.dismissInAppMessage(message, true);
-        }));
+    autoDismissInAppMessageWorkItem_ =
+        createWorkItemToExecuteOnMainQueue(whileAlive(weak_from_this(),
+                                                      [message](InAppDisplayManager& manager) {
+                                                          manager.autoDismissInAppMessageWorkItem_ = nullptr;
+                                                          manager.dismissInAppMessage(message, true);
+                                                      }),
+                                           autoDismissInAppDelay_);
 }
 
 void InAppDisplayManager::resetShowInAppMessageWorkItem() { delayBetweenTwoInAppMessagesWorkItem_ = nullptr; }

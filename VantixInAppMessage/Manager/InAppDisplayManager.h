@@ -50,16 +50,13 @@ public:
     /// Seconds. Any thread.
     virtual double getMinimumDelayBetweenInAppMessages() const { return minimumDelayBetweenTwoInAppMessages_; }
 
-    /// Fetches the images of messages, for whoever stores them. Any thread.
-    InAppImageFetcher& imageFetcher() const { return *imageFetcher_; }
+private:
+    InAppDisplayManager(std::shared_ptr<VantixCore> vantixCore, std::shared_ptr<InAppMessageQueueManager> queueManager,
+                        std::optional<std::string> appId, Env environment, ApplicationState applicationState);
 
     /// Called when a rebuild of the queues has ended: tries once more, silently, if nothing stands in the way, because
     /// a launch message arrives from the store a moment after the application became active.
     void showInAppMessageAfterRebuild();
-
-private:
-    InAppDisplayManager(std::shared_ptr<VantixCore> vantixCore, std::shared_ptr<InAppMessageQueueManager> queueManager,
-                        std::optional<std::string> appId, Env environment, ApplicationState applicationState);
 
     void addObserversForAppLifeCycle();
     void appStateChanged(const Notification& notification);
@@ -74,7 +71,9 @@ private:
     bool createInAppWindow(const SharedPayload& message);
 
     std::shared_ptr<DispatchWorkItem> generateWorkItem(std::function<void()> block) const;
-    std::shared_ptr<DispatchWorkItem> createWorkItemToExecuteOnMainQueue(double after, std::function<void()> block);
+    /// `after` is in seconds.
+    std::shared_ptr<DispatchWorkItem> createWorkItemToExecuteOnMainQueue(std::function<void()> block,
+                                                                         double after = 1.0);
     void createWorkItemToAddDelayInShowingNextAvailableInAppMessage();
     void createAutoDismissWorkItemForDismissingInAppMessage(const SharedPayload& message);
     void handleAutoDismissalOfInAppMessage(const SharedPayload& message);

@@ -25,6 +25,7 @@ struct InAppMessage {
         type,
         body,
         imageIdentifier,
+        /// "template" in the store, a word that C++ keeps for itself.
         templateText,
     };
     static constexpr int propertyCount = 14;

@@ -1,8 +1,6 @@
 #include "VantixInAppMessage/Manager/InAppRepoHelper.h"
 
-#include "Platform/Values/FatalError.h"
 #include "VantixCore/Vantix.h"
-#include "VantixCore/VantixDBFactory.h"
 #include "VantixCore/VantixLogger.h"
 #include "VantixInAppMessage/Manager/VantixInAppDBDefaults.h"
 
@@ -60,20 +58,12 @@ std::map<std::string, std::string> insertValues(const VantixInAppMessagePayload&
     return values;
 }
 
-ObjectModel modelOrStop() {
-    auto model = VantixInAppDBDefaults::defaultMOM();
-    if (!model) fatalError("The object model InAppMessageModel.momd is missing");
-    return *model;
-}
-
 }  // namespace
 
 std::shared_ptr<InAppRepoHelper> InAppRepoHelper::shared() { return Vantix::shared<InAppRepoHelper>(); }
 
 InAppRepoHelper::InAppRepoHelper(Env environment)
-    : inAppRepo_(VantixDBFactory::getRepositoryFor(VantixInAppDBDefaults::defaultEnityName,
-                                                   VantixInAppDBDefaults::defaultStoreName, modelOrStop(), environment,
-                                                   true, {}, VantixInAppDBDefaults::defaultPersistentStoreTimeOut)) {}
+    : inAppRepo_(VantixInAppDBDefaults::repository(environment)), settings_(Vantix::getSharedUserDefaults()) {}
 
 void InAppRepoHelper::insert(const SharedPayload& message, Completion completion) {
     inAppRepo_->insert(insertValues(*message),
@@ -85,14 +75,13 @@ void InAppRepoHelper::insert(const SharedPayload& message, Completion completion
 
 void InAppRepoHelper::fetchAllInAppMessages(ListCompletion completion) {
     constexpr auto function = "fetchAllInAppMessages(completion:)";
-    auto settings = Vantix::getSharedUserDefaults();
-    if (!settings) {
+    if (!settings_) {
         log.error(
             function,
             "Unable to store the customer id because either customerId is empty or App group is not setup properly.");
         return completion({});
     }
-    auto customerId = settings->customerId();
+    auto customerId = settings_->customerId();
     if (!customerId) {
         log.error(function, "customer-cuid not exist");
         return completion({});

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "VantixCore/BaseRepository.h"
+#include "VantixCore/SharedUserDefaults.h"
 #include "VantixCore/VantixEvents.h"
 #include "VantixInAppMessage/Core/InAppMessagePayload/VantixInAppMessagePayload.h"
 #include "VantixInAppMessage/Manager/InAppMessage.h"
@@ -13,7 +14,8 @@
 
 namespace vantix {
 
-/// The only object that reads or writes stored messages. Every operation returns at once and may be called on any
+/// The only object that reads or writes stored messages. Store and settings are those of the installation it was made
+/// in, also after a later one. Every operation returns at once and may be called on any
 /// thread; completions run on the store thread, in order, and may be empty unless they take a list.
 class InAppRepoHelper {
 public:
@@ -42,6 +44,8 @@ private:
                             std::function<void(Result<bool>)> completion);
 
     std::shared_ptr<BaseRepository> inAppRepo_;
+    /// Null without an app group.
+    std::shared_ptr<SharedUserDefaults> settings_;
 };
 
 }  // namespace vantix

@@ -1,7 +1,11 @@
 #pragma once
 
+#include "VantixCore/BaseRepository.h"
 #include "VantixCore/DBDefaultsGenerator.h"
+#include "VantixCore/VantixEvents.h"
 #include "VantixInAppMessage/Resources/ResourceBundle.h"
+
+#include <memory>
 
 namespace vantix {
 
@@ -14,6 +18,9 @@ struct VantixInAppDBDefaults : DBDefaultsGenerator<VantixInAppDBDefaults> {
     static constexpr const char* defaultModelFileExtension = ".momd";
     static constexpr const char* defaultEnityName = "InAppMessage";
     static const ResourceBundle& defaultBundle() { return resourceBundle(); }
+
+    /// The module's records in the store of the installation. Opens nothing yet. Any thread.
+    static std::shared_ptr<BaseRepository> repository(Env environment);
 };
 
 }  // namespace vantix

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <concepts>
+#include <cstddef>
 #include <functional>
 #include <optional>
 #include <utility>
@@ -18,9 +19,14 @@ enum class Orientation { horizonal, vertical };
 
 enum class ButtonType { radio, checkMark };
 
+/// What tells the rows of a group apart.
+template <typename Tag>
+concept RowTag = std::equality_comparable<Tag> && requires(const Tag& tag) {
+    { std::hash<Tag>()(tag) } -> std::convertible_to<std::size_t>;
+};
+
 /// A row of which at most one is chosen in its group.
-template <std::equality_comparable Tag, std::convertible_to<View> ButtonView = View,
-          std::convertible_to<View> LabelView = View>
+template <RowTag Tag, std::convertible_to<View> ButtonView = View, std::convertible_to<View> LabelView = View>
 struct RadioButton {
     Tag tag;
     bool shouldAddDivider = false;
@@ -37,8 +43,7 @@ struct RadioButton {
 };
 
 /// A row that is ticked by itself.
-template <std::equality_comparable Tag, std::convertible_to<View> ButtonView = View,
-          std::convertible_to<View> LabelView = View>
+template <RowTag Tag, std::convertible_to<View> ButtonView = View, std::convertible_to<View> LabelView = View>
 struct CheckMarkButton {
     Tag tag;
     std::function<ButtonView(bool isSelected)> button;
@@ -54,8 +59,7 @@ struct CheckMarkButton {
 };
 
 /// A row for each tag: of radio rows one is chosen, of check-mark rows any number, kept in the order of ticking.
-template <std::equality_comparable Tag, std::convertible_to<View> ButtonView = View,
-          std::convertible_to<View> LabelView = View>
+template <RowTag Tag, std::convertible_to<View> ButtonView = View, std::convertible_to<View> LabelView = View>
 struct ButtonGroup {
     using Tags = std::vector<Tag>;
 

@@ -12,7 +12,7 @@ namespace vantix {
 namespace {
 
 const Image& cross() {
-    static const Image image = ImageResource::cross().image();
+    static const auto& image = *new const Image(ImageResource::cross().image());
     if (image.isNull()) fatalError("Unexpectedly found nil while unwrapping an Optional value");
     return image;
 }

@@ -12,8 +12,6 @@ namespace vantix {
 
 using ViewModel = std::shared_ptr<InAppMessageViewModel>;
 
-/// Blocks that several templates draw alike.
-
 /// A text with its colour and font, its lines centred, over the full width, on a background of its own.
 View centredText(const std::string& text, std::optional<Color> color, const Font& font,
                  std::optional<Color> background);

@@ -1,6 +1,6 @@
 #include "tests/Support/LoopbackServer.h"
-#include "tests/Support/TemporaryFolder.h"
 #include "tests/Support/RunningProgram.h"
+#include "tests/Support/TemporaryFolder.h"
 
 #include <QImage>
 #include <gtest/gtest.h>

@@ -106,39 +106,8 @@ TYPED_TEST(DispatcherContract, ASerialQueueWhoseWorkWaitsStaysInOrder) {
     EXPECT_EQ(order, (std::vector{1, 2, 3}));
 }
 
-TEST(VirtualDispatcherTest, RunsOnePieceAtATimeInTheOrderOfHandingOver) {
-    VirtualDispatcher dispatcher;
-    auto a = dispatcher.makeSerialQueue("a", QualityOfService::utility);
-    auto b = dispatcher.makeSerialQueue("b", QualityOfService::utility);
-    std::string order;
-    b->async([&] { order += "1"; });
-    dispatcher.mainQueue().async([&] {
-        order += "2";
-        a->async([&] { order += "5"; });
-    });
-    dispatcher.utilityQueue().async([&] { order += "3"; });
-    a->async([&] { order += "4"; });
-    dispatcher.runUntilIdle();
-    EXPECT_EQ(order, "12345");
-}
-
-TEST(VirtualDispatcherTest, TimeStandsStillBetweenTimersAndTheLastMomentCounts) {
-    VirtualDispatcher dispatcher;
-    std::vector<std::pair<int, std::int64_t>> fired;
-    auto note = [&](int number) {
-        return [&, number] { fired.emplace_back(number, dispatcher.clock().now() / std::chrono::seconds(1)); };
-    };
-    auto& main = dispatcher.mainQueue();
-    main.asyncAfter(seconds(10), [&, mark = note(2)] {
-        mark();
-        main.async(note(3));
-        main.asyncAfter(seconds(0), note(5));
-    });
-    main.asyncAfter(seconds(10), note(4));
-    main.asyncAfter(seconds(1), note(1));
-    main.asyncAfter(seconds(10.5), note(6));
-    dispatcher.advance(seconds(10));
-    EXPECT_EQ(fired, (std::vector<std::pair<int, std::int64_t>>{{1, 1}, {2, 10}, {3, 10}, {4, 10}, {5, 10}}));
+TYPED_TEST(DispatcherContract, TheMainThreadNeverWaitsForAGroup) {
+    EXPECT_DEATH(this->tested.makeGroup()->wait(), "DispatchGroup::wait must not be called on the queue main");
 }
 
 TEST(ThreadedDispatcherTest, FinishesWhatItWasHandedBeforeItGoesAndRefusesTheRest) {

@@ -31,8 +31,9 @@ TEST(JSONTest, ReadsWhatJSONCanSayAndWritesItBack) {
 
 TEST(JSONTest, RejectsWhatIsNoJSON) {
     const std::string deep = std::string(513, '[') + std::string(513, ']');
-    for (std::string text : {"", "{", "{'a':1}", "[1,]", "nul", "\"\\ud800\"", "\xEF\xBB\xBF{}", "\"\xff\"", "{} {}",
-                             "01", "NaN", deep.c_str()}) {
+    for (const std::string& text :
+         std::vector<std::string>{"", "{", "{'a':1}", "[1,]", "nul", "\"\\ud800\"", "\xEF\xBB\xBF{}", "\"\xff\"",
+                                  "{} {}", "01", "NaN", deep, std::string("{}\0", 3)}) {
         auto value = parseJSON(text);
         ASSERT_FALSE(value) << text;
         EXPECT_FALSE(value.error().localizedDescription.empty());

@@ -1,6 +1,5 @@
 #include "Platform/Values/CaseFolding.h"
 #include "Platform/Values/URL.h"
-#include "Platform/Values/UTF8.h"
 #include "Platform/Values/UUID.h"
 
 #include <gtest/gtest.h>
@@ -65,13 +64,6 @@ TEST(CaseFoldingTest, ComparesTextsInAnyScript) {
         {"\xff", "\xff", true},   {"\xff", "\xfe", false},     {"a\xff", "A\xff", false},
     };
     for (const auto& [a, b, equal] : cases) EXPECT_EQ(foldCase(a) == foldCase(b), equal) << a << " " << b;
-}
-
-TEST(TextDirectionTest, IsThatOfTheFirstStrongCharacter) {
-    EXPECT_TRUE(isRightToLeft("1. שלום hello"));
-    EXPECT_TRUE(isRightToLeft("«مرحبا»"));
-    EXPECT_FALSE(isRightToLeft("hello שלום"));
-    EXPECT_FALSE(isRightToLeft("\xff 12 !"));
 }
 
 TEST(UUIDTest, IsRandomAndInStandardForm) {

@@ -11,6 +11,9 @@ import re
 import sys
 from pathlib import Path
 
+BELOW_THE_TOOL = ["Hosts/**", "VantixInAppMessage/**", "VantixPushNotification", "VantixCore/**", "DeclarativeUI/**",
+                  "Platform/**"]
+
 # Each room, and the rooms that its files may include beside their own; "X/**" stands for X and all rooms below it.
 ROOMS = {
     "Platform/Values": [],
@@ -33,8 +36,18 @@ ROOMS = {
                               "Platform/Ports", "Platform/Values"],
     "Hosts/VantixQt": ["DeclarativeUI", "Platform/**"],
     "Tools/certificate": [],
-    "Tools/vantix-inapp/**": ["Tools/certificate", "Hosts/**", "VantixInAppMessage/**", "VantixPushNotification",
-                              "VantixCore/**", "DeclarativeUI/**", "Platform/**"],
+    "Tools/vantix-inapp/Input": ["Platform/Values"],
+    "Tools/vantix-inapp/Headless": ["Tools/vantix-inapp/Input", *BELOW_THE_TOOL],
+    "Tools/vantix-inapp/Backend": ["Tools/vantix-inapp/Input", "Tools/certificate", *BELOW_THE_TOOL],
+    "Tools/vantix-inapp/Scenario": ["Tools/vantix-inapp/Headless", "Tools/vantix-inapp/Backend",
+                                    "Tools/vantix-inapp/Input", *BELOW_THE_TOOL],
+    "Tools/vantix-inapp/Render": ["Tools/vantix-inapp/Headless", "Tools/vantix-inapp/Input", *BELOW_THE_TOOL],
+    "Tools/vantix-inapp/Play": ["Tools/vantix-inapp/Scenario", "Tools/vantix-inapp/Headless",
+                                "Tools/vantix-inapp/Backend", "Tools/vantix-inapp/Input", *BELOW_THE_TOOL],
+    "Tools/vantix-inapp/CommandLine": ["Tools/vantix-inapp/Play", "Tools/vantix-inapp/Render",
+                                       "Tools/vantix-inapp/Scenario", "Tools/vantix-inapp/Headless",
+                                       "Tools/vantix-inapp/Backend", "Tools/vantix-inapp/Input", *BELOW_THE_TOOL],
+    "Tools/vantix-inapp": ["Tools/vantix-inapp/CommandLine"],
 }
 
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"', re.MULTILINE)

@@ -1,7 +1,5 @@
 #include "Platform/Dispatchers/VirtualDispatcher.h"
-#include "Platform/Values/Color.h"
 #include "VantixCore/VantixCore.h"
-#include "VantixCore/VantixError.h"
 #include "tests/Support/Table.h"
 #include "tests/VantixCore/CoreFixture.h"
 
@@ -63,7 +61,7 @@ TEST(Log, HandsTheSinkWhatItsLevelLetsThrough) {
     Host host({.logSink = [&](const LogLine& line) {
         EXPECT_EQ(line.file + " " + line.function, "Manager/Test log(message:)");
         EXPECT_EQ(line.location.line, lineOfFirstLog + static_cast<int>(line.level));
-        lines += std::string(logLevelName(line.level)) + ":" + line.message + " ";
+        lines += std::string(logLevelWords.word(line.level)) + ":" + line.message + " ";
     }});
     checkRows<Case>({{LogLevel::info, "info:i error:e ", 2},
                      {LogLevel::error, "error:e ", 1},
@@ -87,17 +85,6 @@ TEST(Log, GoesToStandardErrorWithoutASink) {
     EXPECT_NE(text.find(" info Manager/Test log(message:): i\n"), std::string::npos) << text;
     EXPECT_NE(text.find(" error Manager/Test log(message:): e\n"), std::string::npos) << text;
     EXPECT_EQ(text.find(" d\n"), std::string::npos) << text;
-}
-
-TEST(ColorText, ReadsThreeFormsAndNothingElse) {
-    EXPECT_EQ(colorFromText("#Ff8000"), (Color{1, 128 / 255.0, 0, 1}));
-    EXPECT_EQ(colorFromText("#1a9"), (Color{17 / 255.0, 170 / 255.0, 153 / 255.0, 1}));
-    EXPECT_EQ(colorFromText("#80Ff8001"), (Color{1, 128 / 255.0, 1 / 255.0, 128 / 255.0}));
-    for (const std::string& text :
-         Texts{"", "#", "FF8000", "#FF800", "#FF80000", "#FF8000000", "#12345G", "# FF800", "#FF8000 ", " #FF8000",
-               "#0xFF80", "#+FF800", "#-F8000", "red", std::string("#FF800\0", 7)}) {
-        EXPECT_EQ(colorFromText(text), std::nullopt) << text;
-    }
 }
 
 TEST_F(SharedSettingsTest, LastBeyondTheProcessForThisUserAlone) {
@@ -147,7 +134,8 @@ TEST_F(SharedSettingsTest, StayInMemoryWhileTheDiskRefusesThem) {
     setCustomerId("c");
     EXPECT_EQ(written(), "");
     EXPECT_EQ(customerId(), "c");
-    EXPECT_EQ(takeErrors(), Texts{"The settings could not be written: No space left on device"});
+    EXPECT_EQ(takeErrors(),
+              Texts{"Settings/FileUserDefaults write(): The settings could not be written: No space left on device"});
     disk().setFault(DiskFault::none);
     setCustomerId("c");
     EXPECT_EQ(written(), R"({"customerId":"c"})");
@@ -166,13 +154,4 @@ TEST_F(SharedSettingsTest, MayBeUsedByManyThreads) {
     }
     for (auto& thread : threads) thread.join();
     EXPECT_EQ(written(), R"({"customerId":")" + *customerId() + "\"}");
-}
-
-TEST(Core, NeedsAConfiguration) {
-    try {
-        VantixCore::generate(nullptr, {}, false, {}, {}, Env::dev);
-        FAIL() << "a core without configuration";
-    } catch (const VantixError& error) {
-        EXPECT_EQ(error.kind(), VantixError::Kind::configuration);
-    }
 }

@@ -34,7 +34,9 @@ public:
             VantixNetworkManager::cancelAll();
             dispatcher->shutDown();
         }
-        Platform::install({});
+        Platform idle;
+        idle.dispatcher = std::make_shared<DispatcherKind>();
+        Platform::install(std::move(idle));
         Vantix::install({});
     }
 

@@ -20,16 +20,7 @@ using Security = LoopbackServer::Security;
 
 struct Call final : ConfiguredRequest {
     explicit Call(const std::string& base, const std::string& pin = {}, const std::string& token = {})
-        : ConfiguredRequest(configuration(base, pin, token)) {}
-
-    static std::shared_ptr<VantixConfiguration> configuration(const std::string& base, const std::string& pin,
-                                                              const std::string& token) {
-        auto made = std::make_shared<VantixConfiguration>();
-        made->base = base;
-        made->keyHash = pin;
-        made->token = token;
-        return made;
-    }
+        : ConfiguredRequest(configurationFor(base, pin, token)) {}
 
     std::string thePath = "";
     HTTPMethod theMethod = HTTPMethod::get;
@@ -81,6 +72,10 @@ TEST_F(NetworkTest, SendsTheCallAsDescribedAndTellsTheHost) {
         {HTTPMethod::put, "PUT", "two", false, {}, "", ""},
         {HTTPMethod::del, "DELETE", "", true, {}, "", ""},
     };
+    std::optional<SentRequest> told;
+    auto host = this->host();
+    host.onRequest = [&](const SentRequest& request) { told = told.value_or(request); };
+    install(std::move(host));
     LoopbackServer server;
     server.reply("/mapp/events", {.body = "answer"});
     for (const auto& each : cases) {
@@ -97,11 +92,10 @@ TEST_F(NetworkTest, SendsTheCallAsDescribedAndTellsTheHost) {
         EXPECT_EQ(received.headers["authorization"], each.authorization);
         EXPECT_EQ(received.headers["content-type"], each.contentType);
     }
-    auto told = sent().at(0);
-    EXPECT_EQ(told.method + " " + told.url + " " + told.body, "GET " + server.url("/mapp/events") + " {}");
+    EXPECT_EQ(told->method + " " + told->url + " " + told->body, "GET " + server.url("/mapp/events") + " {}");
     std::vector<std::pair<std::string, std::string>> headers{
         {"Accept", "application/json"}, {"Authorization", "Bearer …"}, {"Content-Type", "application/json"}};
-    EXPECT_EQ(told.headers, headers);
+    EXPECT_EQ(told->headers, headers);
 }
 
 TEST_F(NetworkTest, AnAnswerOfAnyStatusIsOneAndOtherwiseAnErrorTellsWhyThereIsNone) {
@@ -129,6 +123,10 @@ TEST_F(NetworkTest, AnAnswerOfAnyStatusIsOneAndOtherwiseAnErrorTellsWhyThereIsNo
     Call impatient(silent.url());
     impatient.theTimeOut = 0.05;
 
+    VantixHost host = this->host();
+    bool heardOfSmuggling = false;
+    host.onRequest = [&](const SentRequest& request) { heardOfSmuggling |= request.url == plain.url("/smuggled"); };
+    install(std::move(host));
     const std::pair<Call, std::string> cases[] = {
         {Call(plain.url("/empty")), "no data"},
         {Call(plain.url("/none")), "why 404"},
@@ -164,6 +162,7 @@ TEST_F(NetworkTest, AnAnswerOfAnyStatusIsOneAndOtherwiseAnErrorTellsWhyThereIsNo
     }
     EXPECT_EQ(selfSigned.requests().size(), 2U) << "whoever cannot be trusted hears nothing";
     for (const auto& request : plain.requests()) EXPECT_NE(request.path, "/smuggled");
+    EXPECT_FALSE(heardOfSmuggling) << "the host is told of what is sent alone";
 }
 
 TEST_F(NetworkTest, RedirectsTakeTheTokenNowhereElse) {

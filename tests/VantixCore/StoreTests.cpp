@@ -213,25 +213,17 @@ TEST_F(StoreTest, AStaleLogOfADamagedFileIsNotReadIntoItsSuccessor) {
     EXPECT_EQ(scopes(), Texts());
 }
 
-TEST_F(StoreTest, ReportsWhatTheDiskRefusesAndGoesOnWhenItRecovers) {
-    struct Case {
-        DiskFault fault;
-        const char* whenOpen;
-        const char* whenClosed;
-    };
-    insertScopes({"a"});
-    checkRows<Case>({{DiskFault::full, "database or disk is full", "database or disk is full"},
-                     {DiskFault::readOnly, "attempt to write a readonly database", "unable to open database file"}},
-                    [&](const Case& test) {
-                        disk().setFault(test.fault);
-                        EXPECT_EQ(scopes(), Texts({"a"})) << "an open file can be read";
-                        EXPECT_EQ(insertScopes({"refused"}), failed(test.whenOpen));
-                        EXPECT_EQ(remove({}), failed(test.whenClosed));
-                        disk().setFault(DiskFault::none);
-                        EXPECT_EQ(scopes(), Texts({"a"}));
-                    });
-    EXPECT_EQ(insertScopes({"b"}), "true");
-    EXPECT_EQ(scopes(), Texts({"a", "b"}));
+TEST_F(StoreTest, ASlowDiskTakesItsTimeAndStillDoesEverything) {
+    Duration waited(0);
+    auto slow = std::make_shared<FaultyDisk>(std::make_shared<FileDisk>(), [&](Duration time) { waited += time; });
+    SQLiteConnection connection(slow, file(), Duration(0));
+    slow->setFault(DiskFault::slow);
+    EXPECT_EQ(waited, Duration(0));
+    connection.run("CREATE TABLE T (text)");
+    EXPECT_GE(waited, seconds(0.2)) << "a write and its log";
+    waited = Duration(0);
+    EXPECT_TRUE(slow->exists(file()));
+    EXPECT_EQ(waited, seconds(0.1)) << "of one call";
 }
 
 TEST_F(StoreTest, ReportsAFileThatAnotherWriterHoldsAndStaysReadable) {

@@ -50,37 +50,6 @@ TEST_F(DisplayManagerTest, ResetForgetsThePauseAndTheMessageButLeavesTheWindow) 
     EXPECT_TRUE(recorder.takeErrors().empty()) << "the pause's end tries nothing any more";
 }
 
-TEST_F(DisplayManagerTest, OnlyABannerGoesWithItsLostImage) {
-    LoopbackServer server;
-    server.reply("/damaged", {.body = FakeImageDecoder::encode(4, 4, "damaged")});
-    server.reply("/whole", {.body = FakeImageDecoder::encode(4, 4)});
-    start(ApplicationState::background);
-    // A banner's image text only has to name https somewhere.
-    const std::string https = "?https:";
-    struct Case {
-        std::string type;
-        std::string image;
-        bool isRemoved;
-    };
-    for (const Case& test : {Case{"HEADER", server.url("/damaged" + https), true},
-                             {"FOOTER", server.url("/missing" + https), true},
-                             {"HEADER", server.url("/whole" + https), false},
-                             {"HEADER", "ftp://127.0.0.1/" + https, false},
-                             {"FOOTER", "https: no url", false},
-                             {"POPUP", server.url("/missing"), false},
-                             {"FULLSCREEN", server.url("/damaged"), false}}) {
-        std::optional<bool> inserted;
-        core->silentPushListener(Campaign{.event = "buy", .type = test.type, .image = test.image}.payload(),
-                                 [&](bool outcome) { inserted = outcome; });
-        settle();
-        EXPECT_EQ(inserted, true) << "a lost image is no failed insert";
-        EXPECT_EQ(stored().empty(), test.isRemoved) << test.type << test.image;
-        EXPECT_EQ(queueManager()->getInAppMessage("buy", {}) == nullptr, test.isRemoved) << test.type << test.image;
-        core->userLoggedOut();
-        settle();
-    }
-}
-
 TEST_F(DisplayManagerTest, AnImageMayBeFetchedWithOrWithoutWaiting) {
     LoopbackServer server;
     start();

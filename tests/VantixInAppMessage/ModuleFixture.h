@@ -11,9 +11,9 @@
 #include "VantixInAppMessage/templates/InAppMessageView.h"
 #include "tests/Support/FakeImageDecoder.h"
 #include "tests/Support/FixedTextMeasurer.h"
+#include "tests/Support/Recorder.h"
 #include "tests/VantixCore/InstalledHost.h"
 #include "tests/VantixInAppMessage/Campaign.h"
-#include "tests/VantixInAppMessage/Recorder.h"
 
 #include <gtest/gtest.h>
 

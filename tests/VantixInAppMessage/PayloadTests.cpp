@@ -90,24 +90,7 @@ TEST_F(PayloadTest, TheStoreGivesBackWhatItHasColumnsFor) {
     EXPECT_TRUE(recorder.takeErrors().empty()) << "an absent text is not parsed";
 }
 
-TEST_F(PayloadTest, ATextThatIsNoJSONIsTheDefaultAndOneLine) {
-    const std::vector<std::pair<const char*, std::string>> nested = {
-        {"trigger",
-         "Core/InAppMessagePayload/VantixInAppMessagePayload generate(from:): error occurred during json "
-         "generation for Trigger:"},
-        {"body",
-         "Core/InAppMessagePayload/VantixInAppMessagePayload generate(from:): error occurred during json "
-         "generation for Body:"},
-        {"template",
-         "Core/InAppMessagePayload/InAppMessageStyle generate(from:): error occurred during json "
-         "generation for InAppMessageStyle:"}};
-    for (const auto& [key, line] : nested) {
-        for (const std::string& text : Texts{"", "nul", "\xEF\xBB\xBF{}", "{\"title\":\"\xFF\"}", R"({"a":"\ud800"})",
-                                             std::string("{}\0", 3), "{\"a\":" + std::string(600, '[') + "}"}) {
-            EXPECT_EQ(decode({{key, text}}), Payload()) << text;
-            EXPECT_EQ(recorder.takeErrors(), Texts{line + parseJSON(text).error().localizedDescription}) << text;
-        }
-    }
+TEST_F(PayloadTest, AnOpaqueValueIsTheDefault) {
     for (const auto& [key, text] : completePush) {
         EXPECT_EQ(decode({{key, Value::opaque(std::any(text))}}), Payload()) << key;
     }

@@ -5,15 +5,6 @@ using namespace vantix;
 
 using StoreTest = ModuleTest;
 
-TEST_F(StoreTest, OneMessageIsRemovedByItsExactScope) {
-    auto helper = InAppRepoHelper::shared();
-    for (const char* scope : {"a", "A", "a", "a%"}) helper->insert(Campaign{.scope = scope}.shared(), {});
-    for (const char* scope : {"a", "' OR 1=1 --", "%"}) {
-        helper->removeMessage(scope, [](bool removed) { EXPECT_TRUE(removed) << "nothing to delete is a success"; });
-    }
-    EXPECT_EQ(stored(), (Texts{"A", "a", "a%"}));
-}
-
 TEST_F(StoreTest, WithoutACustomerNothingIsReadAndTheAnswerComesAtOnce) {
     InAppRepoHelper::shared()->insert(Campaign{}.shared(), {});
     settle();

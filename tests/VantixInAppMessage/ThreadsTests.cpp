@@ -125,9 +125,9 @@ TEST_F(ThreadsTest, PushesEventsLogOutsAndRebuildsMayAllMeet) {
     EXPECT_GT(timesShown, 0);
 }
 
-TEST_F(ThreadsTest, AnImageOnItsWayHoldsUpOnlyItsOwnPush) {
-    LoopbackServer dead;
-    dead.reply("/p", {.body = FakeImageDecoder::encode(40, 20)});
+TEST_F(ThreadsTest, AnImageOnItsWayHoldsUpNeitherAnotherPushNorItsImage) {
+    LoopbackServer dead, alive;
+    for (auto* server : {&dead, &alive}) server->reply("/p", {.body = FakeImageDecoder::encode(40, 20)});
     dead.hold();
     start();
     scene->setOnShown([this](const HostedView&) { ++timesShown; });
@@ -136,10 +136,11 @@ TEST_F(ThreadsTest, AnImageOnItsWayHoldsUpOnlyItsOwnPush) {
     EXPECT_TRUE(shown().empty());
 
     std::atomic<bool> isStored = false;
-    core->silentPushListener(Campaign{.scope = "event's", .event = "buy"}.payload(), [&](bool) {
-        isStored = true;
-        signal->raise();
-    });
+    core->silentPushListener(Campaign{.scope = "event's", .event = "buy", .image = alive.url("/p")}.payload(),
+                             [&](bool) {
+                                 isStored = true;
+                                 signal->raise();
+                             });
     runUntil([&] { return isStored.load(); });
     EXPECT_EQ(answered, 0) << "the slow one is not answered yet";
     EXPECT_EQ(timesShown, 1) << "another push may show it with its placeholder";

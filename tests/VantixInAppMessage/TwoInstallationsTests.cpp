@@ -47,9 +47,9 @@ protected:
         dispatcher().runUntilIdle();
     }
 
-    Texts storedScopes() {
+    Texts storedScopes(const std::shared_ptr<InAppRepoHelper>& helper = InAppRepoHelper::shared()) {
         Texts scopes;
-        InAppRepoHelper::shared()->fetchAllInAppMessages([&](const std::vector<InAppMessage>& messages) {
+        helper->fetchAllInAppMessages([&](const std::vector<InAppMessage>& messages) {
             for (const auto& message : messages) scopes.push_back(*message[InAppMessage::Property::scope]);
         });
         dispatcher().runUntilIdle();
@@ -64,6 +64,7 @@ protected:
 TEST_F(TwoInstallationsTest, NothingIsKeptInTheEarlierOneAnyMore) {
     installIn("first");
     keepSomething("anna");
+    auto earlier = InAppRepoHelper::shared();
     installIn("second");
     auto first = filesBelow(folder_.path() / "first");
     EXPECT_EQ(Vantix::getSharedUserDefaults()->customerId(), std::nullopt);
@@ -76,6 +77,7 @@ TEST_F(TwoInstallationsTest, NothingIsKeptInTheEarlierOneAnyMore) {
         EXPECT_TRUE(fs::exists(folder_.path() / "second" / kept)) << kept;
     }
 
+    EXPECT_EQ(storedScopes(earlier), Texts{"anna"}) << "store and customer are of one installation";
     installIn("first");
     EXPECT_EQ(storedScopes(), Texts{"anna"});
 }

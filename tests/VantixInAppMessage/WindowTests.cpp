@@ -23,23 +23,6 @@ TEST_F(WindowTest, CoversTheSceneAboveTheApplication) {
     EXPECT_EQ(scene->windows().back().description.backgroundColor, std::nullopt) << "the application shows through";
 }
 
-TEST_F(WindowTest, IsEvaluatedOnTheNextTurnAndHiddenOnAnother) {
-    start();
-    push({.event = "buy"});
-    Vantix::captureEvent("buy");
-    ASSERT_EQ(shown(), Texts{"a"});
-    EXPECT_FALSE(scene->windows().back().content->hasBeenEvaluated());
-    settle();
-    EXPECT_TRUE(scene->windows().back().content->hasBeenEvaluated());
-    int hidden = 0;
-    scene->setOnHidden([&](const HostedView&) { ++hidden; });
-    for (int time = 0; time < 2; ++time) core->dismissInAppMessage(Campaign{}.payload());
-    EXPECT_EQ(shown(), Texts{"a"});
-    settle();
-    EXPECT_TRUE(shown().empty());
-    EXPECT_EQ(hidden, 1) << "hiding twice is harmless";
-}
-
 TEST_F(WindowTest, APictureThatCannotBeHadLeavesItsPlaceholder) {
     start();
     auto drawn = [&](const char* type, const Image& image) {

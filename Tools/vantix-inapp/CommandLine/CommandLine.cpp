@@ -18,10 +18,11 @@ namespace vantix {
 namespace {
 
 constexpr int done = 0;
+constexpr int findings = 1;
 constexpr int badInput = 2;
 
-/// What the words ask for.
-using Command = std::function<void()>;
+/// What the words ask for; answers the exit status.
+using Command = std::function<int()>;
 
 /// Takes a number within the limits; none is neither.
 CLI::Validator numberBetween(double least, double most) {
@@ -45,7 +46,12 @@ void addPlay(CLI::App& program, Command& chosen) {
     command->add_option("--out", arguments->outputDirectory, "Takes the screenshots; else the current folder does")
         ->type_name("DIR");
     command->add_flag("--live", arguments->live, "Waits in real time");
-    command->callback([arguments, &chosen] { chosen = [arguments] { play(*arguments); }; });
+    command->callback([arguments, &chosen] {
+        chosen = [arguments] {
+            play(*arguments);
+            return done;
+        };
+    });
 }
 
 void addRender(CLI::App& program, Command& chosen) {
@@ -61,7 +67,11 @@ void addRender(CLI::App& program, Command& chosen) {
     command->add_option("--text-scale", arguments->textScale, "The reader's text size; 1 is the designer's")
         ->type_name("N")
         ->check(numberBetween(smallestTextScale, largestTextScale));
-    command->callback([arguments, &chosen] { chosen = [arguments] { render(*arguments); }; });
+    auto isStrict = std::make_shared<bool>(false);
+    command->add_flag("--strict", *isStrict, "Ends with status 1 when the module would not show the campaign");
+    command->callback([arguments, isStrict, &chosen] {
+        chosen = [arguments, isStrict] { return render(*arguments) || !*isStrict ? done : findings; };
+    });
 }
 
 void addBackend(CLI::App& program, Command& chosen) {
@@ -85,7 +95,12 @@ void addBackend(CLI::App& program, Command& chosen) {
         ->type_name("N")
         ->check(CLI::Range(std::numeric_limits<int>::max()));
     command->add_flag("--truncate", options.truncates, "Breaks every answer off in its middle");
-    command->callback([arguments, &chosen] { chosen = [arguments] { runBackend(*arguments); }; });
+    command->callback([arguments, &chosen] {
+        chosen = [arguments] {
+            runBackend(*arguments);
+            return done;
+        };
+    });
 }
 
 int complain(const std::string& problem) {
@@ -108,7 +123,7 @@ int runCommandLine(int count, const char* const* words) {
     try {
         program.parse(count, words);
         if (!command) throw CLI::RequiredError("A command");
-        command();
+        return command();
     } catch (const CLI::CallForHelp&) {
         std::fputs(program.help().c_str(), stdout);
     } catch (const CLI::ParseError& problem) {

@@ -46,7 +46,7 @@ std::optional<SceneTraits> traitsFromText(const std::string& text) {
 }  // namespace
 
 const std::vector<Device>& portraitDevices() {
-    static const std::vector<Device> devices = {
+    static const auto& devices = *new const std::vector<Device>{
         {"phone", {{390, 844}, {47, 0, 34, 0}, 3}},
         {"phone-small", {{375, 667}, {20, 0, 0, 0}, 2}},
         {"phone-large", {{430, 932}, {59, 0, 34, 0}, 3}},
@@ -56,13 +56,13 @@ const std::vector<Device>& portraitDevices() {
 }
 
 const std::vector<Device>& landscapeDevices() {
-    static const std::vector<Device> devices = [] {
+    static const auto& devices = *new const std::vector<Device>([] {
         const auto& upright = portraitDevices();
         const std::array<EdgeInsets, 4> safeAreas{{{0, 47, 21, 47}, {}, {0, 59, 21, 59}, {24, 0, 20, 0}}};
         std::vector<Device> all;
         std::transform(upright.begin(), upright.end(), safeAreas.begin(), std::back_inserter(all), turned);
         return all;
-    }();
+    }());
     return devices;
 }
 

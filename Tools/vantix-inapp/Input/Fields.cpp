@@ -14,15 +14,15 @@ namespace {
     throw BadInput(inQuotes(key) + " must be " + kind);
 }
 
+}  // namespace
+
+std::string inQuotes(std::string_view key) { return '"' + std::string(key) + '"'; }
+
 std::string inShort(double number) {
     char text[32];
     std::snprintf(text, sizeof text, "%g", number);
     return text;
 }
-
-}  // namespace
-
-std::string inQuotes(std::string_view key) { return '"' + std::string(key) + '"'; }
 
 const std::string& textField(std::string_view key, const Value& value) {
     if (!value.text()) complain(key, "a text");
@@ -62,6 +62,14 @@ const Dictionary& objectField(std::string_view key, const Value& value) {
 const List& listField(std::string_view key, const Value& value) {
     if (!value.list()) complain(key, "a list");
     return *value.list();
+}
+
+const std::string& wordField(std::string_view key, const Value& value, std::span<const std::string_view> words) {
+    const std::string& word = textField(key, value);
+    if (std::find(words.begin(), words.end(), word) != words.end()) return word;
+    std::string all;
+    for (std::string_view known : words) all += (all.empty() ? "" : ", ") + inQuotes(known);
+    complain(key, "one of " + all);
 }
 
 void expectOnlyKeys(std::string_view owner, const Dictionary& object, std::initializer_list<std::string_view> known) {

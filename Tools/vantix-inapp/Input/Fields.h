@@ -4,7 +4,11 @@
 #include "Platform/Values/WordTable.h"
 #include "Tools/vantix-inapp/Input/BadInput.h"
 
+#include <algorithm>
+#include <array>
 #include <initializer_list>
+#include <iterator>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -28,13 +32,18 @@ void expectOnlyKeys(std::string_view owner, const Dictionary& object, std::initi
 /// The key in quotation marks, for complaints.
 std::string inQuotes(std::string_view key);
 
+/// The number as complaints write it.
+std::string inShort(double number);
+
+/// One of the words.
+const std::string& wordField(std::string_view key, const Value& value, std::span<const std::string_view> words);
 /// What one of the table's words means.
 template <typename Meaning, std::size_t count>
 Meaning wordField(std::string_view key, const Value& value, const WordTable<Meaning, count>& words) {
-    if (auto meaning = words.value(textField(key, value))) return *meaning;
-    std::string all;
-    for (const auto& entry : words.entries) all += (all.empty() ? "" : ", ") + inQuotes(entry.word);
-    throw BadInput(inQuotes(key) + " must be one of " + all);
+    std::array<std::string_view, count> known;
+    std::transform(std::begin(words.entries), std::end(words.entries), known.begin(),
+                   [](const auto& entry) { return entry.word; });
+    return *words.value(wordField(key, value, known));
 }
 
 }  // namespace vantix

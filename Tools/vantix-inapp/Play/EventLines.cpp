@@ -85,7 +85,7 @@ void EventLines::rememberShown(const VantixInAppMessagePayload& message) {
 
 void EventLines::printLog(const LogLine& line) {
     if (line.level < logLevel_) return;
-    lines_.write("log", Dictionary{{"level", std::string(logLevelName(line.level))},
+    lines_.write("log", Dictionary{{"level", std::string(logLevelWords.word(line.level))},
                                    {"file", line.file},
                                    {"function", line.function},
                                    {"message", line.message}});

@@ -1,7 +1,5 @@
 #include "Tools/vantix-inapp/Play/StoredRecords.h"
 
-#include "VantixCore/BaseRepository.h"
-#include "VantixCore/VantixDBFactory.h"
 #include "VantixInAppMessage/Manager/InAppMessage.h"
 #include "VantixInAppMessage/Manager/VantixInAppDBDefaults.h"
 
@@ -24,15 +22,13 @@ Dictionary columns(const InAppMessage& record) {
 }  // namespace
 
 void readStoredRecords(std::function<void(Value)> completion) {
-    auto repository = VantixDBFactory::getRepositoryFor(
-        VantixInAppDBDefaults::defaultEnityName, VantixInAppDBDefaults::defaultStoreName,
-        *VantixInAppDBDefaults::defaultMOM(), Env::dev, true, {}, VantixInAppDBDefaults::defaultPersistentStoreTimeOut);
-    repository->fetch({}, {}, [completion = std::move(completion)](const Result<std::vector<Record>>& result) {
-        if (!result) return completion(result.error().localizedDescription);
-        List rows;
-        for (const Record& record : result.value()) rows.push_back(columns(InAppMessage::from(record)));
-        completion(std::move(rows));
-    });
+    VantixInAppDBDefaults::repository(Env::dev)->fetch(
+        {}, {}, [completion = std::move(completion)](const Result<std::vector<Record>>& result) {
+            if (!result) return completion(result.error().localizedDescription);
+            List rows;
+            for (const Record& record : result.value()) rows.push_back(columns(InAppMessage::from(record)));
+            completion(std::move(rows));
+        });
 }
 
 }  // namespace vantix

@@ -1,17 +1,19 @@
 #include "Tools/vantix-inapp/Render/RenderCommand.h"
 
 #include "Platform/Ports/Dispatcher.h"
+#include "Platform/Values/FatalError.h"
 #include "Tools/vantix-inapp/Headless/Pace.h"
 #include "Tools/vantix-inapp/Headless/ScreenPicture.h"
 #include "Tools/vantix-inapp/Headless/Simulation.h"
 #include "Tools/vantix-inapp/Headless/StateDirectory.h"
-#include "Tools/vantix-inapp/Input/BadInput.h"
 #include "Tools/vantix-inapp/Input/Campaign.h"
 #include "Tools/vantix-inapp/Render/DeviceSheet.h"
 #include "VantixCore/Vantix.h"
 #include "VantixInAppMessage/Core/InAppMessageObjections.h"
 #include "VantixInAppMessage/MVVM/View/InAppMessageViewBuilder.h"
 #include "VantixInAppMessage/Manager/InAppDisplayManager.h"
+
+#include <cstdio>
 
 namespace vantix {
 
@@ -25,27 +27,29 @@ VantixHost silentHost() {
 
 }  // namespace
 
-void render(const RenderArguments& arguments) {
+bool render(const RenderArguments& arguments) {
     Dictionary push = pushOfCampaignFile(arguments.campaign);
     StateDirectory state({});
     auto pace = Pace::makeVirtual();
     Simulation simulation({}, state.path(), pace->dispatcher(), silentHost());
 
     auto message = std::make_shared<const VantixInAppMessagePayload>(VantixInAppMessagePayload::generate(push));
-    if (auto why = whyNeverShown(*message)) throw BadInput::at(arguments.campaign, 1, *why);
+    auto objection = firstObjection(*message);
+    if (objection) std::fprintf(stderr, "%s: %s\n", arguments.campaign.c_str(), objection->c_str());
     auto builder = std::make_shared<InAppMessageViewBuilder>(simulation.core().inAppDisplayManager());
 
     auto pictureOn = [&](const Device& device) {
         SceneTraits traits = device.traits;
         traits.textScale = arguments.textScale;
         simulation.scene().setTraits(traits);
-        builder->createInAppWindow(message);
+        if (!builder->createInAppWindow(message)) fatalError("The scene gives the message no window");
         pace->settle();
         return paintScreen(simulation.scene(), simulation.painter());
     };
     writePicture(arguments.device ? pictureOn(*arguments.device) : paintDeviceSheet(pictureOn, simulation.painter()),
                  arguments.picture);
     builder->tearDown();
+    return !objection;
 }
 
 }  // namespace vantix

@@ -16,7 +16,8 @@ struct RenderArguments {
     double textScale = 1;
 };
 
-/// Writes the picture of one campaign. Throws BadInput, also for a campaign that is never shown.
-void render(const RenderArguments& arguments);
+/// Writes the picture of one campaign. Whether the module would store and show it; if not, standard error says why.
+/// Throws BadInput.
+bool render(const RenderArguments& arguments);
 
 }  // namespace vantix

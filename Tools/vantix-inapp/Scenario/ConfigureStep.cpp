@@ -16,9 +16,6 @@ constexpr WordTable<ApplicationState, 3> applicationStates{{{ApplicationState::a
                                                             {ApplicationState::inactive, "inactive"},
                                                             {ApplicationState::background, "background"}}};
 
-constexpr WordTable<LogLevel, 4> logLevels{
-    {{LogLevel::debug, "debug"}, {LogLevel::info, "info"}, {LogLevel::error, "error"}, {LogLevel::none, "none"}}};
-
 /// Sets the field when the object has the key.
 template <typename Field, typename Reader>
 void read(const Dictionary& object, std::string_view key, Reader reader, Field& field) {
@@ -38,7 +35,7 @@ double textScaleField(std::string_view key, const Value& value) {
 
 Env environmentField(std::string_view key, const Value& value) { return wordField(key, value, environments); }
 
-LogLevel logLevelField(std::string_view key, const Value& value) { return wordField(key, value, logLevels); }
+LogLevel logLevelField(std::string_view key, const Value& value) { return wordField(key, value, logLevelWords); }
 
 EdgeInsets safeAreaField(std::string_view key, const Value& value) {
     const List& edges = listField(key, value);

@@ -52,11 +52,11 @@ private:
         scenario_.configuration = readConfiguration(objectField("configure", *object.find("configure")));
     }
 
-    /// Keeps the clock, which counts nanoseconds, from running over.
     void expectBoundedTime() {
-        constexpr auto longest = std::chrono::seconds(1'000'000'000);
         if (auto* wait = std::get_if<step::Wait>(&scenario_.lines.back().step)) waited_ += wait->duration;
-        if (waited_ > longest) throw BadInput("all waits together must not exceed 1e+09 seconds");
+        if (waited_ > longestWait) {
+            throw BadInput("all waits together must not exceed " + inShort(longestWait.count()) + " seconds");
+        }
     }
 
     Scenario scenario_;

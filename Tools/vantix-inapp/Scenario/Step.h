@@ -9,6 +9,7 @@
 #include "Tools/vantix-inapp/Backend/Backend.h"
 #include "VantixPushNotification/NotificationCore.h"
 
+#include <chrono>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -16,6 +17,9 @@
 #include <vector>
 
 namespace vantix {
+
+/// Keeps the clock, which counts nanoseconds, from running over.
+inline constexpr std::chrono::duration<double> longestWait{1e9};
 
 /// The steps of a scenario, as they are written in its file. Absent members were not given.
 namespace step {
@@ -47,6 +51,7 @@ struct SetPushAllowed {
 struct SetCustomer {
     std::optional<std::string> customerId;
 };
+/// At most `longestWait`, as all waits of a scenario together.
 struct Wait {
     Duration duration{0};
 };

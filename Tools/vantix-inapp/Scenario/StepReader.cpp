@@ -8,6 +8,7 @@
 #include "Tools/vantix-inapp/Scenario/StepSource.h"
 #include "Tools/vantix-inapp/Scenario/TapStep.h"
 
+#include <array>
 #include <chrono>
 #include <map>
 
@@ -15,14 +16,11 @@ namespace vantix {
 
 namespace {
 
-constexpr double longestWait = 1e9;
 constexpr double farthest = 1e6;
 
-constexpr WordTable<const char*, 4> lifeCycleNotifications{
-    {{ApplicationNotification::didBecomeActive, ApplicationNotification::didBecomeActive},
-     {ApplicationNotification::willResignActive, ApplicationNotification::willResignActive},
-     {ApplicationNotification::didEnterBackground, ApplicationNotification::didEnterBackground},
-     {ApplicationNotification::willTerminate, ApplicationNotification::willTerminate}}};
+constexpr std::array<std::string_view, 4> lifeCycleNotifications{
+    ApplicationNotification::didBecomeActive, ApplicationNotification::willResignActive,
+    ApplicationNotification::didEnterBackground, ApplicationNotification::willTerminate};
 
 Step push(const StepSource& source) { return step::Push{objectField(source.key, source.value)}; }
 
@@ -69,7 +67,7 @@ Step setCustomer(const StepSource& source) {
 }
 
 Step wait(const StepSource& source) {
-    std::chrono::duration<double> length(numberField(source.key, source.value, 0, longestWait));
+    std::chrono::duration<double> length(numberField(source.key, source.value, 0, longestWait.count()));
     return step::Wait{std::chrono::round<Duration>(length)};
 }
 
@@ -125,7 +123,7 @@ Step wish(const StepSource& source) {
 using Reader = Step (*)(const StepSource& source);
 
 const std::map<std::string_view, Reader>& readers() {
-    static const std::map<std::string_view, Reader> all = {
+    static const auto& all = *new const std::map<std::string_view, Reader>{
         {"push", push},
         {"campaign", campaign},
         {"deliver", deliver},

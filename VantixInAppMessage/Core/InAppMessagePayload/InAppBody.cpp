@@ -98,6 +98,10 @@ Dictionary InAppBody::getJSON() const {
             {InAppMessagePayloadKeys::feedbackOptions, feedback.getJSON()}};
 }
 
+bool InAppBody::isBanner() const {
+    return type == VantixInAppNotificationType::header || type == VantixInAppNotificationType::footer;
+}
+
 Dictionary InAppBody::description() const {
     List describedCTAs;
     for (const InAppCTA& cta : ctas) describedCTAs.emplace_back(cta.description());

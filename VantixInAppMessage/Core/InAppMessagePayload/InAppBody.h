@@ -56,6 +56,8 @@ struct InAppBody {
     /// keeps has a text, if an empty one.
     static InAppBody generate(const std::string& text);
     Dictionary getJSON() const;
+    /// Whether it is shown as a strip at an edge of the screen.
+    bool isBanner() const;
     /// All fields in order, for log lines.
     Dictionary description() const;
 };

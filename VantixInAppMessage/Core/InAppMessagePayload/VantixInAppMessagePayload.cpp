@@ -78,9 +78,7 @@ Dictionary VantixInAppMessagePayload::getJSON() const {
 
 std::optional<URL> VantixInAppMessagePayload::getImageURL() const { return URL::parse(body.image); }
 
-bool VantixInAppMessagePayload::canDeleteInAppMessageWhenImageDownloadingFailed() const {
-    return body.type == VantixInAppNotificationType::header || body.type == VantixInAppNotificationType::footer;
-}
+bool VantixInAppMessagePayload::canDeleteInAppMessageWhenImageDownloadingFailed() const { return body.isBanner(); }
 
 std::string VantixInAppMessagePayload::description() const {
     return toJSON(Dictionary{

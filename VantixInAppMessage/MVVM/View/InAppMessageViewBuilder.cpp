@@ -55,6 +55,7 @@ std::unique_ptr<Window> InAppMessageViewBuilder::customizeWindow(Scene& scene, c
 }
 
 void InAppMessageViewBuilder::dismissInAppMessage() {
+    assertMainThread("dismissInAppMessage()");
     Platform::current()->dispatcher->mainQueue().async(
         whileAlive(weak_from_this(), [](InAppMessageViewBuilder& builder) { builder.removeWindow(); }));
 }
@@ -65,7 +66,7 @@ void InAppMessageViewBuilder::removeWindow() {
 }
 
 void InAppMessageViewBuilder::tearDown() {
-    assertMainThread("InAppMessageViewBuilder::tearDown");
+    assertMainThread("tearDown()");
     removeWindow();
     inAppDisplayManager_ = nullptr;
 }

@@ -119,7 +119,7 @@ TYPED_TEST(TextMeasurerContract, TellsTheDirectionOfTheFirstStrongCharacter) {
     for (const char* text : {"مرحبا", "שלום hello", "123 עברית", "\n«שלום»"}) {
         EXPECT_TRUE(this->layOut(text).rightToLeft) << text;
     }
-    for (const char* text : {"", "hello שלום", "123", "中文 עברית"}) {
+    for (const char* text : {"", "hello שלום", "123", "中文 עברית", "\xff 12 !"}) {
         EXPECT_FALSE(this->layOut(text).rightToLeft) << text;
     }
 }

@@ -11,6 +11,8 @@ using namespace vantix;
 namespace {
 
 constexpr const char* popup = R"({
+    "scope": "a",
+    "trigger": {"eventName": "INSTANT"},
     "body": {"type": "POPUP", "message": "Hello", "ctas": []},
     "template": {"phoneBackgroundColor": "#0055AA"}
 })";
@@ -46,6 +48,23 @@ TEST(Render, LargerTextCoversMorePixels) {
     int standard = pixelsOf(render({"--device", "phone"}), Qt::black);
     EXPECT_GT(standard, 0);
     EXPECT_GT(pixelsOf(render({"--device", "phone", "--text-scale", "2"}), Qt::black), 3 * standard);
+}
+
+TEST(Render, SaysWhatWouldNotBeShownAndMindsItWhenStrict) {
+    TemporaryFolder folder;
+    std::ofstream(folder.path() / "popup.json") << popup;
+    std::ofstream(folder.path() / "badge.json") << R"({"scope": "a", "trigger": {"eventName": "b"}})";
+    auto run = [&](const Lines& options) {
+        Lines arguments = {"render", "-o", "a.png", "--device", "100x200@1"};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        return runProgram(arguments, folder.path());
+    };
+    EXPECT_EQ(run({"popup.json", "--strict"}).status, 0);
+    for (int strict : {0, 1}) {
+        auto badge = strict ? run({"badge.json", "--strict"}) : run({"badge.json"});
+        EXPECT_EQ(badge.status, strict);
+        EXPECT_EQ(badge.errors, Lines{"badge.json: a message of type BADGE is never shown"});
+    }
 }
 
 TEST(Render, TheSheetShowsEveryDeviceUprightAndTurned) {

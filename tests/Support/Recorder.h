@@ -10,7 +10,7 @@
 
 namespace vantix {
 
-/// Keeps what the module writes to the log and tells its host. Usable from any thread.
+/// Keeps what the libraries write to the log and tell their host. Usable from any thread.
 class Recorder {
 public:
     /// A host that tells this recorder everything.
