@@ -17,43 +17,31 @@ public:
     explicit RandomTree(unsigned seed) : random_(seed) {}
 
     View view(int depth) {
-        switch (depth == 0 ? below(6) : below(15)) {
-            case 0:
-                return Text(std::string(1 + below(80), 'a')).font(Font::system(length()));
-            case 1:
-                return SymbolImage("star.fill").font(Font::system(length()));
-            case 2:
-                return StrokedCircle(red, 1).frame({.width = length()});
-            case 3:
-                return ColorRectangle(blue).frame({.height = length()});
-            case 4:
-                return Divider().element(Role::divider);
-            case 5:
-                return SourcedImage(std::make_shared<Picture>(), 0.3 + below(30) / 7.0, 5);
-            case 6:
-                return view(depth - 1).padding(length() / 3);
-            case 7:
-                return view(depth - 1).padding(Edge::leading | Edge::top, length() / 3);
-            case 8:
-                return view(depth - 1).frame({.maxWidth = infinity, .alignment = Alignment::topTrailing()});
-            case 9:
-                return view(depth - 1).frame({.width = 3 * length(), .height = 2 * length()});
-            case 10:
-                return view(depth - 1).background(red).cornerRadius(length() / 5);
-            case 11:
-                return view(depth - 1).overlay(Alignment::center(), view(0));
-            case 12:
-                return HStack(VerticalAlignment::center, length() / 5, views(depth - 1));
-            case 13:
-                return ZStack(Alignment::center(), views(depth - 1));
-            default:
-                return VStack(HorizontalAlignment::center, length() / 5, views(depth - 1));
-        }
+        const unsigned kind = below(4);
+        if (depth == 0) return leaf(kind);
+        if (kind == 0) return modified(view(depth - 1));
+        if (kind == 1) return HStack(VerticalAlignment::center, length() / 5, views(depth - 1));
+        if (kind == 2) return ZStack(Alignment::center(), views(depth - 1));
+        return VStack(HorizontalAlignment::center, length() / 5, views(depth - 1));
     }
     double length() { return 1 + below(400) / 9.0; }
     unsigned below(unsigned bound) { return static_cast<unsigned>(random_()) % bound; }
 
 private:
+    View leaf(unsigned kind) {
+        if (kind == 0) return Text(std::string(1 + below(80), 'a')).font(Font::system(length()));
+        if (kind == 1) return StrokedCircle(red, 1).frame({.width = length()});
+        if (kind == 2) return SourcedImage(std::make_shared<Picture>(), 0.3 + below(30) / 7.0, 5);
+        return VStack({Divider().element(Role::divider), SymbolImage("star.fill").font(Font::system(length()))});
+    }
+    View modified(const View& content) {
+        const unsigned kind = below(4);
+        if (kind == 0) return content.padding(Edge::leading | Edge::top, length() / 3);
+        if (kind == 1) return content.frame({.maxWidth = infinity, .alignment = Alignment::topTrailing()});
+        if (kind == 2) return content.frame({.width = 3 * length(), .height = 2 * length()}).background(blue);
+        return content.background(red).cornerRadius(length() / 5).overlay(Alignment::center(), leaf(below(4)));
+    }
+
     struct Picture final : ImageSource {
         Image currentImage() const override {
             Image image = systemSymbol("star.fill");

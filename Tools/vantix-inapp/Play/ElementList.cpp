@@ -33,6 +33,7 @@ Dictionary description(const AccessibleElement& element) {
     if (element.font) described.set("font", fontDescription(*element.font));
     if (element.cornerRadius) described.set("cornerRadius", points(*element.cornerRadius));
     if (element.selected) described.set("selected", *element.selected);
+    if (!element.spokenText.empty()) described.set("spoken", element.spokenText);
     return described;
 }
 
