@@ -22,14 +22,10 @@ TEST(ValueTest, EqualityAndHash) {
         bool equal;
     } const cases[] = {
         {1, 1.0, true},
-        {1.0, 1, true},
         {0, -0.0, true},
         {beyondDouble, static_cast<double>(beyondDouble - 1), false},
-        {beyondDouble, beyondDouble, true},
         {INT64_MAX, 9223372036854775808.0, false},
         {1, true, false},
-        {1.0, true, false},
-        {nullptr, nullptr, true},
         {nullptr, false, false},
         {"1", 1, false},
         {List{1, "a"}, List{1.0, "a"}, true},

@@ -12,20 +12,20 @@ namespace vantix {
 inline std::string edgesBetweenPixels(const HostedView& view, double scale) {
     std::ostringstream found;
     auto isOff = [scale](double edge) { return std::abs(edge * scale - std::round(edge * scale)) > 1e-4; };
-    auto expectOnGrid = [&](const char* what, const Rect& frame) {
+    auto outlineOf = [](const StrokeEllipse& ring) {
+        double outside = -ring.lineWidth / 2;
+        return ring.frame.inset({outside, outside, outside, outside});
+    };
+    auto expectOnGrid = [&](const Rect& frame) {
         if (!isOff(frame.minX()) && !isOff(frame.minY()) && !isOff(frame.maxX()) && !isOff(frame.maxY())) return;
-        found << what << ' ' << frame.minX() << ',' << frame.minY() << ' ' << frame.size.width << 'x'
-              << frame.size.height << "; ";
+        found << frame.minX() << ',' << frame.minY() << ' ' << frame.size.width << 'x' << frame.size.height << "; ";
     };
     for (const DisplayItem& item : view.displayList()) {
-        if (auto fill = std::get_if<FillRect>(&item)) expectOnGrid("fill", fill->frame);
-        if (auto ellipse = std::get_if<FillEllipse>(&item)) expectOnGrid("ellipse", ellipse->frame);
-        if (auto image = std::get_if<DrawImage>(&item)) expectOnGrid("image", image->frame);
-        if (auto clip = std::get_if<PushClip>(&item)) expectOnGrid("clip", clip->frame);
-        if (auto ring = std::get_if<StrokeEllipse>(&item)) {
-            double outside = -ring->lineWidth / 2;
-            expectOnGrid("ring", ring->frame.inset({outside, outside, outside, outside}));
-        }
+        if (auto fill = std::get_if<FillRect>(&item)) expectOnGrid(fill->frame);
+        if (auto ellipse = std::get_if<FillEllipse>(&item)) expectOnGrid(ellipse->frame);
+        if (auto image = std::get_if<DrawImage>(&item)) expectOnGrid(image->frame);
+        if (auto clip = std::get_if<PushClip>(&item)) expectOnGrid(clip->frame);
+        if (auto ring = std::get_if<StrokeEllipse>(&item)) expectOnGrid(outlineOf(*ring));
     }
     for (const AccessibleElement& element : view.elements()) {
         auto isPixel = [scale](double length) { return std::abs(length * scale - 1) < 1e-4; };

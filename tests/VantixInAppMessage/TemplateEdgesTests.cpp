@@ -6,10 +6,8 @@ using namespace vantix;
 using TemplateEdgesTest = ModuleTest;
 
 TEST_F(TemplateEdgesTest, LieOnDevicePixelsInEveryTemplateAtEveryScale) {
-    const Dictionary style{{"title", Dictionary{{"backgroundColor", "#EEEEEE"}}},
-                           {"message", Dictionary{{"backgroundColor", "#DDDDDD"}}},
-                           {"layoutBackgroundColor", "#FFF8E7"},
-                           {"ctas", List{Dictionary{{"backgroundColor", "#3366FF"}, {"textSize", "17"}}}}};
+    const Dictionary colored{{"backgroundColor", "#3366FF"}, {"textSize", "17"}};
+    const Dictionary style{{"title", colored}, {"layoutBackgroundColor", "#FFF8E7"}, {"ctas", List{colored}}};
     for (std::string type : {"POPUP", "FULLSCREEN", "HEADER", "FOOTER", "RATING", "FEEDBACK", "APPRATING"}) {
         for (std::string message : {"Hello", "مرحبا بالعالم هذا نص طويل جدا لكي ينكسر على أسطر كثيرة"}) {
             Campaign campaign{.type = type, .message = message, .image = "https:a.png", .style = style};
