@@ -55,6 +55,8 @@ public:
     /// Whether the content wants a touch at this point. A banner leaves what lies outside its card to the application;
     /// everything else covers the whole window.
     bool claimsTouch(Point point) const;
+    /// The same as areas of the window: those that take touches, all others are the application's.
+    std::vector<Rect> touchAreas() const;
 
     struct TapResult {
         /// The innermost element under the touch that wants it, absent when nothing does.
@@ -75,6 +77,8 @@ public:
     ScrollArea scrollArea() const;
     /// Moves the scrolled content; positive values show what lies further down. Bounded by the content.
     void scroll(double points);
+    /// The same, to an offset.
+    void scrollTo(double offset);
 
     /// The object kept under `key` for the life of this view, made by `make` at first use.
     std::shared_ptr<void> object(const std::string& key, const std::function<std::shared_ptr<void>()>& make);

@@ -30,8 +30,12 @@ SceneTraits countable(const SceneTraits& traits) {
     auto factor = [](double value) { return value > 0 ? std::clamp(value, 0.01, 100.0) : 1; };
     double scale = factor(traits.scale);
     PixelGrid grid(scale);
-    return {grid.settled(bounded(traits.size)), grid.settled(bounded(traits.safeArea)), scale, factor(traits.textScale),
-            traits.layoutDirection};
+    SceneTraits counted = traits;
+    counted.size = grid.settled(bounded(traits.size));
+    counted.safeArea = grid.settled(bounded(traits.safeArea));
+    counted.scale = scale;
+    counted.textScale = factor(traits.textScale);
+    return counted;
 }
 
 }  // namespace
@@ -105,6 +109,11 @@ const DisplayList& HostedView::displayList() const { return settled_->displayLis
 
 const std::vector<AccessibleElement>& HostedView::elements() const { return settled_->recorded.elements; }
 
+std::vector<Rect> HostedView::touchAreas() const {
+    if (settled_->passesTouchesOutsideCard) return settled_->recorded.cards;
+    return {{{}, traits_.size}};
+}
+
 bool HostedView::claimsTouch(Point point) const {
     if (!settled_->passesTouchesOutsideCard) return true;
     const auto& cards = settled_->recorded.cards;
@@ -126,9 +135,11 @@ HostedView::ScrollArea HostedView::scrollArea() const {
     return {settled_->viewport, scrollOffset_, settled_->scrollRange};
 }
 
-void HostedView::scroll(double points) {
+void HostedView::scroll(double points) { scrollTo(scrollOffset_ + bounded(points)); }
+
+void HostedView::scrollTo(double points) {
     thread_.assertCurrent("HostedView::scroll");
-    double offset = std::clamp(scrollOffset_ + bounded(points), 0.0, settled_->scrollRange);
+    double offset = std::clamp(bounded(points), 0.0, settled_->scrollRange);
     if (offset == scrollOffset_ || !measurer_) return;
     scrollOffset_ = offset;
     layOut();

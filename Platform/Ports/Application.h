@@ -5,8 +5,10 @@
 #include "Platform/Values/Image.h"
 #include "Platform/Values/LayoutDirection.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace vantix {
@@ -24,7 +26,10 @@ public:
     virtual ~WindowContent() = default;
 };
 
-/// How a new window looks. An absent background leaves the window transparent.
+/// From where a window comes in, and where it goes: over its edge of the screen, or in its place.
+enum class WindowEntrance { inPlace, top, bottom };
+
+/// How a new window looks and behaves. An absent background leaves the window transparent.
 struct WindowDescription {
     Rect frame;
     std::optional<Color> backgroundColor;
@@ -32,6 +37,14 @@ struct WindowDescription {
     std::shared_ptr<WindowContent> rootContent;
     double alpha = 1;
     bool isHidden = false;
+    /// Whether the application below is out of reach of touches, keys and focus while the window is up. Otherwise only
+    /// what the content claims belongs to the window.
+    bool blocksApplication = true;
+    WindowEntrance entrance = WindowEntrance::inPlace;
+    /// To be called by the scene when the window is gone although nobody removed it: its surroundings were closed.
+    /// On the main thread, at most once, never within `makeWindow`, and never after `removeFromSuperview` or after the
+    /// handle was dropped. May be empty.
+    std::function<void()> onEnded = {};
 };
 
 /// A window on screen; dropping the handle removes it. Main thread only. The window owns its content.
@@ -43,6 +56,8 @@ public:
     virtual void removeFromSuperview() = 0;
 };
 
+enum class ColorScheme { light, dark };
+
 /// The surroundings in which a scene draws.
 struct SceneTraits {
     Size size;
@@ -53,6 +68,13 @@ struct SceneTraits {
     double textScale = 1;
     /// For content that has no direction of its own.
     LayoutDirection layoutDirection = LayoutDirection::leftToRight;
+    ColorScheme colorScheme = ColorScheme::light;
+    /// The person asked for little movement: nothing slides or fades.
+    bool reducesMotion = false;
+    /// The person asked for stronger contrast.
+    bool increasesContrast = false;
+    /// The person's language, as a BCP 47 tag ("de", "pt-BR"); empty when it is not known.
+    std::string locale = {};
 
     bool operator==(const SceneTraits&) const = default;
 };
@@ -81,12 +103,14 @@ public:
     virtual Image icon() const = 0;
 };
 
-/// Names of the life-cycle notifications, which carry no object.
+/// Names of the life-cycle notifications, which carry no object. Posted on the main thread.
 namespace ApplicationNotification {
 inline constexpr const char* didBecomeActive = "didBecomeActive";
 inline constexpr const char* willResignActive = "willResignActive";
 inline constexpr const char* didEnterBackground = "didEnterBackground";
 inline constexpr const char* willTerminate = "willTerminate";
+/// A scene can show windows again: it came to the front, or what stood before it went away.
+inline constexpr const char* sceneDidActivate = "sceneDidActivate";
 }  // namespace ApplicationNotification
 
 }  // namespace vantix

@@ -1,6 +1,8 @@
 #include "Platform/Values/Image.h"
 
+#include <cstddef>
 #include <cstdlib>
+#include <utility>
 
 namespace vantix {
 
@@ -14,6 +16,17 @@ double attribute(const std::string& svg, const char* name) {
 }
 
 }  // namespace
+
+Image bitmapImage(int width, int height, std::vector<std::uint32_t> pixels) {
+    bool fits = width > 0 && height > 0 &&
+                pixels.size() / static_cast<std::size_t>(width) == static_cast<std::size_t>(height) &&
+                pixels.size() % static_cast<std::size_t>(width) == 0;
+    if (!fits) return {};
+    Image image;
+    image.bitmap = std::make_shared<const Bitmap>(Bitmap{width, height, std::move(pixels)});
+    image.naturalSize = {static_cast<double>(width), static_cast<double>(height)};
+    return image;
+}
 
 Image vectorImage(const std::string& svg) {
     Image image;

@@ -64,6 +64,10 @@ InAppMessagingCore::~InAppMessagingCore() {
     runOnMainThread([displayManager = displayManager_] { displayManager->tearDown(); });
 }
 
+void InAppMessagingCore::setPresentationDelegate(std::weak_ptr<InAppMessagePresentationDelegate> delegate) {
+    displayManager_->setPresentationDelegate(std::move(delegate));
+}
+
 void InAppMessagingCore::tearDown() {
     assertMainThread("tearDown()");
     intake_->close();

@@ -18,6 +18,7 @@ namespace vantix {
 
 class InAppDisplayManager;
 class InAppMessageIntake;
+class InAppMessagePresentationDelegate;
 class InAppMessageQueueManager;
 
 /// The module. A host makes one, keeps it, and from then on the module works by itself, driven by pushes, captured
@@ -37,6 +38,8 @@ public:
     /// Tears the module down on the main thread, at once or on its next turn.
     ~InAppMessagingCore() override;
 
+    /// Whom to ask before a message is shown, and to tell of it; held weakly, none at first. Main thread.
+    void setPresentationDelegate(std::weak_ptr<InAppMessagePresentationDelegate> delegate);
     /// Ends timers and observations, takes a shown message off the screen and no further campaign in. Main thread;
     /// later calls do nothing.
     void tearDown();

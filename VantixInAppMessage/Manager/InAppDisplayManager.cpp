@@ -31,6 +31,10 @@ std::string decimalText(double number) {
     return text.find('.') == std::string::npos ? text + ".0" : text;
 }
 
+PresentedMessage summary(const VantixInAppMessagePayload& message) {
+    return {message.scope, message.campaignId, message.body.type};
+}
+
 }  // namespace
 
 std::shared_ptr<InAppDisplayManager> InAppDisplayManager::create(std::shared_ptr<VantixCore> vantixCore,
@@ -42,7 +46,7 @@ std::shared_ptr<InAppDisplayManager> InAppDisplayManager::create(std::shared_ptr
         std::move(vantixCore), std::move(queueManager), std::move(appId), environment, applicationState));
     manager->inAppMessageViewBuilder_ = std::make_shared<InAppMessageViewBuilder>(manager);
     manager->addObserversForAppLifeCycle();
-    auto showNext = whileAlive(manager->weak_from_this(), [](auto& alive) { alive.showInAppMessageAfterRebuild(); });
+    auto showNext = whileAlive(manager->weak_from_this(), [](auto& alive) { alive.showNextInAppMessageIfFree(); });
     manager->queueManager_->setOnRebuilt([showNext] { mainQueue().async(showNext); });
     return manager;
 }
@@ -61,6 +65,11 @@ InAppDisplayManager::InAppDisplayManager(std::shared_ptr<VantixCore> vantixCore,
 
 InAppDisplayManager::~InAppDisplayManager() = default;
 
+void InAppDisplayManager::setPresentationDelegate(std::weak_ptr<InAppMessagePresentationDelegate> delegate) {
+    assertMainThread("setPresentationDelegate(_:)");
+    presentationDelegate_ = std::move(delegate);
+}
+
 void InAppDisplayManager::tearDown() {
     assertMainThread("tearDown()");
     cancelShowInAppMessageWorkItem();
@@ -69,6 +78,7 @@ void InAppDisplayManager::tearDown() {
     observations_.clear();
     if (auto builder = std::move(inAppMessageViewBuilder_)) builder->tearDown();
     inAppMessageViewBuilder_ = nullptr;
+    tellDismissed();
 }
 
 // Showing
@@ -83,6 +93,7 @@ void InAppDisplayManager::showInAppMessage(const std::optional<std::string>& sco
     auto message = queueManager_->getInAppMessage(scope, attributes);
     if (!message) return;
     if (!canShowInAppMessage(*message, scope)) return;
+    if (!mayPresent(*message, {scope, attributes})) return;
     if (!createInAppWindow(message)) return;
 
     eventReporter_.sendInAppMessageShownEvent(message);
@@ -90,13 +101,41 @@ void InAppDisplayManager::showInAppMessage(const std::optional<std::string>& sco
     queueManager_->removeShownInAppMessage(scope);
     resetShowInAppMessageWorkItem();
     handleAutoDismissalOfInAppMessage(message);
+    tellPresented(*message);
 }
 
-void InAppDisplayManager::showInAppMessageAfterRebuild() {
-    assertMainThread("showInAppMessageAfterRebuild()");
+void InAppDisplayManager::showNextInAppMessage() {
+    assertMainThread("showNextInAppMessage()");
+    if (auto occasion = std::exchange(postponed_, {})) showInAppMessage(occasion->scope, occasion->attributes);
+    if (!showingInAppMessage_ && !postponed_) showInAppMessage({}, {});
+}
+
+void InAppDisplayManager::showNextInAppMessageIfFree() {
+    assertMainThread("showNextInAppMessageIfFree()");
     bool nothingInTheWay = currentApplicationState_ == ApplicationState::active && !showingInAppMessage_ &&
                            !delayBetweenTwoInAppMessagesWorkItem_;
-    if (nothingInTheWay) showInAppMessage({}, {});
+    if (nothingInTheWay) showNextInAppMessage();
+}
+
+bool InAppDisplayManager::mayPresent(const VantixInAppMessagePayload& message, Occasion occasion) {
+    auto delegate = presentationDelegate_.lock();
+    if (!delegate || delegate->shouldPresent(summary(message))) return true;
+    log.info("mayPresent(message:)",
+             [&] { return "The application puts off the message with scope:" + message.scope; });
+    if (!postponed_) postponed_ = std::move(occasion);
+    return false;
+}
+
+void InAppDisplayManager::tellPresented(const VantixInAppMessagePayload& message) {
+    tellDismissed();
+    presented_ = summary(message);
+    if (auto delegate = presentationDelegate_.lock()) delegate->didPresent(*presented_);
+}
+
+void InAppDisplayManager::tellDismissed() {
+    auto presented = std::exchange(presented_, {});
+    if (!presented) return;
+    if (auto delegate = presentationDelegate_.lock()) delegate->didDismiss(*presented);
 }
 
 bool InAppDisplayManager::canShowInAppMessage(const VantixInAppMessagePayload& message,
@@ -163,6 +202,7 @@ void InAppDisplayManager::dismissInAppMessage(const SharedPayload& message, bool
     if (sendDismissedEvent) eventReporter_.sendInAppMessageDismissedEvent(message);
     showingInAppMessage_ = false;
     if (inAppMessageViewBuilder_) inAppMessageViewBuilder_->dismissInAppMessage();
+    tellDismissed();
     createWorkItemToAddDelayInShowingNextAvailableInAppMessage();
 }
 
@@ -242,7 +282,7 @@ std::shared_ptr<DispatchWorkItem> InAppDisplayManager::createWorkItemToExecuteOn
 std::function<void()> InAppDisplayManager::blockToShowNextInAppMessage() {
     return whileAlive(weak_from_this(), [](InAppDisplayManager& manager) {
         manager.delayBetweenTwoInAppMessagesWorkItem_ = nullptr;
-        manager.showInAppMessage({}, {});
+        manager.showNextInAppMessage();
     });
 }
 
@@ -293,6 +333,10 @@ void InAppDisplayManager::addObserversForAppLifeCycle() {
                 manager.appStateChanged(notification);
             })));
     }
+    observations_.push_back(Platform::current()->notificationCenter->addObserver(
+        sceneDidActivate, whileAlive(weak_from_this(), [](InAppDisplayManager& manager, const Notification&) {
+            manager.showNextInAppMessageIfFree();
+        })));
 }
 
 void InAppDisplayManager::appStateChanged(const Notification& notification) {
@@ -319,7 +363,7 @@ void InAppDisplayManager::applicationBecomesActive() {
     log.debug("appStateChanged(_:)", " : -> App becomes active");
     if (currentApplicationState_ != ApplicationState::active) queueManager_->updateInAppMessagesOnAppLaunch({});
     currentApplicationState_ = ApplicationState::active;
-    showInAppMessage({}, {});
+    showNextInAppMessage();
 }
 
 }  // namespace vantix

@@ -4,6 +4,7 @@
 #include "Platform/Ports/DispatchWorkItem.h"
 #include "Platform/Ports/NotificationCenter.h"
 #include "VantixCore/VantixCore.h"
+#include "VantixInAppMessage/Core/InAppMessagePresentationDelegate.h"
 #include "VantixInAppMessage/Manager/InAppEventReporter.h"
 #include "VantixInAppMessage/Manager/InAppImageFetcher.h"
 #include "VantixInAppMessage/Manager/InAppMessageActions.h"
@@ -28,6 +29,9 @@ public:
                                                        std::optional<std::string> appId, Env environment,
                                                        ApplicationState applicationState);
     ~InAppDisplayManager() override;
+
+    /// Whom to ask and to tell from now on; held weakly.
+    void setPresentationDelegate(std::weak_ptr<InAppMessagePresentationDelegate> delegate);
 
     /// Cancels the timers, ends the observations, takes a shown message off the screen and lets go of the window
     /// builder.
@@ -54,9 +58,20 @@ private:
     InAppDisplayManager(std::shared_ptr<VantixCore> vantixCore, std::shared_ptr<InAppMessageQueueManager> queueManager,
                         std::optional<std::string> appId, Env environment, ApplicationState applicationState);
 
-    /// Called when a rebuild of the queues has ended: tries once more, silently, if nothing stands in the way, because
-    /// a launch message arrives from the store a moment after the application became active.
-    void showInAppMessageAfterRebuild();
+    /// What a message is tried for.
+    struct Occasion {
+        std::optional<std::string> scope;
+        std::optional<Dictionary> attributes;
+    };
+
+    /// Tries the message that was put off, or else the next that waits for no event.
+    void showNextInAppMessage();
+    /// Does so silently, if nothing stands in the way: a launch message arrives from the store a moment after the
+    /// application became active, and a scene may come to the front at any time.
+    void showNextInAppMessageIfFree();
+    bool mayPresent(const VantixInAppMessagePayload& message, Occasion occasion);
+    void tellPresented(const VantixInAppMessagePayload& message);
+    void tellDismissed();
 
     void addObserversForAppLifeCycle();
     void appStateChanged(const Notification& notification);
@@ -92,6 +107,9 @@ private:
     std::shared_ptr<DispatchWorkItem> delayBetweenTwoInAppMessagesWorkItem_;
     std::shared_ptr<DispatchWorkItem> autoDismissInAppMessageWorkItem_;
     bool showingInAppMessage_ = false;
+    std::weak_ptr<InAppMessagePresentationDelegate> presentationDelegate_;
+    std::optional<Occasion> postponed_;
+    std::optional<PresentedMessage> presented_;
     std::shared_ptr<InAppMessageViewBuilder> inAppMessageViewBuilder_;
     std::shared_ptr<VantixCore> vantixCore_;
     InAppEventReporter eventReporter_;

@@ -25,6 +25,17 @@ std::shared_ptr<Scene> foregroundActiveWindowScene() {
     return found == scenes.end() ? nullptr : *found;
 }
 
+WindowEntrance entrance(VantixInAppNotificationType type) {
+    switch (type) {
+        case VantixInAppNotificationType::header:
+            return WindowEntrance::top;
+        case VantixInAppNotificationType::footer:
+            return WindowEntrance::bottom;
+        default:
+            return WindowEntrance::inPlace;
+    }
+}
+
 }  // namespace
 
 InAppMessageViewBuilder::InAppMessageViewBuilder(std::shared_ptr<InAppMessageActions> displayManager)
@@ -51,6 +62,9 @@ std::unique_ptr<Window> InAppMessageViewBuilder::customizeWindow(Scene& scene, c
         std::make_shared<InAppMessageView>(message, inAppDisplayManager_));
     description.alpha = 1.0;
     description.isHidden = false;
+    description.blocksApplication = !message->body.isBanner();
+    description.entrance = entrance(message->body.type);
+    description.onEnded = whileAlive(weak_from_this(), [message](auto& builder) { builder.windowEnded(message); });
     return scene.makeWindow(std::move(description));
 }
 
@@ -58,6 +72,11 @@ void InAppMessageViewBuilder::dismissInAppMessage() {
     assertMainThread("dismissInAppMessage()");
     Platform::current()->dispatcher->mainQueue().async(
         whileAlive(weak_from_this(), [](InAppMessageViewBuilder& builder) { builder.removeWindow(); }));
+}
+
+void InAppMessageViewBuilder::windowEnded(const SharedPayload& message) {
+    assertMainThread("windowEnded(message:)");
+    if (inAppDisplayManager_) inAppDisplayManager_->dismissInAppMessage(message, true);
 }
 
 void InAppMessageViewBuilder::removeWindow() {

@@ -23,6 +23,8 @@ public:
 
 private:
     std::unique_ptr<Window> customizeWindow(Scene& scene, const SharedPayload& message);
+    /// The scene took the window away: the message counts as dismissed.
+    void windowEnded(const SharedPayload& message);
     void removeWindow();
 
     std::shared_ptr<InAppMessageActions> inAppDisplayManager_;
