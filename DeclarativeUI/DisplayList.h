@@ -19,12 +19,20 @@ struct FillRect {
     Color color;
 };
 
+/// The line runs along the inside of the frame's edge half of its width, and half outside.
+struct StrokeRect {
+    Rect frame;
+    double cornerRadius = 0;
+    double lineWidth = 1;
+    Color color;
+};
+
 struct FillEllipse {
     Rect frame;
     Color color;
 };
 
-/// The line runs along the inside of the frame's edge half of its width, and half outside.
+/// Its line lies as that of a StrokeRect.
 struct StrokeEllipse {
     Rect frame;
     double lineWidth = 1;
@@ -55,7 +63,7 @@ struct PushClip {
 
 struct PopClip {};
 
-using DisplayItem = std::variant<FillRect, FillEllipse, StrokeEllipse, DrawText, DrawImage, PushClip, PopClip>;
+using DisplayItem = std::variant<FillRect, StrokeRect, FillEllipse, StrokeEllipse, DrawText, DrawImage, PushClip, PopClip>;
 
 /// What a host paints, in order, in points of the window. Font sizes are final: the text scale is applied.
 using DisplayList = std::vector<DisplayItem>;

@@ -79,6 +79,8 @@ public:
     void scroll(double points);
     /// The same, to an offset.
     void scrollTo(double offset);
+    /// Scrolls as little as brings an area of the window into the viewport, its upper end first.
+    void reveal(const Rect& area);
 
     /// The object kept under `key` for the life of this view, made by `make` at first use.
     std::shared_ptr<void> object(const std::string& key, const std::function<std::shared_ptr<void>()>& make);

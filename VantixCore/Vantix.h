@@ -19,6 +19,9 @@ public:
     /// network, images, stores, reports) belongs to this installation and is made at its first use. A later call
     /// replaces all of it at once; who still holds a part of the earlier installation may go on using that part.
     static void install(VantixHost host);
+    /// Lets go of the installation, once everything that could still ask for it has ended: stores are closed, lines of
+    /// the log go to standard error again. Main thread.
+    static void uninstall();
     /// What was installed. Asking before that is a programming error and stops the process. Any thread.
     static std::shared_ptr<const VantixHost> host();
 

@@ -145,6 +145,17 @@ void HostedView::scrollTo(double points) {
     layOut();
 }
 
+void HostedView::reveal(const Rect& area) {
+    const Rect& viewport = settled_->viewport;
+    double above = viewport.origin.y - area.origin.y;
+    double below = area.maxY() - viewport.maxY();
+    if (above > 0) {
+        scroll(-above);
+    } else if (below > 0) {
+        scroll(std::min(below, -above));
+    }
+}
+
 std::shared_ptr<void> HostedView::object(const std::string& key, const std::function<std::shared_ptr<void>()>& make) {
     auto& kept = objects_[key];
     if (!kept) kept = make();

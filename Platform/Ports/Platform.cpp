@@ -19,6 +19,8 @@ AtomicPointer<const Platform>& installed() {
 
 void Platform::install(Platform platform) { installed().store(std::make_shared<const Platform>(std::move(platform))); }
 
+void Platform::uninstall() { installed().store(nullptr); }
+
 std::shared_ptr<const Platform> Platform::current() {
     auto platform = installed().load();
     if (!platform) fatalError("No platform is installed");

@@ -25,7 +25,9 @@ struct Platform {
 
     /// Main thread. A later call replaces the earlier platform, which lives on for whoever still holds it.
     static void install(Platform platform);
-    /// The platform that is installed, until the process ends. Any thread. Asking before there is one is a programming
+    /// Lets go of the platform, once everything that could still ask for it has ended. Main thread.
+    static void uninstall();
+    /// The platform that is installed. Any thread. Asking before there is one is a programming
     /// error and stops the process.
     static std::shared_ptr<const Platform> current();
 };

@@ -17,6 +17,12 @@ void Vantix::install(VantixHost host) {
     Installation::replace(std::make_shared<Installation>(std::move(host)));
 }
 
+void Vantix::uninstall() {
+    assertMainThread("Vantix::uninstall");
+    Installation::replace(nullptr);
+    VantixLogger::setSink({});
+}
+
 std::shared_ptr<const VantixHost> Vantix::host() { return Installation::current()->host(); }
 
 std::shared_ptr<SharedUserDefaults> Vantix::getSharedUserDefaults() { return Installation::current()->settings(); }

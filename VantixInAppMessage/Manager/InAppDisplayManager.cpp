@@ -101,7 +101,7 @@ void InAppDisplayManager::showInAppMessage(const std::optional<std::string>& sco
     queueManager_->removeShownInAppMessage(scope);
     resetShowInAppMessageWorkItem();
     handleAutoDismissalOfInAppMessage(message);
-    tellPresented(*message);
+    tellPresented(message);
 }
 
 void InAppDisplayManager::showNextInAppMessage() {
@@ -126,16 +126,16 @@ bool InAppDisplayManager::mayPresent(const VantixInAppMessagePayload& message, O
     return false;
 }
 
-void InAppDisplayManager::tellPresented(const VantixInAppMessagePayload& message) {
+void InAppDisplayManager::tellPresented(const SharedPayload& message) {
     tellDismissed();
-    presented_ = summary(message);
-    if (auto delegate = presentationDelegate_.lock()) delegate->didPresent(*presented_);
+    presented_ = message;
+    if (auto delegate = presentationDelegate_.lock()) delegate->didPresent(summary(*presented_));
 }
 
 void InAppDisplayManager::tellDismissed() {
     auto presented = std::exchange(presented_, {});
     if (!presented) return;
-    if (auto delegate = presentationDelegate_.lock()) delegate->didDismiss(*presented);
+    if (auto delegate = presentationDelegate_.lock()) delegate->didDismiss(summary(*presented));
 }
 
 bool InAppDisplayManager::canShowInAppMessage(const VantixInAppMessagePayload& message,
@@ -204,6 +204,11 @@ void InAppDisplayManager::dismissInAppMessage(const SharedPayload& message, bool
     if (inAppMessageViewBuilder_) inAppMessageViewBuilder_->dismissInAppMessage();
     tellDismissed();
     createWorkItemToAddDelayInShowingNextAvailableInAppMessage();
+}
+
+void InAppDisplayManager::dismissPresentedInAppMessage() {
+    assertMainThread("dismissPresentedInAppMessage()");
+    if (auto message = presented_) dismissInAppMessage(message, true);
 }
 
 void InAppDisplayManager::handleInAppMessageButtonAction(const SharedPayload& message,

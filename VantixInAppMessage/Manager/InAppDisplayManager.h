@@ -43,6 +43,8 @@ public:
     /// Tries to show the next message, for an event or, without one, the next that waits for none. Any thread.
     virtual void showInAppMessage(const std::optional<std::string>& scope, const std::optional<Dictionary>& attributes);
     void dismissInAppMessage(const SharedPayload& message, bool sendDismissedEvent = true) override;
+    /// Dismisses the message on screen, with a report; does nothing when there is none.
+    void dismissPresentedInAppMessage();
     void handleInAppMessageButtonAction(const SharedPayload& message, const std::optional<InAppCTA>& cta,
                                         std::optional<int> rating, const std::optional<std::string>& feedback,
                                         const std::optional<std::vector<int>>& feedbackOptions) override;
@@ -70,7 +72,7 @@ private:
     /// application became active, and a scene may come to the front at any time.
     void showNextInAppMessageIfFree();
     bool mayPresent(const VantixInAppMessagePayload& message, Occasion occasion);
-    void tellPresented(const VantixInAppMessagePayload& message);
+    void tellPresented(const SharedPayload& message);
     void tellDismissed();
 
     void addObserversForAppLifeCycle();
@@ -109,7 +111,8 @@ private:
     bool showingInAppMessage_ = false;
     std::weak_ptr<InAppMessagePresentationDelegate> presentationDelegate_;
     std::optional<Occasion> postponed_;
-    std::optional<PresentedMessage> presented_;
+    /// Told to the delegate and not yet told to be gone.
+    SharedPayload presented_;
     std::shared_ptr<InAppMessageViewBuilder> inAppMessageViewBuilder_;
     std::shared_ptr<VantixCore> vantixCore_;
     InAppEventReporter eventReporter_;

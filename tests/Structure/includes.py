@@ -36,7 +36,7 @@ ROOMS = {
                               "Platform/Ports", "Platform/Values"],
     "Hosts/VantixQt": ["DeclarativeUI", "Platform/**"],
     "Tools/certificate": [],
-    "Tools/vantix-inapp/Input": ["Platform/Values"],
+    "Tools/vantix-inapp/Input": ["VantixInAppMessage/**", "Platform/Values"],
     "Tools/vantix-inapp/Headless": ["Tools/vantix-inapp/Input", *BELOW_THE_TOOL],
     "Tools/vantix-inapp/Backend": ["Tools/vantix-inapp/Input", "Tools/certificate", *BELOW_THE_TOOL],
     "Tools/vantix-inapp/Scenario": ["Tools/vantix-inapp/Headless", "Tools/vantix-inapp/Backend",

@@ -11,7 +11,7 @@ std::string eventsAnswer(const std::string& triggers) {
     if (!campaigns) return triggers;
 
     List pushes;
-    for (const Value& campaign : *campaigns) pushes.emplace_back(pushOfCampaign(toJSON(campaign)));
+    for (const Value& campaign : *campaigns) pushes.emplace_back(pushOfCampaignText(toJSON(campaign)));
     return toJSON(Dictionary{{"status", "200"}, {"message", "OK"}, {"triggers", pushes}});
 }
 

@@ -1,7 +1,7 @@
 #include "Tools/vantix-inapp/Headless/ScreenPicture.h"
 
 #include "Tools/vantix-inapp/Input/BadInput.h"
-#include "VantixQt/DisplayListPainter.h"
+#include "VantixQt/Drawing/DisplayListPainter.h"
 
 #include <system_error>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "DeclarativeUI/Offscreen/OffscreenApplication.h"
-#include "VantixQt/Canvas.h"
+#include "VantixQt/Drawing/Canvas.h"
 
 #include <filesystem>
 

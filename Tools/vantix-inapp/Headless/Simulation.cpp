@@ -6,9 +6,9 @@
 #include "VantixCore/Vantix.h"
 #include "VantixCore/VantixNetworkManager.h"
 #include "VantixInAppMessage/Manager/VantixInAppTriggerManager.h"
-#include "VantixQt/QtEnvironment.h"
-#include "VantixQt/QtImageDecoder.h"
-#include "VantixQt/QtTextMeasurer.h"
+#include "VantixQt/Drawing/QtEnvironment.h"
+#include "VantixQt/Drawing/QtImageDecoder.h"
+#include "VantixQt/Drawing/QtTextMeasurer.h"
 
 namespace vantix {
 

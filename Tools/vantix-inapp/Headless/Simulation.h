@@ -7,8 +7,8 @@
 #include "Tools/vantix-inapp/Headless/ReplaceableConfiguration.h"
 #include "VantixInAppMessage/Core/InAppMessagingCore.h"
 #include "VantixPushNotification/NotificationCore.h"
-#include "VantixQt/DisplayListPainter.h"
-#include "VantixQt/QtFontCatalogue.h"
+#include "VantixQt/Drawing/DisplayListPainter.h"
+#include "VantixQt/Drawing/QtFontCatalogue.h"
 
 #include <filesystem>
 #include <memory>

@@ -1,7 +1,7 @@
 #include "Tools/vantix-inapp/Render/DeviceSheet.h"
 
 #include "DeclarativeUI/DisplayList.h"
-#include "VantixQt/DisplayListPainter.h"
+#include "VantixQt/Drawing/DisplayListPainter.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Tools/vantix-inapp/Headless/Devices.h"
-#include "VantixQt/Canvas.h"
+#include "VantixQt/Drawing/Canvas.h"
 
 #include <functional>
 

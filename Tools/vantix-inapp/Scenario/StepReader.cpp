@@ -26,7 +26,7 @@ Step push(const StepSource& source) { return step::Push{objectField(source.key, 
 
 Step campaign(const StepSource& source) {
     objectField(source.key, source.value);
-    return step::Push{pushOfCampaign(*objectAsWritten(source.line, source.key))};
+    return step::Push{pushOfCampaignText(*objectAsWritten(source.line, source.key))};
 }
 
 Step deliver(const StepSource& source) {

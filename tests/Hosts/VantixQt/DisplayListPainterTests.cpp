@@ -1,7 +1,7 @@
-#include "VantixQt/Canvas.h"
-#include "VantixQt/DisplayListPainter.h"
-#include "VantixQt/QtFontCatalogue.h"
-#include "VantixQt/QtTextMeasurer.h"
+#include "VantixQt/Drawing/Canvas.h"
+#include "VantixQt/Drawing/DisplayListPainter.h"
+#include "VantixQt/Drawing/QtFontCatalogue.h"
+#include "VantixQt/Drawing/QtTextMeasurer.h"
 
 #include <QColorSpace>
 #include <QPainter>

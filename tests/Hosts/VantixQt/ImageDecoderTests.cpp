@@ -1,4 +1,4 @@
-#include "VantixQt/QtImageDecoder.h"
+#include "VantixQt/Drawing/QtImageDecoder.h"
 #include "tests/Support/FakeImageDecoder.h"
 
 #include <QBuffer>

@@ -1,5 +1,5 @@
-#include "VantixQt/QtFontCatalogue.h"
-#include "VantixQt/QtTextMeasurer.h"
+#include "VantixQt/Drawing/QtFontCatalogue.h"
+#include "VantixQt/Drawing/QtTextMeasurer.h"
 #include "tests/Support/FixedTextMeasurer.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "VantixQt/QtFontCatalogue.h"
+#include "VantixQt/Drawing/QtFontCatalogue.h"
 
 #include <fontconfig/fontconfig.h>
 

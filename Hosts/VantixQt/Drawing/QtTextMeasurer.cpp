@@ -1,6 +1,6 @@
-#include "VantixQt/QtTextMeasurer.h"
+#include "VantixQt/Drawing/QtTextMeasurer.h"
 
-#include "VantixQt/QtEnvironment.h"
+#include "VantixQt/Drawing/QtEnvironment.h"
 
 #include <QFontMetricsF>
 #include <QStringView>

@@ -1,6 +1,6 @@
-#include "VantixQt/DisplayListPainter.h"
+#include "VantixQt/Drawing/DisplayListPainter.h"
 
-#include "VantixQt/QtConversions.h"
+#include "VantixQt/Drawing/QtConversions.h"
 
 #include <QImage>
 #include <QPainter>
@@ -41,6 +41,10 @@ public:
 
     void operator()(const FillRect& item) {
         painter_.fillPath(roundedRectangle(item.frame, item.cornerRadius), toQt(item.color));
+    }
+
+    void operator()(const StrokeRect& item) {
+        painter_.strokePath(roundedRectangle(item.frame, item.cornerRadius), QPen(toQt(item.color), item.lineWidth));
     }
 
     void operator()(const FillEllipse& item) {

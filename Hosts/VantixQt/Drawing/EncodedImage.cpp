@@ -1,4 +1,4 @@
-#include "VantixQt/EncodedImage.h"
+#include "VantixQt/Drawing/EncodedImage.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "VantixQt/QtEnvironment.h"
+#include "VantixQt/Drawing/QtEnvironment.h"
 
 #include <QGuiApplication>
 #include <QLoggingCategory>

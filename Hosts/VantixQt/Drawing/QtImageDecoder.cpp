@@ -1,8 +1,8 @@
-#include "VantixQt/QtImageDecoder.h"
+#include "VantixQt/Drawing/QtImageDecoder.h"
 
 #include "Platform/Values/WordTable.h"
-#include "VantixQt/EncodedImage.h"
-#include "VantixQt/QtEnvironment.h"
+#include "VantixQt/Drawing/EncodedImage.h"
+#include "VantixQt/Drawing/QtEnvironment.h"
 
 #include <QBuffer>
 #include <QColorSpace>

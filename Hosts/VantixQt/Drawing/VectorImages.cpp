@@ -1,4 +1,4 @@
-#include "VantixQt/VectorImages.h"
+#include "VantixQt/Drawing/VectorImages.h"
 
 #include <QByteArray>
 #include <QSvgRenderer>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "DeclarativeUI/DisplayList.h"
-#include "VantixQt/TextShaping.h"
-#include "VantixQt/VectorImages.h"
+#include "VantixQt/Drawing/TextShaping.h"
+#include "VantixQt/Drawing/VectorImages.h"
 
 class QPainter;
 

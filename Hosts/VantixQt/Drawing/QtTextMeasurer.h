@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/Ports/TextMeasurer.h"
-#include "VantixQt/TextShaping.h"
+#include "VantixQt/Drawing/TextShaping.h"
 
 namespace vantix {
 

@@ -1,6 +1,6 @@
-#include "VantixQt/TextShaping.h"
+#include "VantixQt/Drawing/TextShaping.h"
 
-#include "VantixQt/QtFontCatalogue.h"
+#include "VantixQt/Drawing/QtFontCatalogue.h"
 
 #include <QStringList>
 

@@ -1,8 +1,8 @@
-#include "VantixQt/Canvas.h"
+#include "VantixQt/Drawing/Canvas.h"
 
-#include "VantixQt/DisplayListPainter.h"
-#include "VantixQt/QtConversions.h"
-#include "VantixQt/QtEnvironment.h"
+#include "VantixQt/Drawing/DisplayListPainter.h"
+#include "VantixQt/Drawing/QtConversions.h"
+#include "VantixQt/Drawing/QtEnvironment.h"
 
 #include <QPainter>
 

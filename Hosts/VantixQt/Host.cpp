@@ -1,0 +1,100 @@
+#include "VantixQt/Host.h"
+
+#include "Platform/Values/FatalError.h"
+#include "VantixCore/Vantix.h"
+#include "VantixInAppMessage/Core/InAppCampaign.h"
+#include "VantixInAppMessage/Core/InAppMessageObjections.h"
+#include "VantixInAppMessage/Manager/InAppDisplayManager.h"
+#include "VantixQt/HostRun.h"
+#include "VantixQt/QtValues.h"
+#include "VantixQt/Windows/Surroundings.h"
+
+#include <QCoreApplication>
+#include <QDesktopServices>
+#include <QGuiApplication>
+#include <QJsonDocument>
+#include <QMetaMethod>
+#include <QThread>
+
+namespace vantix::qt {
+
+namespace {
+
+bool hasHost = false;
+
+void claimProcess() {
+    if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance())) {
+        fatalError("vantix::qt::Host: make the QGuiApplication (or QApplication) first");
+    }
+    if (QThread::currentThread() != QCoreApplication::instance()->thread()) {
+        fatalError("vantix::qt::Host: make it on the GUI thread");
+    }
+    if (hasHost) fatalError("vantix::qt::Host: a process has one host at a time, and one is there already");
+    hasHost = true;
+}
+
+}  // namespace
+
+Host::Host(const HostOptions& options, QObject* parent) : QObject(parent) {
+    claimProcess();
+    run_ = std::make_unique<HostRun>(options);
+    connect(run_.get(), &HostRun::openDeepLink, this, [this](const QString& link) { emit deepLinkActivated(link); },
+            Qt::QueuedConnection);
+    connect(run_.get(), &HostRun::openURL, this, &Host::openAddress, Qt::QueuedConnection);
+    connect(run_.get(), &HostRun::presented, this, &Host::messageShown, Qt::QueuedConnection);
+    connect(run_.get(), &HostRun::dismissed, this, &Host::messageGone, Qt::QueuedConnection);
+    connect(run_.get(), &HostRun::reported, this, &Host::reported, Qt::QueuedConnection);
+}
+
+Host::~Host() {
+    run_ = nullptr;
+    hasHost = false;
+}
+
+bool Host::receivePush(const QJsonObject& campaign, QString* whyNot) {
+    auto refuse = [&](const std::string& reason) {
+        if (whyNot) *whyNot = QString::fromStdString(reason);
+        return false;
+    };
+    QByteArray text = QJsonDocument(campaign).toJson(QJsonDocument::Compact);
+    auto push = pushOfCampaign({text.constData(), static_cast<std::size_t>(text.size())});
+    if (!push) return refuse(push.error().localizedDescription);
+    if (auto objection = firstObjection(VantixInAppMessagePayload::generate(push.value()))) return refuse(*objection);
+    run_->pushLibrary().receiveSilentPush(std::string(rawValue(VantixNotificationType::inapp)), push.value());
+    return true;
+}
+
+void Host::captureEvent(const QString& name, const QVariantMap& attributes) {
+    std::optional<Dictionary> given;
+    if (!attributes.isEmpty()) given = dictionary(attributes);
+    Vantix::captureEvent(name.toStdString(), given);
+}
+
+void Host::setCustomerId(const QString& customerId) {
+    auto settings = Vantix::getSharedUserDefaults();
+    if (!settings) return;
+    settings->setCustomerId(customerId.isEmpty() ? std::nullopt : std::optional(customerId.toStdString()));
+}
+
+void Host::logOut() {
+    dismiss();
+    setCustomerId({});
+    run_->core().userLoggedOut();
+}
+
+void Host::dismiss() { run_->core().inAppDisplayManager()->dismissPresentedInAppMessage(); }
+
+void Host::setMessagesAllowed(bool allowed) { NotificationCore::setAllowed(allowed); }
+
+void Host::setTextScale(double scale) { run_->surroundings().setTextScale(scale); }
+
+void Host::openAddress(const QString& address) {
+    static const QMetaMethod activated = QMetaMethod::fromSignal(&Host::urlActivated);
+    if (isSignalConnected(activated)) {
+        emit urlActivated(address);
+    } else {
+        QDesktopServices::openUrl(address);
+    }
+}
+
+}  // namespace vantix::qt

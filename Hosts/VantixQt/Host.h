@@ -1,0 +1,79 @@
+#pragma once
+
+#include "VantixQt/HostOptions.h"
+
+#include <QJsonObject>
+#include <QObject>
+#include <QString>
+#include <QUrl>
+#include <QVariantMap>
+
+#include <memory>
+
+namespace vantix::qt {
+
+class HostRun;
+class WindowScene;
+
+/// The in-app messages of a Qt application: runs the module on the application's event loop and shows its messages in
+/// the application's own windows. What both toolkits share; an application makes a WidgetsHost or a QuickHost.
+///
+/// Made on the GUI thread, after the QGuiApplication, one at a time in a process; a second one, or one made too early,
+/// stops the process with a text that says so. All operations and all signals belong to the GUI thread. Destroying it
+/// takes a shown message away, joins every thread and leaves nothing behind but the files in the data directory.
+class Host : public QObject {
+    Q_OBJECT
+
+public:
+    ~Host() override;
+
+    /// Takes a campaign as it comes with a silent push: "trigger", "body" and "template" may be objects or their JSON
+    /// texts. False, with the reason, when nothing will ever come of it. Otherwise the message is stored and shown when
+    /// its event is captured; one that waits for none is shown as soon as nothing stands in the way.
+    bool receivePush(const QJsonObject& campaign, QString* whyNot = nullptr);
+
+    /// Tells of an event of the application, which may show a message that waits for it. Attributes that JSON cannot
+    /// express count as null.
+    void captureEvent(const QString& name, const QVariantMap& attributes = {});
+
+    /// Who uses the application from now on; messages for others are not shown. Empty: nobody is known.
+    void setCustomerId(const QString& customerId);
+
+    /// Forgets the customer, and removes every stored message and cached image. A message on screen goes.
+    void logOut();
+
+    /// Takes the message on screen away, as its close control does. Without one nothing happens.
+    void dismiss();
+
+    /// While false no message is shown; those that arrive wait. True at start.
+    void setMessagesAllowed(bool allowed);
+
+    /// The reader's text size, 1 being the designer's, from now on instead of the platform's. 0: the platform's again.
+    void setTextScale(double scale);
+
+signals:
+    // All on the GUI thread, on a later turn of the event loop than the tap that they come from.
+
+    /// A button leads to a place inside the application.
+    void deepLinkActivated(const QUrl& link);
+    /// A button leads out of the application. While nobody is connected, the desktop opens the address.
+    void urlActivated(const QUrl& address);
+    void messageShown(const QString& scope);
+    /// Once for each `messageShown`.
+    void messageGone(const QString& scope);
+    /// The module reports what happened to a message ("inAppMessageShown", …), whether or not there is a back end.
+    void reported(const QString& name, const QVariantMap& attributes);
+
+protected:
+    Host(const HostOptions& options, QObject* parent);
+
+    /// The run that windows are shown in. Lives as long as this object.
+    HostRun& run() { return *run_; }
+
+private:
+    void openAddress(const QString& address);
+
+    std::unique_ptr<HostRun> run_;
+};
+
+}  // namespace vantix::qt

@@ -1,0 +1,172 @@
+#include "VantixQt/HostRun.h"
+
+#include "Platform/Dispatchers/ThreadedDispatcher.h"
+#include "Platform/Ports/NotificationCenter.h"
+#include "Platform/Ports/Platform.h"
+#include "VantixCore/Vantix.h"
+#include "VantixCore/VantixNetworkManager.h"
+#include "VantixQt/Drawing/DisplayListPainter.h"
+#include "VantixQt/Drawing/QtFontCatalogue.h"
+#include "VantixQt/Drawing/QtImageDecoder.h"
+#include "VantixQt/Drawing/QtTextMeasurer.h"
+#include "VantixQt/HostLog.h"
+#include "VantixQt/QtValues.h"
+#include "VantixQt/Windows/Surroundings.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QGuiApplication>
+#include <QStandardPaths>
+
+#include <utility>
+
+namespace vantix::qt {
+
+namespace {
+
+const auto wakeUpEvent = static_cast<QEvent::Type>(QEvent::registerEventType());
+
+std::filesystem::path dataDirectory(const QString& given) {
+    if (!given.isEmpty()) return given.toStdString();
+    return (QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + "/inapp").toStdString();
+}
+
+ApplicationState stateOf(Qt::ApplicationState state) {
+    switch (state) {
+        case Qt::ApplicationActive:
+            return ApplicationState::active;
+        case Qt::ApplicationInactive:
+            return ApplicationState::inactive;
+        default:
+            return ApplicationState::background;
+    }
+}
+
+/// The application as the toolkit knows it now; before the first window is shown it counts as active.
+ApplicationState stateAtStart() {
+    auto state = stateOf(QGuiApplication::applicationState());
+    return QGuiApplication::allWindows().isEmpty() ? ApplicationState::active : state;
+}
+
+}  // namespace
+
+/// Hands the module's questions and news on.
+class HostRun::Presentation final : public InAppMessagePresentationDelegate {
+public:
+    explicit Presentation(HostRun& run) : run_(run) {}
+
+    bool shouldPresent(const PresentedMessage&) override { return run_.application_->isReady(); }
+    void didPresent(const PresentedMessage& message) override {
+        emit run_.presented(QString::fromStdString(message.scope));
+    }
+    void didDismiss(const PresentedMessage& message) override {
+        emit run_.dismissed(QString::fromStdString(message.scope));
+    }
+
+private:
+    HostRun& run_;
+};
+
+HostRun::HostRun(const HostOptions& options)
+    : dispatcher_(std::make_shared<ThreadedDispatcher>()),
+      notificationCenter_(std::make_shared<NotificationCenter>()),
+      fonts_(std::make_shared<QtFontCatalogue>()),
+      surroundings_(std::make_shared<Surroundings>()),
+      application_(std::make_shared<QtApplicationPort>()),
+      services_{dispatcher_, std::make_shared<QtTextMeasurer>(fonts_), std::make_shared<DisplayListPainter>(fonts_),
+                surroundings_},
+      lifeCycle_(notificationCenter_, stateAtStart()),
+      pushLibrary_(std::make_shared<NotificationCore>()),
+      presentation_(std::make_shared<Presentation>(*this)) {
+    wakeOnWork();
+    installPorts();
+    installCore(options);
+    startModule(options);
+    followApplicationState();
+}
+
+HostRun::~HostRun() {
+    disconnect(qGuiApp, nullptr, this, nullptr);
+    core_->tearDown();
+    core_ = nullptr;
+    application_->removeAll();
+    VantixNetworkManager::cancelAll();
+    dispatcher_->shutDown();
+    Vantix::uninstall();
+    Platform::uninstall();
+}
+
+void HostRun::wakeOnWork() {
+    // At most one event is on its way; any thread may hand over work.
+    dispatcher_->setMainQueueWaker([this, isWaking = isWaking_] {
+        if (!isWaking->exchange(true)) QCoreApplication::postEvent(this, new QEvent(wakeUpEvent));
+    });
+}
+
+bool HostRun::event(QEvent* event) {
+    if (event->type() != wakeUpEvent) return QObject::event(event);
+    isWaking_->store(false);
+    dispatcher_->drainMainQueue();
+    return true;
+}
+
+void HostRun::installPorts() {
+    Platform::install({dispatcher_, notificationCenter_, application_, fonts_,
+                       std::const_pointer_cast<TextMeasurer>(services_.measurer), std::make_shared<QtImageDecoder>()});
+}
+
+void HostRun::installCore(const HostOptions& options) {
+    VantixHost host;
+    host.dataDirectory = dataDirectory(options.dataDirectory);
+    host.logSink = writeToLog;
+    VantixLogger::setConsoleLogLevel(lowestWrittenLevel());
+    // These are called on any thread; a queued signal brings them to this one, after the tap that they come from.
+    host.openURL = [this](const std::string& url) { emit openURL(QString::fromStdString(url)); };
+    host.handleDeepLink = [this](const std::string& link) { emit openDeepLink(QString::fromStdString(link)); };
+    host.onReport = [this](const char*, std::string_view name, const Dictionary& attributes) {
+        emit reported(QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())), variantMap(attributes));
+    };
+    Vantix::install(std::move(host));
+    if (options.customerId.isEmpty()) return;
+    if (auto settings = Vantix::getSharedUserDefaults()) settings->setCustomerId(options.customerId.toStdString());
+}
+
+void HostRun::startModule(const HostOptions& options) {
+    auto core = std::make_shared<VantixConfiguration>();
+    core->account = options.accountId.toStdString();
+    core->base = options.baseUrl.toStdString();
+    core->keyHash = options.sslKeyHash.toStdString();
+    core->token = options.accessToken.toStdString();
+    std::optional<std::string> appStoreId;
+    if (!options.appStoreId.isEmpty()) appStoreId = options.appStoreId.toStdString();
+    auto configuration = std::make_shared<VantixInAppMessageConfiguration>(core, pushLibrary_, appStoreId);
+    core_ = InAppMessagingCore::create(configuration, Env::dev, lifeCycle_.state());
+    core_->setPresentationDelegate(presentation_);
+}
+
+void HostRun::followApplicationState() {
+    connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
+        switch (stateOf(state)) {
+            case ApplicationState::active:
+                return lifeCycle_.becomeActive();
+            case ApplicationState::inactive:
+                return lifeCycle_.resignActive();
+            case ApplicationState::background:
+                return lifeCycle_.enterBackground();
+        }
+    });
+    connect(qGuiApp, &QGuiApplication::aboutToQuit, this, [this] { lifeCycle_.terminate(); });
+}
+
+void HostRun::addScene(const std::shared_ptr<WindowScene>& scene) {
+    application_->add(scene);
+    auto announce = [this] { notificationCenter_->post({ApplicationNotification::sceneDidActivate, {}}); };
+    connect(scene.get(), &WindowScene::activated, this, [this, announce, scene = scene.get()] {
+        application_->bringToFront(*scene);
+        announce();
+    });
+    connect(scene.get(), &WindowScene::ended, this, [this, scene = scene.get()] { application_->remove(*scene); });
+    announce();
+}
+
+}  // namespace vantix::qt

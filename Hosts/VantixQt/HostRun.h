@@ -1,0 +1,76 @@
+#pragma once
+
+#include "Platform/Ports/ApplicationLifeCycle.h"
+#include "VantixInAppMessage/Core/InAppMessagePresentationDelegate.h"
+#include "VantixInAppMessage/Core/InAppMessagingCore.h"
+#include "VantixQt/HostOptions.h"
+#include "VantixQt/QtApplicationPort.h"
+
+#include <QObject>
+#include <QVariantMap>
+
+#include <atomic>
+#include <memory>
+
+namespace vantix {
+class NotificationCenter;
+class QtFontCatalogue;
+class ThreadedDispatcher;
+}  // namespace vantix
+
+namespace vantix::qt {
+
+class Surroundings;
+
+/// From a host's making to its end: the ports on this toolkit, the core library and the module on them. GUI thread
+/// only.
+class HostRun final : public QObject {
+    Q_OBJECT
+
+public:
+    explicit HostRun(const HostOptions& options);
+    ~HostRun() override;
+
+    InAppMessagingCore& core() { return *core_; }
+    const NotificationCore& pushLibrary() const { return *pushLibrary_; }
+    Surroundings& surroundings() { return *surroundings_; }
+
+    /// For the scenes of this run.
+    const SceneServices& sceneServices() const { return services_; }
+    /// The scene takes part until it ends; a message on it then counts as dismissed.
+    void addScene(const std::shared_ptr<WindowScene>& scene);
+
+    /// Work of the main queue.
+    bool event(QEvent* event) override;
+
+signals:
+    void openURL(const QString& url);
+    void openDeepLink(const QString& link);
+    void presented(const QString& scope);
+    void dismissed(const QString& scope);
+    void reported(const QString& name, const QVariantMap& attributes);
+
+private:
+    class Presentation;
+
+    void wakeOnWork();
+    void installPorts();
+    void installCore(const HostOptions& options);
+    void startModule(const HostOptions& options);
+    void followApplicationState();
+
+    /// Whether an event that wakes the loop is on its way.
+    std::shared_ptr<std::atomic<bool>> isWaking_ = std::make_shared<std::atomic<bool>>(false);
+    std::shared_ptr<ThreadedDispatcher> dispatcher_;
+    std::shared_ptr<NotificationCenter> notificationCenter_;
+    std::shared_ptr<QtFontCatalogue> fonts_;
+    std::shared_ptr<Surroundings> surroundings_;
+    std::shared_ptr<QtApplicationPort> application_;
+    SceneServices services_;
+    ApplicationLifeCycle lifeCycle_;
+    std::shared_ptr<NotificationCore> pushLibrary_;
+    std::shared_ptr<Presentation> presentation_;
+    std::shared_ptr<InAppMessagingCore> core_;
+};
+
+}  // namespace vantix::qt
