@@ -1,5 +1,6 @@
 #include "DeclarativeUI/HostedView.h"
 
+#include "DeclarativeUI/Layout/Announcement.h"
 #include "DeclarativeUI/Layout/LayoutPass.h"
 #include "DeclarativeUI/Layout/Lengths.h"
 #include "DeclarativeUI/Layout/PixelGrid.h"
@@ -24,6 +25,9 @@ public:
 private:
     HostedView* outer_;
 };
+
+/// The language of a BCP 47 tag.
+std::string languageOf(const std::string& locale) { return locale.substr(0, locale.find_first_of("-_")); }
 
 /// Surroundings with which layout can count, on the pixel grid.
 SceneTraits countable(const SceneTraits& traits) {
@@ -55,6 +59,12 @@ void HostedView::setTraits(const SceneTraits& given) {
     if (traits_ == traits) return;
     traits_ = traits;
     invalidate();
+}
+
+void HostedView::setSpokenWords(SpokenWordTable words) {
+    thread_.assertCurrent("HostedView::setSpokenWords");
+    spokenWords_ = std::move(words);
+    setNeedsLayout();
 }
 
 void HostedView::invalidate() {
@@ -94,6 +104,7 @@ void HostedView::layOut() {
         Evaluation evaluation(this);
         *settled_ = LayoutPass(*memory_, *measurer_, traits_, scrollOffset_).run(tree_);
     }
+    announce(settled_->recorded.elements, vantix::spokenWords(spokenWords_, settled_->language, languageOf(traits_.locale)));
     scrollOffset_ = std::min(scrollOffset_, settled_->scrollRange);
     tellSizes();
 }
@@ -121,7 +132,7 @@ bool HostedView::claimsTouch(Point point) const {
 }
 
 HostedView::TapResult HostedView::hitTest(Point point) const {
-    const auto& [elements, regions, cards] = settled_->recorded;
+    const auto& [elements, regions, adjustments, cards] = settled_->recorded;
     auto met = std::find_if(regions.rbegin(), regions.rend(),
                             [&](const TouchRegion& region) { return region.area.contains(point); });
     if (met == regions.rend()) return {};
@@ -129,6 +140,32 @@ HostedView::TapResult HostedView::hitTest(Point point) const {
     if (met->element >= 0) result.element = elements[static_cast<std::size_t>(met->element)];
     result.action = met->action;
     return result;
+}
+
+std::vector<AccessibleElement> HostedView::readingOrder() const { return inReadingOrder(elements()); }
+
+bool HostedView::activate(const ElementIdentity& element) {
+    thread_.assertCurrent("HostedView::activate");
+    for (const TouchRegion& region : settled_->recorded.touchRegions) {
+        if (region.element < 0) continue;
+        const AccessibleElement& touched = elements()[static_cast<std::size_t>(region.element)];
+        if (touched.identity() != element || !touched.isEnabled) continue;
+        auto action = region.action;
+        action();
+        return true;
+    }
+    return false;
+}
+
+bool HostedView::adjust(const ElementIdentity& element, int steps) {
+    thread_.assertCurrent("HostedView::adjust");
+    for (const Adjustment& adjustment : settled_->recorded.adjustments) {
+        if (adjustment.element != element) continue;
+        auto adjustValue = adjustment.adjust;
+        adjustValue(steps);
+        return true;
+    }
+    return false;
 }
 
 HostedView::ScrollArea HostedView::scrollArea() const {

@@ -73,8 +73,8 @@ struct SceneTraits {
     bool reducesMotion = false;
     /// The person asked for stronger contrast.
     bool increasesContrast = false;
-    /// The person's language, as a BCP 47 tag ("de", "pt-BR"); empty when it is not known.
-    std::string locale = {};
+    /// The person's language, as a BCP 47 tag ("de", "pt-BR"), for what is said of content in no known language.
+    std::string locale = "en";
 
     bool operator==(const SceneTraits&) const = default;
 };
