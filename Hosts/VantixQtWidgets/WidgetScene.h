@@ -1,0 +1,34 @@
+#pragma once
+
+#include "VantixQt/Windows/WindowScene.h"
+
+#include <QPointer>
+#include <QWidget>
+
+namespace vantix::qt {
+
+/// A top-level widget as a scene. GUI thread only.
+class WidgetScene final : public WindowScene {
+    Q_OBJECT
+
+public:
+    WidgetScene(QWidget* window, SceneServices services);
+    ~WidgetScene() override;
+
+    /// The scene that the window is; null when it is none.
+    static WidgetScene* of(const QWidget* window);
+
+    bool isReady() const override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+protected:
+    bool isVisible() const override;
+    QSizeF size() const override;
+    qreal devicePixelRatio() const override;
+    std::unique_ptr<MessageOverlay> makeOverlay(std::unique_ptr<MessageSurface> surface) override;
+
+private:
+    QPointer<QWidget> window_;
+};
+
+}  // namespace vantix::qt
