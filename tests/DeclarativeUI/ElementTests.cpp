@@ -102,3 +102,15 @@ TEST(Elements, ActByTheirIdentity) {
     EXPECT_FALSE(stage.view().adjust({Role::button, 0}, 1));
     EXPECT_EQ(done, "b-2");
 }
+
+TEST(Elements, SpeakTheReadersLanguageWhereTheTextsHaveNoneInTheWordsOfTheHost) {
+    SceneTraits traits = window(100, 100);
+    traits.language = "fr";
+    Stage stage(traits, words("x").element(Role::close));
+    EXPECT_EQ(stage.element(Role::close).spokenText, "Fermer, bouton");
+    SpokenWordTable words = knownSpokenWords();
+    words["fr"].button = "touche";
+    stage.view().setSpokenWords(words);
+    stage.settle();
+    EXPECT_EQ(stage.element(Role::close).spokenText, "Fermer, touche");
+}
