@@ -91,7 +91,8 @@ TEST(Elements, ActByTheirIdentity) {
     std::string done;
     auto tells = [&done](const char* name) { return [&done, name] { done += name; }; };
     View controls =
-        VStack({Button(tells("a"), words("a")), Button(tells("b"), words("b")).padding(Edge::top, 500),
+        VStack({Button(tells("a"), words("a")),
+                Button(tells("b"), words("b")).onTapGesture(tells("g")).padding(Edge::top, 500),
                 words("i").actsOnTap(false).element(Role::image).onTapGesture(tells("i")),
                 words("s").adjustable({1, 5}, [&](int steps) { done += std::to_string(steps); }).element(Role::stars)});
     Stage stage(window(100, 100), ScrollView(controls));
