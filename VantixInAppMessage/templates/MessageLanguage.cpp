@@ -77,13 +77,13 @@ std::optional<std::string> languageOfWords(std::string_view texts) {
     std::ptrdiff_t most = fewest - 1;
     std::optional<std::string> likeliest;
     auto words = wordsOf(texts);
-    for (const auto& [language, common] : commonWords) {
+    for (const CommonWords& common : commonWords) {
         auto isCommon = [&](const std::u32string& word) {
-            return !word.empty() && common.find(U" " + word + U" ") != std::u32string_view::npos;
+            return !word.empty() && common.words.find(U" " + word + U" ") != std::u32string_view::npos;
         };
         auto count = std::count_if(words.begin(), words.end(), isCommon);
         if (count == most) likeliest.reset();
-        if (count > most) likeliest = language;
+        if (count > most) likeliest = common.language;
         most = std::max(most, count);
     }
     return likeliest;
