@@ -91,7 +91,9 @@ std::optional<std::string> languageOfWords(std::string_view texts) {
 
 }  // namespace
 
-std::optional<std::string> messageLanguage(std::string_view texts) {
+std::optional<std::string> messageLanguage(std::string_view allTexts) {
+    constexpr std::size_t enoughToTell = 4096;
+    std::string_view texts = allTexts.substr(0, enoughToTell);
     std::u32string points = codePoints(texts);
     auto isOfScript = [](char32_t point) { return point >= 0x0370; };
     bool isLatin = std::count_if(points.begin(), points.end(), isLatinLetter) >
