@@ -2,6 +2,7 @@
 
 #include "DeclarativeUI/AccessibleElement.h"
 #include "DeclarativeUI/DisplayList.h"
+#include "DeclarativeUI/SpokenWords.h"
 #include "DeclarativeUI/View.h"
 #include "Platform/Ports/Application.h"
 #include "Platform/Ports/OwningThread.h"
@@ -38,6 +39,10 @@ public:
     /// The surroundings to lay out in. A change invalidates.
     void setTraits(const SceneTraits& traits);
 
+    /// What is said beside the texts, by language, instead of the words that are known here. The language is that of
+    /// the texts, where the content tells it and the table has it, else that of the traits. Invalidates the layout.
+    void setSpokenWords(SpokenWordTable words);
+
     /// Brings tree, layout and lists up to date; does nothing when nothing changed. Layout that settles in two steps (a
     /// measured size feeding back into the tree) asks for display again.
     /// The measurer is kept for later scrolling and must outlive this view.
@@ -51,6 +56,17 @@ public:
 
     const DisplayList& displayList() const;
     const std::vector<AccessibleElement>& elements() const;
+
+    /// What assistive technology reads and a keyboard walks (see AccessibleElement::isFocusable), in this order on
+    /// every message: the card, title, image, message, options, stars, buttons, close control. Nothing that is passed
+    /// over.
+    std::vector<AccessibleElement> readingOrder() const;
+
+    /// Does what a tap on the element does, in view or not; false, and nothing else, when it is gone or does nothing.
+    bool activate(const ElementIdentity& element);
+    /// Increases the value of an adjustable element by so many steps, decreases it for a negative number; false, and
+    /// nothing else, when it is gone or has none.
+    bool adjust(const ElementIdentity& element, int steps);
 
     /// Whether the content wants a touch at this point. A banner leaves what lies outside its card to the application;
     /// everything else covers the whole window.
@@ -91,6 +107,7 @@ private:
     std::function<View()> body_;
     std::function<void()> onNeedsDisplay_;
     SceneTraits traits_;
+    SpokenWordTable spokenWords_ = knownSpokenWords();
     const TextMeasurer* measurer_ = nullptr;
 
     View tree_;

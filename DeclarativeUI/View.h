@@ -60,10 +60,21 @@ public:
     /// background, corner radius, font and text colour are taken from what the view paints at this point of the chain;
     /// without a label, the texts inside are the label.
     View element(Role role, std::string label = {}) const;
-    /// The state of a view that can be selected, for the element that it is.
+    // Of the element that the view is going to be (set before `element`).
+
+    /// The state of a view that can be selected.
     View selected(bool isSelected) const;
-    /// Replaces what assistive technology says for the element.
-    View spokenText(std::string text) const;
+    /// What assistive technology takes it for, instead of what is usual for its role.
+    View accessibleKind(AccessibleKind kind) const;
+    /// What assistive technology calls it instead of its label; empty: nothing but its kind.
+    View accessibleName(std::string name) const;
+    /// Whether a tap does anything at present. Without this, whatever takes taps is announced as a control.
+    View actsOnTap(bool acts) const;
+    /// Makes it one control with a value that assistive technology increases and decreases by steps.
+    View adjustable(Progress value, std::function<void(int steps)> adjust) const;
+
+    /// The language of the texts in this tree, by two-letter code; absent: unknown.
+    View language(std::optional<std::string> code) const;
     /// Leaves touches outside this tree's card to the application below.
     View passesTouchesOutsideCard() const;
 

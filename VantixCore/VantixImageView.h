@@ -29,6 +29,8 @@ struct VantixImageView {
     /// Absent: the placeholder of `setDefaultPlaceholder`.
     std::optional<Image> placeholder = {};
     std::shared_ptr<VantixImageViewProtocol> delegate = {};
+    /// Whether that does anything; a picture for which it does not is announced as a mere picture.
+    bool actsOnTap = true;
     /// Width by height; absent: the picture's own.
     std::optional<double> aspectRatio = {};
     /// Points.

@@ -26,26 +26,46 @@ private:
     std::string label_;
 };
 
-class SelectedElement final : public WrapperElement {
+/// Adds to the element that is made of the view.
+class DescribedElement final : public WrapperElement {
 public:
-    SelectedElement(const ElementPointer& content, bool isSelected)
-        : WrapperElement(content), isSelected_(isSelected) {}
+    DescribedElement(const ElementPointer& content, std::function<void(AccessibleElement&)> description)
+        : WrapperElement(content), description_(std::move(description)) {}
 
-    void describe(AccessibleElement& element) const override { element.selected = isSelected_; }
+    void describe(AccessibleElement& element) const override { description_(element); }
 
 private:
-    bool isSelected_;
+    std::function<void(AccessibleElement&)> description_;
 };
 
-class SpokenTextElement final : public WrapperElement {
+class AdjustableElement final : public WrapperElement {
 public:
-    SpokenTextElement(const ElementPointer& content, std::string text)
-        : WrapperElement(content), text_(std::move(text)) {}
+    AdjustableElement(const ElementPointer& content, std::function<void(int)> adjust)
+        : WrapperElement(content), adjust_(std::move(adjust)) {}
 
-    void describe(AccessibleElement& element) const override { element.spokenText = text_; }
+    void place(const Rect& frame, const Proposal& proposal, const Environment& environment,
+               LayoutPass& pass) const override {
+        pass.elements().addAdjustment(adjust_);
+        WrapperElement::place(frame, proposal, environment, pass);
+    }
 
 private:
-    std::string text_;
+    std::function<void(int)> adjust_;
+};
+
+class LanguageElement final : public WrapperElement {
+public:
+    LanguageElement(const ElementPointer& content, std::string language)
+        : WrapperElement(content), language_(std::move(language)) {}
+
+    void place(const Rect& frame, const Proposal& proposal, const Environment& environment,
+               LayoutPass& pass) const override {
+        pass.setLanguage(language_);
+        WrapperElement::place(frame, proposal, environment, pass);
+    }
+
+private:
+    std::string language_;
 };
 
 class PassThroughElement final : public WrapperElement {
@@ -65,12 +85,16 @@ ElementPointer asElement(const ElementPointer& content, Role role, std::string l
     return modified<SemanticElement>(content, role, std::move(label));
 }
 
-ElementPointer asSelected(const ElementPointer& content, bool isSelected) {
-    return modified<SelectedElement>(content, isSelected);
+ElementPointer described(const ElementPointer& content, std::function<void(AccessibleElement&)> description) {
+    return modified<DescribedElement>(content, std::move(description));
 }
 
-ElementPointer spokenAs(const ElementPointer& content, std::string text) {
-    return modified<SpokenTextElement>(content, std::move(text));
+ElementPointer adjustable(const ElementPointer& content, std::function<void(int)> adjust) {
+    return modified<AdjustableElement>(content, std::move(adjust));
+}
+
+ElementPointer inLanguage(const ElementPointer& content, std::string language) {
+    return modified<LanguageElement>(content, std::move(language));
 }
 
 ElementPointer passingTouchesOutsideCard(const ElementPointer& content) {

@@ -55,9 +55,33 @@ View View::onLayout(std::string key, std::function<void(Size)> action) const {
 
 View View::element(Role role, std::string label) const { return asElement(element_, role, std::move(label)); }
 
-View View::selected(bool isSelected) const { return asSelected(element_, isSelected); }
+View View::selected(bool isSelected) const {
+    return described(element_, [isSelected](AccessibleElement& element) { element.selected = isSelected; });
+}
 
-View View::spokenText(std::string text) const { return spokenAs(element_, std::move(text)); }
+View View::accessibleKind(AccessibleKind kind) const {
+    return described(element_, [kind](AccessibleElement& element) { element.kind = kind; });
+}
+
+View View::accessibleName(std::string name) const {
+    return described(element_, [name = std::move(name)](AccessibleElement& element) { element.name = name; });
+}
+
+View View::actsOnTap(bool acts) const {
+    return described(element_, [acts](AccessibleElement& element) { element.isEnabled = acts; });
+}
+
+View View::adjustable(Progress value, std::function<void(int)> adjust) const {
+    return described(vantix::adjustable(element_, std::move(adjust)), [value](AccessibleElement& element) {
+        element.kind = AccessibleKind::adjustable;
+        element.progress = value;
+    });
+}
+
+View View::language(std::optional<std::string> code) const {
+    if (!code) return *this;
+    return inLanguage(element_, std::move(*code));
+}
 
 View View::passesTouchesOutsideCard() const { return passingTouchesOutsideCard(element_); }
 

@@ -14,6 +14,8 @@ public:
     void push(const Rect& frame, double cornerRadius) { clips_.push_back({frame, cornerRadius, visiblePart(frame)}); }
     void pop() { clips_.pop_back(); }
 
+    /// What the clips leave of the window.
+    const Rect& visible() const { return clips_.back().visible; }
     /// What the clips leave of the frame.
     Rect visiblePart(const Rect& frame) const { return frame.intersection(clips_.back().visible); }
     /// Whether the frame meets or touches what the clips leave.

@@ -5,6 +5,7 @@
 #include "DeclarativeUI/Layout/SettledLayout.h"
 
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -19,7 +20,7 @@ public:
     /// Opens the element that the layers from this one on make; what is placed until `end` belongs to it. Without a
     /// label, the texts inside make it up.
     void begin(const Element& layer, Role role, const std::string& label, const Rect& frame);
-    void end() { openElements_.pop_back(); }
+    void end();
     /// Adds what a text or picture shows to the element that it stands in, or makes it an element of its own.
     void show(const AccessibleElement& shown);
 
@@ -34,13 +35,25 @@ public:
     /// Claims touches in an area. They mean the element that the gesture is a layer of.
     void addGesture(const Element& gesture, const Rect& area, std::function<void()> action);
 
-    /// Counts the elements and makes up what is said for them. The recorder is empty afterwards.
+    /// Lets assistive technology increase and decrease the element that is open.
+    void addAdjustment(std::function<void(int)> adjust);
+
+    /// Settles which elements can be touched, and where. The recorder is empty afterwards.
     RecordedElements finish();
 
 private:
+    /// A place that takes touches, and what was in view around it when it was met.
+    struct Reach {
+        Rect frame;
+        Rect bounds;
+    };
+
     void open(AccessibleElement element, const Element& outermost);
+    /// Into the container around it.
+    void add(AccessibleElement element);
+    void addText(AccessibleElement text);
     AccessibleElement& elementAt(int position);
-    void addTouchRegion(const Element& layer, const Rect& area, std::function<void()> action);
+    void addTouchRegion(const Element& layer, const Reach& reach, std::function<void()> action);
     void claimTouches(const Element& owner, int position);
 
     struct OpenElement {
@@ -51,7 +64,7 @@ private:
     };
     struct OpenControl {
         const Control* control = nullptr;
-        Rect reach;
+        Reach reach;
         bool isElement = false;
     };
 
@@ -60,6 +73,8 @@ private:
     /// From the outermost.
     std::vector<OpenElement> openElements_;
     std::vector<OpenControl> openControls_;
+    /// How many elements of each role there are.
+    std::map<Role, int> counts_;
 };
 
 }  // namespace vantix

@@ -1,5 +1,6 @@
 #include "DeclarativeUI/HostedView.h"
 
+#include "DeclarativeUI/Layout/Announcement.h"
 #include "DeclarativeUI/Layout/LayoutPass.h"
 #include "DeclarativeUI/Layout/Lengths.h"
 #include "DeclarativeUI/Layout/PixelGrid.h"
@@ -30,8 +31,12 @@ SceneTraits countable(const SceneTraits& traits) {
     auto factor = [](double value) { return value > 0 ? std::clamp(value, 0.01, 100.0) : 1; };
     double scale = factor(traits.scale);
     PixelGrid grid(scale);
-    return {grid.settled(bounded(traits.size)), grid.settled(bounded(traits.safeArea)), scale, factor(traits.textScale),
-            traits.layoutDirection};
+    return {grid.settled(bounded(traits.size)),
+            grid.settled(bounded(traits.safeArea)),
+            scale,
+            factor(traits.textScale),
+            traits.layoutDirection,
+            traits.language};
 }
 
 }  // namespace
@@ -51,6 +56,12 @@ void HostedView::setTraits(const SceneTraits& given) {
     if (traits_ == traits) return;
     traits_ = traits;
     invalidate();
+}
+
+void HostedView::setSpokenWords(SpokenWordTable words) {
+    thread_.assertCurrent("HostedView::setSpokenWords");
+    spokenWords_ = std::move(words);
+    setNeedsLayout();
 }
 
 void HostedView::invalidate() {
@@ -90,6 +101,7 @@ void HostedView::layOut() {
         Evaluation evaluation(this);
         *settled_ = LayoutPass(*memory_, *measurer_, traits_, scrollOffset_).run(tree_);
     }
+    announce(settled_->recorded.elements, vantix::spokenWords(spokenWords_, settled_->language, traits_.language));
     scrollOffset_ = std::min(scrollOffset_, settled_->scrollRange);
     tellSizes();
 }
@@ -112,7 +124,7 @@ bool HostedView::claimsTouch(Point point) const {
 }
 
 HostedView::TapResult HostedView::hitTest(Point point) const {
-    const auto& [elements, regions, cards] = settled_->recorded;
+    const auto& [elements, regions, adjustments, cards] = settled_->recorded;
     auto met = std::find_if(regions.rbegin(), regions.rend(),
                             [&](const TouchRegion& region) { return region.area.contains(point); });
     if (met == regions.rend()) return {};
@@ -120,6 +132,33 @@ HostedView::TapResult HostedView::hitTest(Point point) const {
     if (met->element >= 0) result.element = elements[static_cast<std::size_t>(met->element)];
     result.action = met->action;
     return result;
+}
+
+std::vector<AccessibleElement> HostedView::readingOrder() const { return inReadingOrder(elements()); }
+
+bool HostedView::activate(const ElementIdentity& element) {
+    thread_.assertCurrent("HostedView::activate");
+    const auto& regions = settled_->recorded.touchRegions;
+    auto met = std::find_if(regions.rbegin(), regions.rend(), [&](const TouchRegion& region) {
+        if (region.element < 0) return false;
+        const AccessibleElement& touched = elements()[static_cast<std::size_t>(region.element)];
+        return touched.identity() == element && touched.isEnabled;
+    });
+    if (met == regions.rend()) return false;
+    auto action = met->action;
+    action();
+    return true;
+}
+
+bool HostedView::adjust(const ElementIdentity& element, int steps) {
+    thread_.assertCurrent("HostedView::adjust");
+    for (const Adjustment& adjustment : settled_->recorded.adjustments) {
+        if (adjustment.element != element) continue;
+        auto adjustValue = adjustment.adjust;
+        adjustValue(steps);
+        return true;
+    }
+    return false;
 }
 
 HostedView::ScrollArea HostedView::scrollArea() const {

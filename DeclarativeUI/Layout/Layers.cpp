@@ -1,5 +1,7 @@
 #include "DeclarativeUI/Layout/Layers.h"
 
+#include "DeclarativeUI/Layout/Announcement.h"
+
 namespace vantix {
 
 const Control* controlIn(const Element& outermost) {
@@ -19,6 +21,8 @@ AccessibleElement describedElement(const Element& outermost, Role role, const st
     AccessibleElement element;
     element.role = role;
     element.label = label;
+    element.name = label;
+    element.kind = usualKind(role);
     element.frame = frame;
     for (const Element* layer = &outermost; layer; layer = layer->wrapped()) layer->describe(element);
     return element;

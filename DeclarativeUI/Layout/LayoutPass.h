@@ -54,6 +54,8 @@ public:
     /// How far the content of this area is scrolled. Of several areas, the first whose content can move is the one that
     /// scrolls.
     double scrollOffset(const Rect& viewport, double range);
+    /// Tells the language of the texts.
+    void setLanguage(const std::string& language) { settled_.language = language; }
     void passTouchesOutsideCard() { settled_.passesTouchesOutsideCard = true; }
     void reportSize(SizeReport report) { settled_.sizeReports.push_back(std::move(report)); }
 

@@ -13,7 +13,12 @@ class Element;
 
 /// A place that wants touches.
 struct TouchRegion {
+    /// In view.
     Rect area;
+    /// All of what takes the touches, in view or not.
+    Rect frame;
+    /// How far the view around it reaches.
+    Rect bounds;
     std::function<void()> action;
     /// The position of its element among the settled ones; -1 when it belongs to none.
     int element = -1;
@@ -21,10 +26,17 @@ struct TouchRegion {
     const Element* owner = nullptr;
 };
 
+/// What increases an element's value by so many steps, or decreases it.
+struct Adjustment {
+    ElementIdentity element;
+    std::function<void(int)> adjust;
+};
+
 /// What can be met in a layout, in painting order.
 struct RecordedElements {
     std::vector<AccessibleElement> elements;
     std::vector<TouchRegion> touchRegions;
+    std::vector<Adjustment> adjustments;
     /// The visible parts of the cards.
     std::vector<Rect> cards;
 };
@@ -41,6 +53,8 @@ struct SettledLayout {
     DisplayList displayList;
     RecordedElements recorded;
     bool passesTouchesOutsideCard = false;
+    /// Of the texts; empty where the view does not tell.
+    std::string language;
     /// Where the scrolling area is, the window when there is none, and how far its content can move.
     Rect viewport;
     double scrollRange = 0;

@@ -7,6 +7,7 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace vantix {
@@ -53,6 +54,8 @@ struct SceneTraits {
     double textScale = 1;
     /// For content that has no direction of its own.
     LayoutDirection layoutDirection = LayoutDirection::leftToRight;
+    /// The reader's, by two-letter code, for what is said of content in no known language.
+    std::string language = "en";
 
     bool operator==(const SceneTraits&) const = default;
 };

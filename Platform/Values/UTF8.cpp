@@ -27,6 +27,17 @@ std::string repairUTF8(std::string_view text) {
     return repaired;
 }
 
+std::u32string codePoints(std::string_view text) {
+    std::u32string points;
+    while (!text.empty()) {
+        utf8proc_int32_t codePoint = 0;
+        std::size_t length = decodeFront(text, codePoint);
+        points += length ? static_cast<char32_t>(codePoint) : U'\uFFFD';
+        text.remove_prefix(length ? length : 1);
+    }
+    return points;
+}
+
 std::optional<LayoutDirection> strongDirection(std::string_view text) {
     while (!text.empty()) {
         utf8proc_int32_t codePoint = 0;

@@ -11,6 +11,9 @@ namespace vantix {
 /// The text with every byte that is no part of valid UTF-8 replaced by the replacement character (U+FFFD).
 std::string repairUTF8(std::string_view text);
 
+/// Its characters, one by one, with a replacement character for every byte that is no part of valid UTF-8.
+std::u32string codePoints(std::string_view text);
+
 /// The direction of the first character that has a strong one: right to left are Hebrew, Arabic and their like. Absent
 /// when there is no such character, as in numbers.
 std::optional<LayoutDirection> strongDirection(std::string_view text);

@@ -43,7 +43,10 @@ View VantixImageView::body() const {
 
     auto loader = loaderFor(*this, *host);
     loader->setPlaceholder(placeholderFor(*this));
-    View picture = SourcedImage(loader, aspectRatio, cornerRadius).element(Role::image, "Image");
+    View picture = SourcedImage(loader, aspectRatio, cornerRadius)
+                       .accessibleName("")
+                       .actsOnTap(actsOnTap)
+                       .element(Role::image, "Image");
     if (!delegate) return picture;
     return picture.onTapGesture([delegate = delegate] { delegate->didTapOnImage(); });
 }

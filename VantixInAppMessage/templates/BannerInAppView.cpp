@@ -20,19 +20,17 @@ View BannerInAppView::contentRow(std::vector<View> parts) const {
         .padding(Edge::leading)
         .padding(Edge::trailing, contentRowTrailingPadding)
         .frame({.minHeight = contentRowHeight, .maxWidth = infinity})
-        .spokenText(spokenTexts() + ", button")
+        .actsOnTap(actsOnTap(viewModel_))
         .element(Role::row)
         .onTapGesture([viewModel = viewModel_] { viewModel->handlePrimaryCTAAction(); });
 }
 
-std::string BannerInAppView::spokenTexts() const {
-    if (!viewModel_->hasTitle()) return viewModel_->getMessage();
-    return viewModel_->getTitle() + ", " + viewModel_->getMessage();
-}
-
 View BannerInAppView::thumbnail() const {
     if (!viewModel_->hasImage()) return {};
-    return VantixImageView{.url = viewModel_->getImageURL(), .delegate = viewModel_, .cornerRadius = imageCornerRadius}
+    return VantixImageView{.url = viewModel_->getImageURL(),
+                           .delegate = viewModel_,
+                           .actsOnTap = actsOnTap(viewModel_),
+                           .cornerRadius = imageCornerRadius}
         .body()
         .frame({.width = imageViewSize, .height = imageViewSize});
 }

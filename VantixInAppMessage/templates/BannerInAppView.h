@@ -36,7 +36,6 @@ protected:
 
 private:
     View contentRow(std::vector<View> parts) const;
-    std::string spokenTexts() const;
     View text(const std::string& text, std::optional<Color> color, const Font& font, std::optional<Color> background,
               Role role) const;
     View primaryButton() const;

@@ -37,7 +37,7 @@ struct RadioButton {
 
     View body() const {
         bool isSelected = selection.get() == tag;
-        return selectionRow(button(isSelected), label, isSelected, shouldAddDivider,
+        return selectionRow(AccessibleKind::radioButton, button(isSelected), label, isSelected, shouldAddDivider,
                             [selection = selection, tag = tag] { selection.set(tag); });
     }
 };
@@ -53,7 +53,7 @@ struct CheckMarkButton {
     std::function<bool()> shouldAddDivider;
 
     View body() const {
-        return selectionRow(button(isSelected()), label, isSelected(), shouldAddDivider(),
+        return selectionRow(AccessibleKind::checkBox, button(isSelected()), label, isSelected(), shouldAddDivider(),
                             [handler = selectionHandler, tag = tag] { handler(tag); });
     }
 };
@@ -75,8 +75,9 @@ struct ButtonGroup {
     /// The rows touch one another, so that every point of the list belongs to one of them.
     View body() const {
         constexpr double noSpacing = 0;
-        return orientation == Orientation::horizonal ? HStack(VerticalAlignment::top, noSpacing, buttons())
-                                                     : VStack(HorizontalAlignment::leading, noSpacing, buttons());
+        View rows = orientation == Orientation::horizonal ? HStack(VerticalAlignment::top, noSpacing, buttons())
+                                                          : VStack(HorizontalAlignment::leading, noSpacing, buttons());
+        return rows.element(Role::options);
     }
 
 private:

@@ -12,13 +12,12 @@ namespace vantix {
 
 View FullScreenInAppMessageView::body() const {
     return GeometryReader([content = content(), viewModel = viewModel_](const GeometryProxy& area) {
-        return ScrollView(content.padding(area.safeArea)
-                              .frame({.width = area.windowSize().width,
-                                      .minHeight = area.windowSize().height,
-                                      .alignment = Alignment::top()})
-                              .background(viewModel->layoutBackgroundColor())
-                              .element(Role::card)
-                              .onTapGesture([viewModel] { viewModel->handlePrimaryCTAAction(); }))
+        View painted = content.padding(area.safeArea)
+                           .frame({.width = area.windowSize().width,
+                                   .minHeight = area.windowSize().height,
+                                   .alignment = Alignment::top()})
+                           .background(viewModel->layoutBackgroundColor());
+        return ScrollView(dialog(painted, viewModel).onTapGesture([viewModel] { viewModel->handlePrimaryCTAAction(); }))
             .ignoresSafeArea(Edge::all);
     });
 }
@@ -46,6 +45,7 @@ View FullScreenInAppMessageView::image() const {
     return imageBlock({.url = viewModel_->getImageURL(),
                        .placeholder = icon.isNull() ? std::nullopt : std::optional(icon),
                        .delegate = viewModel_,
+                       .actsOnTap = actsOnTap(viewModel_),
                        .cornerRadius = imageCornerRadius});
 }
 

@@ -7,6 +7,7 @@
 #include "VantixInAppMessage/templates/FooterInAppView.h"
 #include "VantixInAppMessage/templates/FullScreenInAppMessageView.h"
 #include "VantixInAppMessage/templates/HeaderInAppView.h"
+#include "VantixInAppMessage/templates/MessageLanguage.h"
 #include "VantixInAppMessage/templates/PopupInAppMessageView.h"
 #include "VantixInAppMessage/templates/StartRatingsInAppView.h"
 
@@ -20,12 +21,12 @@ std::function<View()> bodyOf(const ViewModel& viewModel) {
     return [kept = std::make_shared<Template>(viewModel)] { return kept->body(); };
 }
 
-/// That of the language the message is written in.
-std::optional<LayoutDirection> layoutDirection(const InAppBody& message) {
+/// All that the message says, in the order of reading.
+std::string textsOf(const InAppBody& message) {
     std::string texts = message.title + '\n' + message.message;
     for (const InAppCTA& cta : message.ctas) texts += '\n' + cta.actionText.value_or("");
     for (const std::string& option : message.feedback.options) texts += '\n' + option;
-    return strongDirection(texts);
+    return texts;
 }
 
 std::function<View()> nothing() {
@@ -59,10 +60,11 @@ std::function<View()> templateFor(const ViewModel& viewModel) {
 InAppMessageView::InAppMessageView(SharedPayload inAppMessage, std::shared_ptr<InAppMessageActions> displayManager)
     : viewModel_(std::make_shared<InAppMessageViewModel>(std::move(inAppMessage), std::move(displayManager))),
       template_(templateFor(viewModel_)),
-      layoutDirection_(layoutDirection(viewModel_->inAppMessage().body)) {}
+      layoutDirection_(strongDirection(textsOf(viewModel_->inAppMessage().body))),
+      language_(messageLanguage(textsOf(viewModel_->inAppMessage().body))) {}
 
 View InAppMessageView::body() const {
-    View root = VStack(HorizontalAlignment::leading, {template_()});
+    View root = VStack(HorizontalAlignment::leading, {template_()}).language(language_);
     return layoutDirection_ ? root.layoutDirection(*layoutDirection_) : root;
 }
 

@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 
 namespace vantix {
 
@@ -24,6 +25,7 @@ private:
     std::function<View()> template_;
     /// Absent where no text has a direction, which leaves it to the surroundings.
     std::optional<LayoutDirection> layoutDirection_;
+    std::optional<std::string> language_;
 };
 
 }  // namespace vantix

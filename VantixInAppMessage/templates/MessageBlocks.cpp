@@ -22,6 +22,15 @@ View titleBlock(const ViewModel& viewModel) {
         .padding(Edge::top);
 }
 
+bool actsOnTap(const ViewModel& viewModel) { return viewModel->numberOfCTAs() > 0; }
+
+View dialog(const View& card, const ViewModel& viewModel) {
+    return card.accessibleKind(AccessibleKind::dialog)
+        .accessibleName(viewModel->hasTitle() ? viewModel->getTitle() : viewModel->getMessage())
+        .actsOnTap(actsOnTap(viewModel))
+        .element(Role::card);
+}
+
 View imageBlock(const VantixImageView& image) { return image.body().padding(Edge::top).frame({.maxWidth = infinity}); }
 
 }  // namespace vantix

@@ -19,6 +19,10 @@ View centredText(const std::string& text, std::optional<Color> color, const Font
 /// The title as popup-like cards show it; empty when the message has none.
 View titleBlock(const ViewModel& viewModel);
 
+/// Whether a tap on the message itself does anything: whether it has a call to action.
+bool actsOnTap(const ViewModel& viewModel);
+/// A painted card as a dialog that is called by the message's title, or by its text.
+View dialog(const View& card, const ViewModel& viewModel);
 /// An image over the full width.
 View imageBlock(const VantixImageView& image);
 

@@ -16,11 +16,11 @@ View PopupCard::body() const {
 }
 
 View PopupCard::card() const {
-    View card = VStack(rows)
-                    .frame({.maxWidth = infinity})
-                    .background(viewModel->layoutBackgroundColor())
-                    .cornerRadius(cornerRadius)
-                    .element(Role::card);
+    View painted = VStack(rows)
+                       .frame({.maxWidth = infinity})
+                       .background(viewModel->layoutBackgroundColor())
+                       .cornerRadius(cornerRadius);
+    View card = dialog(painted, viewModel);
     return onTap ? card.onTapGesture(onTap) : card;
 }
 

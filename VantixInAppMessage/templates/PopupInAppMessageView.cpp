@@ -19,7 +19,10 @@ void PopupInAppMessageView::handleButtonAction() const { viewModel_->handlePrima
 
 View PopupInAppMessageView::image() const {
     if (!viewModel_->hasImage()) return {};
-    return imageBlock({.url = viewModel_->getImageURL(), .delegate = viewModel_, .cornerRadius = imageCornerRadius});
+    return imageBlock({.url = viewModel_->getImageURL(),
+                       .delegate = viewModel_,
+                       .actsOnTap = actsOnTap(viewModel_),
+                       .cornerRadius = imageCornerRadius});
 }
 
 View PopupInAppMessageView::message() const {

@@ -6,12 +6,13 @@
 
 namespace vantix {
 
-View selectionRow(const View& mark, const View& label, bool isSelected, bool shouldAddDivider,
+View selectionRow(AccessibleKind kind, const View& mark, const View& label, bool isSelected, bool shouldAddDivider,
                   std::function<void()> action) {
     View content = HStack({mark, label.frame({.maxWidth = infinity, .alignment = Alignment::leading()})});
     View divider = shouldAddDivider ? Divider().background(Color::black()).element(Role::divider) : View();
     return VStack({PlainButton(std::move(action), content.padding())
                        .selected(isSelected)
+                       .accessibleKind(kind)
                        .element(Role::option)
                        .overlay(Alignment::bottom(), divider)});
 }

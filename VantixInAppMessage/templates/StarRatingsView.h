@@ -8,8 +8,12 @@
 
 namespace vantix {
 
-/// A row of stars; a tap on one selects it and all before it.
+/// A row of stars; a tap on one selects it and all before it. Each star stands in the middle of a frame that a finger
+/// can hit, narrower only where the row has no room.
 struct StarRatingsView {
+    /// The width and height of a star's frame, at least.
+    static constexpr double touchSize = 44;
+
     Binding<int> rating;
     /// Below 1 is a programming error and stops the process.
     int maximumRating = 5;
@@ -25,6 +29,8 @@ struct StarRatingsView {
 
 private:
     View star(int number) const;
+    View picture(int number) const;
+    void adjust(int steps) const;
     Image image(int number) const;
 };
 

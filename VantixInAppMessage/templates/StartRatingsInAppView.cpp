@@ -16,12 +16,14 @@ View StartRatingsInAppView::body() const {
         .body();
 }
 
-/// The stars keep clear of the close control, however large they are.
+/// The stars keep clear of the close control, however large they are: below the title, or else beside it.
 View StartRatingsInAppView::stars() const {
     StarRatingsView row{
         .rating = rating_, .offColor = viewModel_->starNotSelectedColor(), .onColor = viewModel_->starSelectedColor()};
-    View stars = row.body().padding(Edge::horizontal, PopupCard::closeTargetReach(trailingPaddingCloseButton));
-    return viewModel_->hasTitle() ? stars : stars.padding(Edge::top);
+    if (viewModel_->hasTitle()) return row.body().padding(Edge::horizontal);
+    return row.body()
+        .padding(Edge::horizontal, PopupCard::closeTargetReach(trailingPaddingCloseButton))
+        .padding(Edge::top);
 }
 
 std::vector<View> StartRatingsInAppView::buttons() const {

@@ -80,7 +80,7 @@ Device deviceFromText(const std::string& text) {
 }
 
 void expectUsable(const SceneTraits& traits) {
-    const auto& [size, safeArea, scale, textScale, direction] = traits;
+    const auto& [size, safeArea, scale, textScale, direction, language] = traits;
     for (double length : {size.width, size.height, scale, textScale}) {
         if (!(std::isfinite(length) && length > 0)) throw BadInput("a screen's size and scale must be above 0");
     }

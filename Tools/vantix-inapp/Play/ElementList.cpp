@@ -49,7 +49,9 @@ Dictionary backdrop(const WindowDescription& window) {
 List elementList(const OffscreenScene::ShownWindow& window) {
     List list;
     if (isVisible(window.description.backgroundColor)) list.push_back(backdrop(window.description));
-    for (const AccessibleElement& element : window.content->elements()) list.push_back(description(element));
+    for (const AccessibleElement& element : window.content->elements()) {
+        if (!isGroup(element.role)) list.push_back(description(element));
+    }
     return list;
 }
 
