@@ -62,7 +62,8 @@ InAppMessageView::InAppMessageView(SharedPayload inAppMessage, std::shared_ptr<I
       layoutDirection_(layoutDirection(viewModel_->inAppMessage().body)) {}
 
 View InAppMessageView::body() const {
-    View root = VStack(HorizontalAlignment::leading, {template_()});
+    View root = VStack(HorizontalAlignment::leading, {template_()})
+                    .standsOn(viewModel_->inAppMessage().style.phoneBackgroundColor);
     return layoutDirection_ ? root.layoutDirection(*layoutDirection_) : root;
 }
 
