@@ -18,6 +18,12 @@ double luminance(const Color& color) {
     return 0.2126 * linear(color.red) + 0.7152 * linear(color.green) + 0.0722 * linear(color.blue);
 }
 
+/// Whether the color has a hue that another one would clash with.
+bool isColorful(const Color& color) {
+    auto [least, most] = std::minmax({color.red, color.green, color.blue});
+    return most - least > 0.25;
+}
+
 }  // namespace
 
 Color composited(const Color& over, const Color& below) {
@@ -38,6 +44,7 @@ Color readableColor(const Color& background) {
 }
 
 Color readableAccent(const Color& background) {
+    if (isColorful(background)) return readableColor(background);
     constexpr Color deepBlue{0, 0.4, 0.8, 1};
     constexpr Color paleBlue{0.4, 0.7, 1, 1};
     std::array blues{Color::systemBlue(), deepBlue, paleBlue};

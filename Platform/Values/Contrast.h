@@ -13,7 +13,8 @@ double contrast(const Color& one, const Color& other);
 
 /// Black or white, whichever stands out more on an opaque colour; never by less than 4.5.
 Color readableColor(const Color& background);
-/// A blue that says "this can be tapped" and can be read on an opaque colour; where no blue can, black or white.
+/// A blue that says "this can be tapped" and can be read on an opaque colour; black or white where no blue can, or
+/// where it would stand on a colour as strong as itself.
 Color readableAccent(const Color& background);
 
 }  // namespace vantix
