@@ -52,11 +52,11 @@ struct Walk {
     std::string controlAt(Point point) const {
         return control(view->hitTest(point).element.value_or(AccessibleElement()));
     }
-    /// How far touches from a point on mean this control; infinite up to another one and to the end of the window.
+    /// How far touches from a point on mean this control; infinite up to another one and to the end of what is in view.
     double reach(const std::string& name, Point point, double dx, double dy) const {
         double distance = 0;
         for (; distance < 44 && controlAt(point) == name; distance += 0.5) point = {point.x + dx, point.y + dy};
-        return controlAt(point).empty() && Rect{{}, screen.size}.contains(point) ? distance : infinity;
+        return controlAt(point).empty() && view->scrollArea().viewport.contains(point) ? distance : infinity;
     }
 
     std::mt19937 random;
@@ -100,8 +100,10 @@ TEST_F(TemplateWalkTest, TargetsHaveRoomForAFingerAndKeepOutOfOneAnother) {
             if (walk.controlAt(middle) != name) return name + " is covered";
             for (double x : {frame.minX() + 0.5, middle.x, frame.maxX() - 0.5}) {
                 for (double y : {frame.minY() + 0.5, middle.y, frame.maxY() - 0.5}) {
-                    std::string met = walk.controlAt({x, y});
-                    if (!met.empty() && met != name) return met + " reaches into " + name;
+                    auto met = walk.view->hitTest({x, y}).element.value_or(elements[at]);
+                    bool isOther = !walk.control(met).empty() && walk.control(met) != name;
+                    // A frame of 44 points is a control's own, even where it lies over another's.
+                    if (isOther && !met.frame.contains({x, y})) return walk.control(met) + " reaches into " + name;
                 }
             }
             double width = walk.reach(name, middle, -0.5, 0) + walk.reach(name, middle, 0.5, 0);
