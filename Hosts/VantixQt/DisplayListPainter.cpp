@@ -59,6 +59,7 @@ public:
         ReferenceFont reference = shaping_.font(item.font);
         QTextLayout layout(QString::fromUtf8(item.text.data(), static_cast<qsizetype>(item.text.size())),
                            reference.font);
+        shaping_.substituteFonts(layout, item.font);
         layout.setTextOption(TextShaping::option(item.rightToLeft, QTextOption::NoWrap));
         layout.beginLayout();
         QTextLine line = layout.createLine();

@@ -94,7 +94,7 @@ TEST(DisplayListPainter, LeavesOutWhatCannotBeShown) {
 }
 
 TEST(DisplayListPainter, PaintsTextWhereItWasMeasured) {
-    for (const char* text : {"Hx", "שלום", "中文", "aב"}) {
+    for (const char* text : {"Hx", "שלום", "中文", "aב", "สวัส", "नम", "🎉"}) {
         for (int scale : {1, 3}) {
             Font font = Font::system(14.5);
             TextLayout layout = QtTextMeasurer(catalogue).layOut(text, font, infinite);
@@ -104,6 +104,17 @@ TEST(DisplayListPainter, PaintsTextWhereItWasMeasured) {
             EXPECT_NEAR(ink.x() + ink.width(), (2 + layout.size.width) * scale, 2 * scale) << text;
             EXPECT_GE(ink.y(), (30 - layout.ascent) * scale - 1) << text;
             EXPECT_LE(ink.bottom(), (30 - layout.ascent + layout.lineHeight) * scale + 1) << text;
+        }
+    }
+}
+
+TEST(DisplayListPainter, DrawsEmojiInColourWhateverTheText) {
+    for (const char* text : {"🇺🇦", "🏳️‍🌈", "✅", "1️⃣", "👍🏿"}) {
+        for (const Font& font : {Font::system(24), Font::system(24, FontWeight::bold), Font::italicSystem(24)}) {
+            QImage image = painted({DrawText{{2, 30}, text, font, red, false}}).image();
+            int colored = 0;
+            for (int at = 0; at < 1600; ++at) colored += image.pixelColor(at % 40, at / 40).red() < 200;
+            EXPECT_GT(colored, 50) << text;
         }
     }
 }
