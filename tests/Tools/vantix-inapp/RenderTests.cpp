@@ -80,6 +80,18 @@ TEST(Render, LargerTextCoversMorePixels) {
     EXPECT_GT(pixelsOf(render({"--device", "phone", "--text-scale", "2"}), Qt::white), 2 * standard);
 }
 
+TEST(Render, AMachineWithOneFontPaintsWithIt) {
+    QImage usual = render({"--device", "phone"});
+    TemporaryFolder folder;
+    std::ofstream(folder.path() / "fonts.conf") << "<fontconfig><dir>/usr/share/fonts/truetype/dejavu</dir><cachedir>"
+                                                << folder.path().string() << "</cachedir></fontconfig>";
+    setenv("FONTCONFIG_FILE", (folder.path() / "fonts.conf").c_str(), 1);
+    QImage bare = render({"--device", "phone"});
+    unsetenv("FONTCONFIG_FILE");
+    EXPECT_NE(bare, usual);
+    EXPECT_GT(pixelsOf(bare, Qt::white), pixelsOf(usual, Qt::white) / 2);
+}
+
 TEST(Render, SaysWhatWouldNotBeShownLikeThatAndMindsItWhenStrict) {
     TemporaryFolder folder;
     Lines arguments{"render", "a.json", "-o", "a.png", "--device", "100x200@1"};
