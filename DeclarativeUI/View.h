@@ -37,12 +37,16 @@ public:
     View frame(const FrameSpec& spec) const;
     /// An absent or clear colour leaves the background clear. Runs under safe areas that the view ignores.
     View background(std::optional<Color> color) const;
+    /// Tells what others paint behind, for the colours that are left open. Otherwise that is taken for white.
+    View standsOn(std::optional<Color> color) const;
     View cornerRadius(double radius) const;
     /// Lays `content` over this view, aligned within this view's frame, without changing its size.
     View overlay(Alignment alignment, const View& content) const;
 
     /// Font and text colour are inherited by the texts and symbols inside, the innermost one wins.
     View font(const Font& font) const;
+    /// Without it texts and symbols are black or white, and buttons a blue, whichever can be read on the backgrounds
+    /// around them.
     View foregroundColor(std::optional<Color> color) const;
     View multilineTextAlignment(TextAlignment alignment) const;
 

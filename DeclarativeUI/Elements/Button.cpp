@@ -29,7 +29,7 @@ private:
 };
 
 void setButtonStyle(Environment& label) {
-    if (!label.foregroundColor) label.foregroundColor = Color::systemBlue();
+    if (!label.foregroundColor) label.foregroundColor = readableAccent(label.backdrop);
     label.textAlignment = TextAlignment::center;
 }
 

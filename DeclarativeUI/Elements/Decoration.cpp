@@ -1,5 +1,6 @@
 #include "DeclarativeUI/Elements/Decoration.h"
 
+#include "DeclarativeUI/Elements/Inherited.h"
 #include "DeclarativeUI/Layout/LayoutPass.h"
 #include "DeclarativeUI/Layout/Placement.h"
 #include "DeclarativeUI/Layout/WrapperElement.h"
@@ -72,7 +73,7 @@ private:
 }  // namespace
 
 ElementPointer withBackground(const ElementPointer& content, std::optional<Color> color) {
-    return modified<BackgroundElement>(content, color);
+    return modified<BackgroundElement>(color ? standingOn(content, *color) : content, color);
 }
 
 ElementPointer withCornerRadius(const ElementPointer& content, double radius) {

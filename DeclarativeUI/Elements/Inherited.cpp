@@ -34,4 +34,8 @@ ElementPointer inherited(const ElementPointer& content, std::function<void(Envir
     return modified<InheritedElement>(content, std::move(change));
 }
 
+ElementPointer standingOn(const ElementPointer& content, const Color& color) {
+    return inherited(content, [color](Environment& inner) { inner.backdrop = composited(color, inner.backdrop); });
+}
+
 }  // namespace vantix

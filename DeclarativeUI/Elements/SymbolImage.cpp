@@ -26,7 +26,7 @@ public:
     }
 
     void place(const Rect& frame, const Proposal&, const Environment& environment, LayoutPass& pass) const override {
-        Color tint = environment.foregroundColor.value_or(Color::black());
+        Color tint = environment.drawnColor();
         pass.elements().show({.role = Role::image, .frame = frame, .textColor = tint});
         pass.draw(DrawImage{frame, drawing_, tint});
     }

@@ -34,7 +34,7 @@ public:
     void place(const Rect& frame, const Proposal& proposal, const Environment& environment,
                LayoutPass& pass) const override {
         Font font = pass.drawnFont(environment.font);
-        Color color = environment.foregroundColor.value_or(Color::black());
+        Color color = environment.drawnColor();
         pass.elements().show({.role = Role::text, .label = text_, .frame = frame, .textColor = color, .font = font});
 
         const TextLayout& layout = pass.layOut(*this, text_, environment, proposal);

@@ -24,6 +24,11 @@ View View::frame(const FrameSpec& spec) const { return framed(element_, spec); }
 
 View View::background(std::optional<Color> color) const { return withBackground(element_, color); }
 
+View View::standsOn(std::optional<Color> color) const {
+    if (!color) return *this;
+    return standingOn(element_, *color);
+}
+
 View View::cornerRadius(double radius) const { return withCornerRadius(element_, radius); }
 
 View View::overlay(Alignment alignment, const View& content) const { return withOverlay(element_, alignment, content); }

@@ -3,6 +3,7 @@
 #include "DeclarativeUI/AccessibleElement.h"
 #include "DeclarativeUI/LayoutTerms.h"
 #include "Platform/Values/Color.h"
+#include "Platform/Values/Contrast.h"
 #include "Platform/Values/Font.h"
 #include "Platform/Values/Geometry.h"
 
@@ -30,11 +31,15 @@ struct Proposal {
 struct Environment {
     Font font;
     std::optional<Color> foregroundColor;
+    /// What is painted behind, as far as the tree knows. Opaque.
+    Color backdrop = Color::white();
     TextAlignment textAlignment = TextAlignment::leading;
     LayoutDirection layoutDirection = LayoutDirection::leftToRight;
     /// The axis of the innermost stack, along which spacers stretch and across which dividers run.
     Axis stackAxis = Axis::vertical;
 
+    /// The colour of texts and symbols.
+    Color drawnColor() const { return foregroundColor.value_or(readableColor(backdrop)); }
     bool isRightToLeft() const { return layoutDirection == LayoutDirection::rightToLeft; }
 };
 

@@ -146,15 +146,16 @@ std::vector<AccessibleElement> HostedView::readingOrder() const { return inReadi
 
 bool HostedView::activate(const ElementIdentity& element) {
     thread_.assertCurrent("HostedView::activate");
-    for (const TouchRegion& region : settled_->recorded.touchRegions) {
-        if (region.element < 0) continue;
+    const auto& regions = settled_->recorded.touchRegions;
+    auto met = std::find_if(regions.rbegin(), regions.rend(), [&](const TouchRegion& region) {
+        if (region.element < 0) return false;
         const AccessibleElement& touched = elements()[static_cast<std::size_t>(region.element)];
-        if (touched.identity() != element || !touched.isEnabled) continue;
-        auto action = region.action;
-        action();
-        return true;
-    }
-    return false;
+        return touched.identity() == element && touched.isEnabled;
+    });
+    if (met == regions.rend()) return false;
+    auto action = met->action;
+    action();
+    return true;
 }
 
 bool HostedView::adjust(const ElementIdentity& element, int steps) {

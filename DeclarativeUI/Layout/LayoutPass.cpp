@@ -4,6 +4,7 @@
 #include "DeclarativeUI/Layout/Lengths.h"
 
 #include <algorithm>
+#include <array>
 
 namespace vantix {
 
@@ -12,17 +13,23 @@ namespace {
 constexpr double smallestFont = 1;
 constexpr double largestFont = 1e4;
 
-Environment environmentOf(LayoutDirection direction) {
+Environment environmentIn(LayoutDirection direction, ColorScheme colorScheme) {
     Environment environment;
     environment.layoutDirection = direction;
+    environment.backdrop = colorScheme == ColorScheme::dark ? Color::black() : Color::white();
     return environment;
 }
 
-/// The same object for the same direction, as what layout remembers is kept by its address.
-const Environment& outermostEnvironment(LayoutDirection direction) {
-    static const auto& fromTheLeft = *new const Environment(environmentOf(LayoutDirection::leftToRight));
-    static const auto& fromTheRight = *new const Environment(environmentOf(LayoutDirection::rightToLeft));
-    return direction == LayoutDirection::rightToLeft ? fromTheRight : fromTheLeft;
+/// The same object for the same surroundings, as what layout remembers is kept by its address.
+const Environment& outermostEnvironment(const SceneTraits& traits) {
+    static const auto& fromTheLeft =
+        *new const std::array{environmentIn(LayoutDirection::leftToRight, ColorScheme::light),
+                              environmentIn(LayoutDirection::leftToRight, ColorScheme::dark)};
+    static const auto& fromTheRight =
+        *new const std::array{environmentIn(LayoutDirection::rightToLeft, ColorScheme::light),
+                              environmentIn(LayoutDirection::rightToLeft, ColorScheme::dark)};
+    const auto& environments = traits.layoutDirection == LayoutDirection::rightToLeft ? fromTheRight : fromTheLeft;
+    return environments[traits.colorScheme == ColorScheme::dark ? 1 : 0];
 }
 
 }  // namespace
@@ -40,7 +47,7 @@ LayoutPass::LayoutPass(LayoutMemory& memory, const TextMeasurer& measurer, const
 }
 
 SettledLayout LayoutPass::run(const ElementPointer& root) {
-    const Environment& outermost = outermostEnvironment(traits_.layoutDirection);
+    const Environment& outermost = outermostEnvironment(traits_);
     auto offered = Proposal::of(safeArea().size);
     auto size = measure(root, offered, outermost);
     auto center = safeArea().center();

@@ -33,8 +33,6 @@ void set(Rect& rect, Axis axis, const Span& span) {
 
 Axis across(Axis axis) { return axis == Axis::horizontal ? Axis::vertical : Axis::horizontal; }
 
-bool isSmall(const Rect& frame) { return frame.size.width < smallestTarget || frame.size.height < smallestTarget; }
-
 class Spreading {
 public:
     explicit Spreading(RecordedElements& recorded) : recorded_(recorded) {
@@ -45,9 +43,9 @@ public:
 
     void run() {
         for (Axis axis : {Axis::horizontal, Axis::vertical}) {
-            for (TouchRegion* control : controls_) {
-                if (!isImage(*control)) grow(*control, axis);
-            }
+            std::vector<Span> grown;
+            for (const TouchRegion* control : controls_) grown.push_back(grownSpan(*control, axis));
+            for (std::size_t at = 0; at < grown.size(); ++at) set(controls_[at]->area, axis, grown[at]);
         }
     }
 
@@ -64,31 +62,34 @@ private:
         return element && element->role == Role::image;
     }
 
-    /// Takes what is missing evenly from both sides, or more from one when there is too little room on the other.
-    void grow(TouchRegion& control, Axis axis) const {
-        double missing = smallestTarget - along(axis, control.frame).length();
-        if (missing <= 0) return;
-        Span room = roomAround(control, axis);
-        Span taken = along(axis, control.area);
-        double before = std::min(taken.start - room.start, std::max(missing / 2, missing - (room.end - taken.end)));
-        double after = std::min(room.end - taken.end, missing - before);
-        set(control.area, axis, {taken.start - before, taken.end + after});
+    /// How much is missing; pictures, which do what their card does, never grow.
+    double missing(const TouchRegion& control, Axis axis) const {
+        return isImage(control) ? 0 : std::max(0.0, smallestTarget - along(axis, control.frame).length());
     }
 
-    /// Up to the edge of what is in view and to the next controls, with whom the gap is shared when they are small,
-    /// too.
+    /// Takes what is missing evenly from both sides, or more from one when there is too little room on the other.
+    Span grownSpan(const TouchRegion& control, Axis axis) const {
+        double length = missing(control, axis);
+        Span own = along(axis, control.area);
+        Span room = roomAround(control, axis);
+        double before = std::min(own.start - room.start, std::max(length / 2, length - (room.end - own.end)));
+        double after = std::min(room.end - own.end, length - before);
+        return {own.start - before, own.end + after};
+    }
+
+    /// Up to the edge of what is in view and to the next controls, with whom the gap is shared when they grow, too.
     Span roomAround(const TouchRegion& control, Axis axis) const {
         Span own = along(axis, control.area);
         Span room = along(axis, control.bounds);
         for (const TouchRegion* other : controls_) {
-            if (other == &control || !along(across(axis), other->area).meets(along(across(axis), control.area)))
-                continue;
             Span taken = along(axis, other->area);
-            double share = isSmall(other->frame) ? 0.5 : 1;
+            bool isBeside = along(across(axis), other->area).meets(along(across(axis), control.area));
+            if (!isBeside || taken.meets(own)) continue;
+            double share = missing(*other, axis) > 0 ? 0.5 : 1;
             if (taken.end <= own.start) room.start = std::max(room.start, own.start - (own.start - taken.end) * share);
             if (taken.start >= own.end) room.end = std::min(room.end, own.end + (taken.start - own.end) * share);
         }
-        return {std::min(room.start, own.start), std::max(room.end, own.end)};
+        return room;
     }
 
     RecordedElements& recorded_;

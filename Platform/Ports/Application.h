@@ -68,6 +68,7 @@ struct SceneTraits {
     double textScale = 1;
     /// For content that has no direction of its own.
     LayoutDirection layoutDirection = LayoutDirection::leftToRight;
+    /// Of the application behind a window: what its content leaves open is chosen to be read on it.
     ColorScheme colorScheme = ColorScheme::light;
     /// The person asked for little movement: nothing slides or fades.
     bool reducesMotion = false;

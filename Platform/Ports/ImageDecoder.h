@@ -23,8 +23,10 @@ public:
     /// Reads the header only. Fails on bytes that are no picture of a known format.
     virtual Result<PixelSize> probe(std::string_view bytes) const = 0;
 
-    /// Decodes upright at no more than `bound` pixels (aspect ratio kept, never enlarged). Fails on damaged bytes and
-    /// on a picture of more than 40 megapixels, which is refused before its pixels are decoded.
+    /// Decodes upright at no more than `bound` pixels, never enlarged, with the aspect ratio kept to the rounding to
+    /// whole pixels: a bound that has the picture's shape is filled. Fails on damaged bytes. A picture of more than 40
+    /// megapixels is refused before its pixels are decoded, unless its format can be decoded smaller line by line and
+    /// it has no more than 640; the result has no more than 40 in any case.
     virtual Result<Image> decode(std::string_view bytes, PixelSize bound) const = 0;
 };
 

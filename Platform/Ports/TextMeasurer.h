@@ -38,6 +38,10 @@ public:
     /// may be infinite); a word that alone is wider is broken inside. An empty text is one empty line. Bytes that are
     /// no UTF-8 are shown as the replacement character.
     virtual TextLayout layOut(std::string_view text, const Font& font, double maximumWidth) const = 0;
+
+    /// What of `text` would be drawn as boxes, because neither the font nor any that steps in for it has it: each
+    /// character, with its marks, once, in the order of the text.
+    virtual std::vector<std::string> missingCharacters(std::string_view text, const Font& font) const = 0;
 };
 
 }  // namespace vantix

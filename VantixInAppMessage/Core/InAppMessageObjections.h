@@ -25,5 +25,8 @@ bool applies(InAppMessageObjection objection, const VantixInAppMessagePayload& m
 /// The first objection that holds, in words for whoever wrote the message: why a push with it is not stored or, once
 /// stored, never shown. Absent when it may be shown.
 std::optional<std::string> firstObjection(const VantixInAppMessagePayload& message);
+/// What keeps the message from this customer once the queues are rebuilt from the store. Absent for a message that
+/// names no customer: it was written for nobody in particular, and its sender fills the name in.
+std::optional<std::string> customerObjection(const VantixInAppMessagePayload& message, const std::string& customer);
 
 }  // namespace vantix

@@ -64,7 +64,9 @@ InAppMessageView::InAppMessageView(SharedPayload inAppMessage, std::shared_ptr<I
       language_(messageLanguage(textsOf(viewModel_->inAppMessage().body))) {}
 
 View InAppMessageView::body() const {
-    View root = VStack(HorizontalAlignment::leading, {template_()}).language(language_);
+    View root = VStack(HorizontalAlignment::leading, {template_()})
+                    .standsOn(viewModel_->inAppMessage().style.phoneBackgroundColor)
+                    .language(language_);
     return layoutDirection_ ? root.layoutDirection(*layoutDirection_) : root;
 }
 

@@ -4,7 +4,6 @@
 #include "Platform/Values/UTF8.h"
 
 #include <algorithm>
-#include <sstream>
 #include <vector>
 
 namespace vantix {
@@ -30,17 +29,17 @@ constexpr std::u32string_view neighboursOfArabic =
 struct CommonWords {
     const char* language;
     /// Each between blanks.
-    std::string_view words;
+    std::u32string_view words;
 };
 
 constexpr CommonWords commonWords[] = {
-    {"en", " the and you your of to is are for with this we our on it have not how what "},
-    {"de", " der die das und ist nicht mit für ein eine einen sie wir ihr ihre auf zu den im wie was uns "},
-    {"fr", " le la les et est des une un pour vous votre vos nous avec dans de du ce pas comment "},
-    {"es", " el la los las y es una un para con usted su sus tu por que en de del cómo qué "},
-    {"it", " il lo la gli le e è una un per con di del della che non tuo tua come cosa "},
-    {"pt", " o a os as e é uma um para com você seu sua não em que do da de como "},
-    {"nl", " de het een en is niet met voor je jouw u uw wij we van op hoe wat ons "},
+    {"en", U" the and you your of to is are for with this we our on it have not how what "},
+    {"de", U" der die das und ist nicht mit für ein eine einen sie wir ihr ihre auf zu den im wie was uns "},
+    {"fr", U" le la les et est des une un pour vous votre vos nous avec dans de du ce pas comment "},
+    {"es", U" el la los las y es una un para con usted su sus tu por que en de del cómo qué "},
+    {"it", U" il lo la gli le e è una un per con di del della che non tuo tua come cosa "},
+    {"pt", U" o a os as e é uma um para com você seu sua não em que do da de como "},
+    {"nl", U" de het een en is niet met voor je jouw u uw wij we van op hoe wat ons "},
 };
 
 bool isLatinLetter(char32_t point) {
@@ -61,15 +60,15 @@ std::optional<std::string> languageOfScript(const std::u32string& points) {
 }
 
 /// In lower case, without what stands between them.
-std::vector<std::string> wordsOf(std::string_view texts) {
-    std::string folded = foldCase(texts);
-    for (char& byte : folded) {
-        bool isASCII = static_cast<unsigned char>(byte) < 0x80;
-        if (isASCII && !isLatinLetter(static_cast<char32_t>(byte))) byte = ' ';
+std::vector<std::u32string> wordsOf(std::string_view texts) {
+    std::vector<std::u32string> words(1);
+    for (char32_t point : codePoints(foldCase(texts))) {
+        if (isLatinLetter(point)) {
+            words.back() += point;
+        } else if (!words.back().empty()) {
+            words.emplace_back();
+        }
     }
-    std::istringstream stream(folded);
-    std::vector<std::string> words;
-    for (std::string word; stream >> word;) words.push_back(word);
     return words;
 }
 
@@ -78,13 +77,13 @@ std::optional<std::string> languageOfWords(std::string_view texts) {
     std::ptrdiff_t most = fewest - 1;
     std::optional<std::string> likeliest;
     auto words = wordsOf(texts);
-    for (const auto& [language, common] : commonWords) {
-        auto isCommon = [&](const std::string& word) {
-            return common.find(" " + word + " ") != std::string_view::npos;
+    for (const CommonWords& common : commonWords) {
+        auto isCommon = [&](const std::u32string& word) {
+            return !word.empty() && common.words.find(U" " + word + U" ") != std::u32string_view::npos;
         };
         auto count = std::count_if(words.begin(), words.end(), isCommon);
         if (count == most) likeliest.reset();
-        if (count > most) likeliest = language;
+        if (count > most) likeliest = common.language;
         most = std::max(most, count);
     }
     return likeliest;
@@ -92,7 +91,9 @@ std::optional<std::string> languageOfWords(std::string_view texts) {
 
 }  // namespace
 
-std::optional<std::string> messageLanguage(std::string_view texts) {
+std::optional<std::string> messageLanguage(std::string_view allTexts) {
+    constexpr std::size_t enoughToTell = 4096;
+    std::string_view texts = allTexts.substr(0, enoughToTell);
     std::u32string points = codePoints(texts);
     auto isOfScript = [](char32_t point) { return point >= 0x0370; };
     bool isLatin = std::count_if(points.begin(), points.end(), isLatinLetter) >

@@ -34,9 +34,11 @@ View StarRatingsView::star(int number) const {
 }
 
 View StarRatingsView::picture(int number) const {
+    constexpr double fontSize = 24;
     constexpr double besideThePicture = 4;
     bool isOff = number > rating.get();
     return SymbolImage(image(number))
+        .font(Font::system(fontSize))
         .foregroundColor(isOff ? offColor.value_or(Color::gray()) : onColor.value_or(Color::yellow()))
         .padding(Edge::horizontal, besideThePicture);
 }

@@ -27,11 +27,11 @@ constexpr Color blue{0, 0, 1, 1};
 inline SceneTraits window(double width, double height) { return {{width, height}, {}, 1, 1}; }
 
 /// Counts how often it is asked, for tests of what is measured again.
-class CountingMeasurer final : public TextMeasurer {
+class CountingMeasurer final : public FixedTextMeasurer {
 public:
     TextLayout layOut(std::string_view text, const Font& font, double maximumWidth) const override {
         ++count;
-        return FixedTextMeasurer().layOut(text, font, maximumWidth);
+        return FixedTextMeasurer::layOut(text, font, maximumWidth);
     }
     mutable int count = 0;
 };

@@ -19,12 +19,19 @@ struct Touches {
 std::vector<Touches> touches() {
     View box = ColorRectangle(Color::black()).frame({.width = 20, .height = 20});
     View button = Button(doNothing, box);
+    View wide = Button(doNothing, ColorRectangle(Color::black()).frame({.width = 50, .height = 50}));
     View tappedBox = box.element(Role::image).onTapGesture(doNothing);
     return {
-        {"PaddingAroundTheButtonIsNot", button.padding(10), {{{32, 50}, "nothing"}, {{50, 50}, "button 0"}}},
+        {"PaddingAroundTheButtonIsNot", wide.padding(10), {{{24, 50}, "nothing"}, {{50, 50}, "button 0"}}},
         {"FrameAndBackgroundAroundTheButtonAre",
          button.frame({.maxWidth = infinity}).background(Color::black()).cornerRadius(5).padding(Edge::vertical, 10),
-         {{{1, 50}, "button 0"}, {{99, 50}, "button 0"}, {{50, 39}, "nothing"}}},
+         {{{1, 50}, "button 0"}, {{99, 50}, "button 0"}, {{50, 27}, "nothing"}}},
+        {"SmallButtonsShareTheGapAndGrowWhereThereIsRoom",
+         HStack({button, button}),
+         {{{7, 50}, "button 0"}, {{49.5, 50}, "button 0"}, {{50.5, 50}, "button 1"}, {{5, 50}, "nothing"}}},
+        {"SmallButtonLeavesPicturesTheirTaps",
+         VStack(HorizontalAlignment::center, 2, {button, tappedBox}),
+         {{{50, 50.5}, "button 0"}, {{50, 51}, "image 0"}, {{50, 7}, "button 0"}, {{50, 4}, "nothing"}}},
         {"InnermostWins",
          VStack({button, box})
              .frame({.maxWidth = infinity, .maxHeight = infinity})
@@ -66,14 +73,27 @@ TEST(Touch, MatchesItsTable) {
 TEST(Touch, OnAButtonIsItsOwnWhateverGestureIsAroundIt) {
     std::string tapped;
     auto tells = [&tapped](const char* name) { return [&tapped, name] { tapped += name; }; };
-    Stage stage(window(100, 100), Button(tells("button "), mark("", 20, 20))
+    Stage stage(window(100, 100), Button(tells("button "), mark("", 50, 50))
                                       .onTapGesture(tells("inner "))
                                       .padding(10)
                                       .background(Color::black())
                                       .onTapGesture(tells("outer ")));
     stage.view().hitTest({50, 50}).action();
-    stage.view().hitTest({35, 50}).action();
+    stage.view().hitTest({20, 50}).action();
     EXPECT_EQ(tapped, "button outer ");
+}
+
+TEST(Touch, TargetsNeitherMeetNorLeaveTheView) {
+    View row = PlainButton(doNothing, mark("", 100, 60)).element(Role::option);
+    View close = PlainButton(doNothing, mark("", 44, 44)).element(Role::close);
+    View below = Button(doNothing, mark("", 20, 20));
+    Stage stage(window(100, 100), ScrollView(VStack(HorizontalAlignment::center, 0,
+                                                    {row.overlay(Alignment::topTrailing(), close), mark("", 1, 30),
+                                                     below, below.padding(Edge::top, 90)})));
+    EXPECT_EQ(stage.element(Role::option).target, (Rect{{0, 0}, {56, 60}}));
+    EXPECT_EQ(stage.element(Role::close).target, (Rect{{56, 0}, {44, 44}}));
+    EXPECT_EQ(stage.element(Role::button, 0).target, (Rect{{28, 66}, {44, 34}}));
+    EXPECT_EQ(stage.element(Role::button, 1).target.size.height, 0);
 }
 
 TEST(Touch, OnAnElementScrollsItIntoViewAndAimsBesideControls) {

@@ -1,17 +1,13 @@
 #include "DeclarativeUI/HostedView.h"
-#include "Platform/Ports/TextMeasurer.h"
 #include "VantixCore/ImageUtility.h"
 #include "VantixCore/VantixImageView.h"
+#include "tests/Support/FixedTextMeasurer.h"
 #include "tests/Support/LoopbackServer.h"
 #include "tests/VantixCore/CoreFixture.h"
 
 using namespace vantix;
 
 namespace {
-
-struct NoText final : TextMeasurer {
-    TextLayout layOut(std::string_view, const Font&, double) const override { return {}; }
-};
 
 /// An image view in a window 100 points wide, at 3 pixels a point.
 class ImageViewTest : public CoreFixture<> {
@@ -21,10 +17,10 @@ protected:
         window_->setTraits({.size = {100, 400}, .safeArea = {}, .scale = 3, .textScale = 1});
         window_->setOnNeedsDisplay([this] {
             dispatcher().mainQueue().async([this] {
-                if (window_) window_->evaluate(NoText());
+                if (window_) window_->evaluate(FixedTextMeasurer());
             });
         });
-        window_->evaluate(NoText());
+        window_->evaluate(FixedTextMeasurer());
     }
 
     DrawImage drawn() const {

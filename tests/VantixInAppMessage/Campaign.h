@@ -20,12 +20,17 @@ struct Campaign {
     Dictionary style = {{"ctas", List{Dictionary()}}};
     List feedbackOptions = {};
     std::string cuid = "customer";
+    std::string title = "Title";
+    std::vector<std::string> buttons = {"Go"};
 
     Dictionary push() const {
-        Dictionary cta{{"type", "EXTERNAL"}, {"action", "https://a.example"}, {"actionText", "Go"}};
+        List ctas;
+        for (const std::string& button : buttons) {
+            ctas.push_back(Dictionary{{"type", "EXTERNAL"}, {"action", "https://a.example"}, {"actionText", button}});
+        }
         Dictionary feedback{{"selectionType", "multiSelection"}, {"options", feedbackOptions}};
-        Dictionary body{{"type", type},   {"title", "Title"},  {"message", message},
-                        {"image", image}, {"ctas", List{cta}}, {"feedbackOptions", feedback}};
+        Dictionary body{{"type", type},   {"title", title}, {"message", message},
+                        {"image", image}, {"ctas", ctas},   {"feedbackOptions", feedback}};
         return {{"cuid", cuid},
                 {"scope", scope},
                 {"senderId", "sender"},

@@ -90,7 +90,7 @@ TEST_F(IntakeTest, WhatKeepsAMessageOutIsSaidInWords) {
           {{.scope = ""}, "a message without scope is not stored"},
           {{.event = ""}, "a message whose trigger names no event is not stored"},
           {{.type = "FOOTER", .image = "http://a"}, "a message of type FOOTER whose image is not https is not stored"},
-          {{.type = "popup"}, "a message of type BADGE is never shown"},
+          {{.type = "popup"}, "a message of type BADGE, or of a type that nobody knows, is never shown"},
           {{.type = "HEADER", .message = ""}, "a message of type HEADER without message text is never shown"}}) {
         EXPECT_EQ(firstObjection(test.campaign.payload()), test.objection);
     }

@@ -1,8 +1,5 @@
-#include "VantixInAppMessage/Resources/ColorResource.h"
 #include "VantixInAppMessage/Resources/ImageResource.h"
 #include "tests/VantixInAppMessage/ModuleFixture.h"
-
-#include <unordered_set>
 
 using namespace vantix;
 
@@ -41,13 +38,4 @@ TEST_F(WindowTest, APictureThatCannotBeHadLeavesItsPlaceholder) {
     Image placeholder = vectorImage("<svg width='2' height='1'/>");
     configuration->setPlaceholderImage(placeholder);
     EXPECT_TRUE(drawn("POPUP", placeholder));
-}
-
-TEST_F(WindowTest, ResourcesAreNamedByTextAndBundle) {
-    EXPECT_FALSE(ImageResource::cross().image().isNull());
-    EXPECT_TRUE((ImageResource{"none", resourceBundle()}).image().isNull());
-    ResourceBundle other = resourceBundle();
-    other.name = "other";
-    std::unordered_set<ColorResource> colours = {{"a", resourceBundle()}, {"a", resourceBundle()}, {"a", other}};
-    EXPECT_EQ(colours.size(), 2U);
 }

@@ -63,6 +63,7 @@ public:
         ReferenceFont reference = shaping_.font(item.font);
         QTextLayout layout(QString::fromUtf8(item.text.data(), static_cast<qsizetype>(item.text.size())),
                            reference.font);
+        shaping_.substituteFonts(layout, item.font);
         layout.setTextOption(TextShaping::option(item.rightToLeft, QTextOption::NoWrap));
         layout.beginLayout();
         QTextLine line = layout.createLine();
@@ -133,14 +134,26 @@ private:
         }
     }
 
-    /// Qt's smooth drawing looks at four pixels only, so a picture that shrinks by more than half is scaled first.
-    static void drawBitmap(QPainter& target, const Rect& frame, QImage bitmap) {
-        QSizeF size = target.deviceTransform().mapRect(toQt(frame)).size();
-        if (size.width() * 2 < bitmap.width() || size.height() * 2 < bitmap.height()) {
-            QSize smaller = size.boundedTo(bitmap.size()).toSize().expandedTo({1, 1});
-            bitmap = bitmap.scaled(smaller, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    /// Scales once, to the pixels that the frame covers.
+    static void drawBitmap(QPainter& target, const Rect& frame, const QImage& bitmap) {
+        const QTransform toPixels = target.deviceTransform();
+        const QRect pixels = toPixels.mapRect(toQt(frame)).toRect();
+        if (toPixels.type() > QTransform::TxScale || !isAffordable(pixels, *target.device())) {
+            return target.drawImage(toQt(frame), bitmap);
         }
-        target.drawImage(toQt(frame), bitmap);
+        QImage scaled = bitmap;
+        if (pixels.size() != bitmap.size()) {
+            scaled = bitmap.scaled(pixels.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+        }
+        target.save();
+        target.setWorldTransform(toPixels.inverted() * target.worldTransform());
+        target.drawImage(pixels.topLeft(), scaled);
+        target.restore();
+    }
+
+    /// Whether a picture is not so much larger than what is seen of it that scaling it as a whole would be a waste.
+    static bool isAffordable(const QRect& picture, const QPaintDevice& device) {
+        return !picture.isEmpty() && picture.width() <= 2 * device.width() && picture.height() <= 2 * device.height();
     }
 
     QPainter& painter_;

@@ -88,6 +88,22 @@ bool isIntactJPEG(std::string_view bytes) {
     return false;
 }
 
+/// Whether a JPEG has one scan, in which all colours stand side by side.
+bool hasOneScan(std::string_view bytes) {
+    constexpr std::uint8_t baseline = 0xC0, extended = 0xC1, startOfScan = 0xDA;
+    Reader reader(bytes);
+    reader.skip("\xFF\xD8"sv.size());
+    std::optional<char> colorCount;
+    while (!reader.isExhausted()) {
+        std::uint8_t marker = reader.byte();
+        while (marker == 0xFF) marker = reader.byte();
+        std::string_view segment = reader.take(std::max(reader.number(2), 2U) - 2);
+        if (marker == startOfScan) return colorCount && segment.starts_with(*colorCount);
+        if ((marker == baseline || marker == extended) && segment.size() > 5) colorCount = segment[5];
+    }
+    return false;
+}
+
 std::size_t colorTableSize(std::uint8_t flags) {
     constexpr std::uint8_t hasColorTable = 0x80;
     return (flags & hasColorTable) != 0 ? std::size_t{3} << ((flags & 7) + 1) : 0;
@@ -136,6 +152,12 @@ bool isIntact(std::string_view bytes, Format format) {
             return true;  // Its decoder refuses damaged bytes, and says so only to its caller.
     }
     return false;
+}
+
+bool comesLineByLine(std::string_view bytes, Format format) {
+    constexpr std::size_t interlacing = 28;
+    if (format == Format::png) return bytes.size() > interlacing && bytes[interlacing] == 0;
+    return format == Format::jpeg && hasOneScan(bytes);
 }
 
 }  // namespace vantix::EncodedImage

@@ -17,6 +17,10 @@ std::optional<Format> format(std::string_view bytes);
 /// checksums. Some decoders fill what is missing with gray; others write their complaints to standard error.
 bool isIntact(std::string_view bytes, Format format);
 
+/// Whether the picture, which is intact, can be decoded smaller than it is without ever having all its pixels in
+/// memory: a PNG or JPEG whose lines come one after the other, complete.
+bool comesLineByLine(std::string_view bytes, Format format);
+
 }  // namespace EncodedImage
 
 }  // namespace vantix

@@ -2,23 +2,13 @@
 
 #include <fontconfig/fontconfig.h>
 
-#include <memory>
 #include <optional>
 
 namespace vantix {
 
 namespace {
 
-struct FontconfigDeleter {
-    void operator()(FcPattern* pattern) const { FcPatternDestroy(pattern); }
-    void operator()(FcObjectSet* objects) const { FcObjectSetDestroy(objects); }
-    void operator()(FcFontSet* fonts) const { FcFontSetDestroy(fonts); }
-};
-
-template <typename T>
-using FontconfigPointer = std::unique_ptr<T, FontconfigDeleter>;
-
-std::optional<std::string> text(const FcPattern* pattern, const char* property, int index) {
+std::optional<std::string_view> text(const FcPattern* pattern, const char* property, int index) {
     FcChar8* value = nullptr;
     if (FcPatternGetString(pattern, property, index, &value) != FcResultMatch) return std::nullopt;
     return reinterpret_cast<const char*>(value);
@@ -30,10 +20,24 @@ int number(const FcPattern* pattern, const char* property, int standard) {
     return value;
 }
 
+bool isTrue(const FcPattern* pattern, const char* property) {
+    FcBool value = FcFalse;
+    return FcPatternGetBool(pattern, property, 0, &value) == FcResultMatch && value == FcTrue;
+}
+
+const FcCharSet* characters(const FcPattern* pattern) {
+    FcCharSet* value = nullptr;
+    FcPatternGetCharSet(pattern, FC_CHARSET, 0, &value);
+    return value;
+}
+
 FontFace face(const FcPattern* pattern) {
-    int weight = FcWeightToOpenType(number(pattern, FC_WEIGHT, FC_WEIGHT_REGULAR));
-    bool italic = number(pattern, FC_SLANT, FC_SLANT_ROMAN) != FC_SLANT_ROMAN;
-    return {text(pattern, FC_FAMILY, 0).value_or(""), text(pattern, FC_STYLE, 0).value_or(""), weight, italic};
+    return {.family = text(pattern, FC_FAMILY, 0).value_or(""),
+            .style = text(pattern, FC_STYLE, 0).value_or(""),
+            .weight = FcWeightToOpenType(number(pattern, FC_WEIGHT, FC_WEIGHT_REGULAR)),
+            .italic = number(pattern, FC_SLANT, FC_SLANT_ROMAN) != FC_SLANT_ROMAN,
+            .isColored = isTrue(pattern, FC_COLOR),
+            .characters = characters(pattern)};
 }
 
 /// A font bears a name of each kind once for each of its languages.
@@ -42,29 +46,42 @@ void forEachName(const FcPattern* pattern, const char* kind, Visit visit) {
     for (int index = 0; auto name = text(pattern, kind, index); ++index) visit(*name);
 }
 
-FontconfigPointer<FcFontSet> listFonts() {
-    FontconfigPointer<FcPattern> everything(FcPatternCreate());
-    FontconfigPointer<FcObjectSet> properties(FcObjectSetBuild(FC_FAMILY, FC_STYLE, FC_FULLNAME, FC_POSTSCRIPT_NAME,
-                                                               FC_WEIGHT, FC_SLANT, static_cast<char*>(nullptr)));
-    return FontconfigPointer<FcFontSet>(FcFontList(nullptr, everything.get(), properties.get()));
-}
-
 }  // namespace
 
+bool FontFace::has(char32_t character) const { return characters && FcCharSetHasChar(characters, character); }
+
 const FontFace* QtFontCatalogue::find(std::string_view name) const {
-    std::call_once(read_, [this] {
-        auto fonts = listFonts();
-        if (!fonts) return;
-        for (int index = 0; index < fonts->nfont; ++index) {
-            const FcPattern* font = fonts->fonts[index];
-            forEachName(font, FC_FAMILY, [&](const std::string& family) { faces_[family] = {family, {}}; });
-            auto add = [&](const std::string& faceName) { faces_.try_emplace(faceName, face(font)); };
-            forEachName(font, FC_FULLNAME, add);
-            forEachName(font, FC_POSTSCRIPT_NAME, add);
+    read();
+    auto found = names_.find(name);
+    return found == names_.end() ? nullptr : found->second;
+}
+
+const std::map<std::string_view, FontFamily>& QtFontCatalogue::families() const {
+    read();
+    return families_;
+}
+
+void QtFontCatalogue::read() const {
+    std::call_once(isRead_, [this] {
+        fontconfig_ = {FcConfigReference(nullptr), FcConfigDestroy};
+        if (!fontconfig_) return;
+        for (FcSetName set : {FcSetSystem, FcSetApplication}) {
+            const FcFontSet* fonts = FcConfigGetFonts(fontconfig_.get(), set);
+            for (int index = 0; fonts && index < fonts->nfont; ++index) add(fonts->fonts[index]);
         }
     });
-    auto found = faces_.find(name);
-    return found == faces_.end() ? nullptr : &found->second;
+}
+
+void QtFontCatalogue::add(const FcPattern* font) const {
+    const FontFace* design = &faces_.emplace_back(face(font));
+    forEachName(font, FC_FAMILY, [&](std::string_view name) {
+        FontFamily& family = families_[name];
+        if (family.empty()) names_[name] = &faces_.emplace_back(FontFace{name, {}});
+        family.push_back(design);
+    });
+    auto addName = [&](std::string_view name) { names_.try_emplace(name, design); };
+    forEachName(font, FC_FULLNAME, addName);
+    forEachName(font, FC_POSTSCRIPT_NAME, addName);
 }
 
 }  // namespace vantix

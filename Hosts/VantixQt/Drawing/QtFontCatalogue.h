@@ -2,21 +2,37 @@
 
 #include "Platform/Ports/FontCatalogue.h"
 
+#include <deque>
 #include <map>
+#include <memory>
 #include <mutex>
-#include <string>
+#include <string_view>
+#include <vector>
+
+struct _FcCharSet;
+struct _FcConfig;
+struct _FcPattern;
 
 namespace vantix {
 
-/// One design of a font family.
+/// One design of a font family. What it refers to belongs to the catalogue.
 struct FontFace {
-    std::string family;
+    std::string_view family;
     /// The design's own name within the family ("Semi Bold Italic"); empty for the family as a whole.
-    std::string style;
+    std::string_view style;
     /// From 1 to 1000; 400 is regular, 700 bold.
     int weight = 400;
     bool italic = false;
+    /// Whether its glyphs bring their own colours, as emoji do.
+    bool isColored = false;
+    /// Null for the family as a whole.
+    const _FcCharSet* characters = nullptr;
+
+    bool has(char32_t character) const;
 };
+
+/// The designs that share a name.
+using FontFamily = std::vector<const FontFace*>;
 
 /// The fonts that fontconfig knows.
 ///
@@ -30,11 +46,19 @@ public:
     /// family's and a face's means the family.
     const FontFace* find(std::string_view name) const;
 
-private:
-    using Faces = std::map<std::string, FontFace, std::less<>>;
+    /// The designs of each family, under each of its names.
+    const std::map<std::string_view, FontFamily>& families() const;
 
-    mutable std::once_flag read_;
-    mutable Faces faces_;
+private:
+    void read() const;
+    void add(const _FcPattern* font) const;
+
+    mutable std::once_flag isRead_;
+    /// Owns the texts and characters of all faces.
+    mutable std::shared_ptr<_FcConfig> fontconfig_;
+    mutable std::deque<FontFace> faces_;
+    mutable std::map<std::string_view, const FontFace*> names_;
+    mutable std::map<std::string_view, FontFamily> families_;
 };
 
 }  // namespace vantix

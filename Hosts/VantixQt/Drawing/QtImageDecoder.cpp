@@ -2,6 +2,7 @@
 
 #include "Platform/Values/WordTable.h"
 #include "VantixQt/Drawing/EncodedImage.h"
+#include "VantixQt/Drawing/PNGScanLines.h"
 #include "VantixQt/Drawing/QtEnvironment.h"
 
 #include <QBuffer>
@@ -18,6 +19,8 @@ namespace vantix {
 namespace {
 
 constexpr std::int64_t mostPixels = 40'000'000;
+/// Of a picture that never has all of them in memory; it takes some seconds.
+constexpr std::int64_t mostPixelsLineByLine = 16 * mostPixels;
 /// Of a picture with the most pixels, at 16 bits a channel.
 constexpr int mostMegabytes = 320;
 
@@ -29,11 +32,31 @@ constexpr WordTable<EncodedImage::Format, 4> formatNames{{
     {EncodedImage::Format::webp, "webp"},
 }};
 
-/// The largest size of the same shape within `bound` that is no enlargement.
+std::int64_t area(const QSize& size) { return std::int64_t{size.width()} * size.height(); }
+
+/// The largest size of the same shape within `bound` that is no enlargement; `bound` itself if that has the shape but
+/// for the rounding to pixels.
 QSize fitted(const QSize& size, PixelSize bound) {
-    double ratio = std::min({1.0, double(bound.width) / size.width(), double(bound.height) / size.height()});
-    auto scaled = [ratio](int length) { return std::max(1, static_cast<int>(std::lround(length * ratio))); };
-    return {scaled(size.width()), scaled(size.height())};
+    double most = std::sqrt(double(mostPixels) / double(area(size)));
+    double ratio = std::min({1.0, most, double(bound.width) / size.width(), double(bound.height) / size.height()});
+    auto scaled = [ratio](int length, int limit) {
+        double exact = length * ratio;
+        bool isLimit = std::abs(exact - limit) < 1 && limit > 0 && limit <= length;
+        return isLimit ? limit : std::max(1, static_cast<int>(std::lround(exact)));
+    };
+    return {scaled(size.width(), bound.width), scaled(size.height(), bound.height)};
+}
+
+/// The size at which a JPEG is decoded: by a half, a quarter or an eighth smaller as long as that is twice as large as
+/// what it is then scaled to, and as far as it must be to stay within the most pixels.
+QSize reduced(const QSize& size, const QSize& needed) {
+    QSize result = size;
+    for (int divisor : {2, 4, 8}) {
+        QSize smaller(size.width() / divisor, size.height() / divisor);
+        bool isPlenty = smaller.width() >= 2 * needed.width() && smaller.height() >= 2 * needed.height();
+        if (isPlenty || area(result) > mostPixels) result = smaller.expandedTo({1, 1});
+    }
+    return result;
 }
 
 /// A picture's bytes, opened: its header is read, its pixels are not.
@@ -68,9 +91,25 @@ private:
     QImageReader reader_;
 };
 
-std::shared_ptr<const Bitmap> toBitmap(QImage image) {
+Result<QImage> decodedScaled(std::string_view bytes, const QSize& size, const QSize& needed) {
+    EncodedImage::Format format = *EncodedImage::format(bytes);
+    if (format == EncodedImage::Format::png && area(size) > mostPixels) {
+        QImage image = scaledFromScanLines(bytes, needed);
+        if (image.isNull()) return Error{"a line cannot be read"};
+        return image;
+    }
+    OpenedImage image(bytes, format);
+    return image.read(format == EncodedImage::Format::jpeg ? reduced(size, needed) : size);
+}
+
+/// The filter must not see the colours of pixels that show none of it.
+QImage scaled(QImage image, const QSize& size) {
     if (image.colorSpace().isValid()) image.convertToColorSpace(QColorSpace::SRgb);
     image.convertTo(QImage::Format_ARGB32_Premultiplied);
+    return image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
+
+std::shared_ptr<const Bitmap> toBitmap(const QImage& image) {
     auto bitmap = std::make_shared<Bitmap>();
     bitmap->width = image.width();
     bitmap->height = image.height();
@@ -104,13 +143,15 @@ Result<Image> QtImageDecoder::decode(std::string_view bytes, PixelSize bound) co
     Result<PixelSize> size = probe(bytes);
     if (!size) return size.error();
     auto [width, height] = size.value();
-    if (std::int64_t{width} * height > mostPixels) {
+    const QSize whole(width, height);
+    const QSize needed = fitted(whole, bound);
+    bool isByLine = EncodedImage::comesLineByLine(bytes, *EncodedImage::format(bytes));
+    if (area(whole) > (isByLine ? mostPixelsLineByLine : mostPixels)) {
         return Error{"the picture is too large: " + std::to_string(width) + " x " + std::to_string(height) + " pixels"};
     }
-    OpenedImage image(bytes, *EncodedImage::format(bytes));
-    Result<QImage> pixels = image.read(fitted({width, height}, bound));
+    Result<QImage> pixels = decodedScaled(bytes, whole, needed);
     if (!pixels) return Error{"the picture cannot be decoded: " + pixels.error().localizedDescription};
-    return Image{toBitmap(pixels.value()), nullptr, {double(width), double(height)}};
+    return Image{toBitmap(scaled(pixels.value(), needed)), nullptr, {double(width), double(height)}};
 }
 
 }  // namespace vantix

@@ -1,12 +1,14 @@
 #include "VantixQt/Drawing/QtTextMeasurer.h"
 
 #include "VantixQt/Drawing/QtEnvironment.h"
+#include "VantixQt/Drawing/TextClusters.h"
 
 #include <QFontMetricsF>
 #include <QStringView>
 #include <QTextLayout>
 
 #include <algorithm>
+#include <limits>
 #include <optional>
 
 namespace vantix {
@@ -47,12 +49,12 @@ bool joinsAt(QStringView text, qsizetype place) {
 
 /// What stands on a line. Letters that were joined to those of a neighbouring line keep their joined forms, with which
 /// the line was measured.
-std::string lineText(QStringView text, qsizetype start, qsizetype length) {
+QString lineText(QStringView text, qsizetype start, qsizetype length) {
     constexpr char16_t zeroWidthJoiner = u'\u200D';
     QString result = withoutTrailingBlanks(text.sliced(start, length)).toString();
     if (joinsAt(text, start)) result.prepend(zeroWidthJoiner);
     if (joinsAt(text, start + length)) result.append(zeroWidthJoiner);
-    return result.toStdString();
+    return result;
 }
 
 /// Takes the first paragraph, with its line break, off the text. Absent after the last one.
@@ -81,9 +83,11 @@ QStringView chunk(QStringView paragraph) {
 /// Collects the lines of one text in the units of the reference font.
 class LineBreaker {
 public:
-    LineBreaker(const ReferenceFont& font, double maximumWidth, bool rightToLeft)
-        : font_(font.font),
-          scale_(font.scale),
+    LineBreaker(const TextShaping& shaping, const Font& font, double maximumWidth, bool rightToLeft)
+        : shaping_(shaping),
+          asked_(font),
+          font_(shaping.font(font).font),
+          scale_(shaping.font(font).scale),
           maximumWidth_(maximumWidth),
           option_(TextShaping::option(rightToLeft, QTextOption::WrapAtWordBoundaryOrAnywhere)) {
         QFontMetricsF metrics(font_);
@@ -115,26 +119,43 @@ private:
     /// more follows, its last line is not complete and is left for the next time.
     qsizetype addLines(QStringView text, qsizetype remaining) {
         QTextLayout layout(text.toString(), font_);
+        shaping_.substituteFonts(layout, asked_);
         layout.setTextOption(option_);
         layout.beginLayout();
         for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
             line.setLineWidth(maximumWidth_ / scale_ + roundingSlack);
             bool isIncomplete = line.textStart() + line.textLength() == text.size() && text.size() < remaining;
             if (isIncomplete && line.textStart() > 0) return line.textStart();
-            addLine(line, text);
+            addLine(line, text, !layout.formats().isEmpty());
         }
         layout.endLayout();
         return text.size();
     }
 
-    void addLine(const QTextLine& line, QStringView text) {
-        double width = line.naturalTextWidth() * scale_;
-        if (width <= maximumWidth_ + roundingSlack * scale_) width = std::min(width, maximumWidth_);
-        lines_.push_back({lineText(text, line.textStart(), line.textLength()), width});
+    void addLine(const QTextLine& line, QStringView text, bool hasSubstitutes) {
+        QString content = lineText(text, line.textStart(), line.textLength());
+        bool fits = line.naturalTextWidth() <= maximumWidth_ / scale_ + roundingSlack;
+        double width = (hasSubstitutes ? widthAlone(content) : line.naturalTextWidth()) * scale_;
+        if (fits) width = std::min(width, maximumWidth_);
+        lines_.push_back({content.toStdString(), width});
         ascent_ = std::max(ascent_, line.ascent());
         descent_ = std::max(descent_, line.descent());
     }
 
+    /// Of a line as it is painted: in many scripts a letter's width depends on its neighbours, blanks included.
+    double widthAlone(const QString& text) const {
+        QTextLayout layout(text, font_);
+        shaping_.substituteFonts(layout, asked_);
+        layout.setTextOption(option_);
+        layout.beginLayout();
+        QTextLine line = layout.createLine();
+        if (!line.isValid()) return 0;
+        line.setLineWidth(std::numeric_limits<int>::max());
+        return line.naturalTextWidth();
+    }
+
+    const TextShaping& shaping_;
+    const Font& asked_;
     QFont font_;
     double scale_;
     double maximumWidth_;
@@ -151,10 +172,23 @@ TextLayout QtTextMeasurer::layOut(std::string_view text, const Font& font, doubl
     QtEnvironment::start();
     QString content = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
     bool rightToLeft = content.isRightToLeft();
-    LineBreaker breaker(shaping_.font(font), std::max(0.0, maximumWidth), rightToLeft);
+    LineBreaker breaker(shaping_, font, std::max(0.0, maximumWidth), rightToLeft);
     std::optional<QStringView> rest = content;
     while (auto paragraph = takeParagraph(rest)) breaker.addParagraph(*paragraph);
     return std::move(breaker).finish(rightToLeft);
+}
+
+std::vector<std::string> QtTextMeasurer::missingCharacters(std::string_view text, const Font& font) const {
+    QString content = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+    std::vector<std::string> missing;
+    for (const auto& [start, length, face] : shaping_.fallback().runs(content, font)) {
+        if (face) continue;
+        forEachCluster(QStringView(content).sliced(start, length), [&](QStringView cluster) {
+            std::string character = cluster.toString().toStdString();
+            if (std::find(missing.begin(), missing.end(), character) == missing.end()) missing.push_back(character);
+        });
+    }
+    return missing;
 }
 
 }  // namespace vantix

@@ -15,6 +15,7 @@ public:
     explicit QtTextMeasurer(std::shared_ptr<const QtFontCatalogue> catalogue) : shaping_(std::move(catalogue)) {}
 
     TextLayout layOut(std::string_view text, const Font& font, double maximumWidth) const override;
+    std::vector<std::string> missingCharacters(std::string_view text, const Font& font) const override;
 
 private:
     TextShaping shaping_;

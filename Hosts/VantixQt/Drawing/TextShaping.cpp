@@ -1,10 +1,6 @@
 #include "VantixQt/Drawing/TextShaping.h"
 
-#include "VantixQt/Drawing/QtFontCatalogue.h"
-
-#include <QStringList>
-
-#include <algorithm>
+#include <QTextLayout>
 
 namespace vantix {
 
@@ -12,31 +8,43 @@ namespace {
 
 constexpr int referencePixelSize = 64;
 
-/// The system font, then those that have the characters it lacks.
-QStringList systemFamilies() { return {"Inter", "DejaVu Sans", "Droid Sans Fallback"}; }
+QString toQt(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
+
+/// `style` may be empty for the family's nearest design.
+QFont qtFont(std::string_view family, std::string_view style, FontDesign design) {
+    QFont font(toQt(family));
+    if (!style.empty()) font.setStyleName(toQt(style));
+    font.setWeight(static_cast<QFont::Weight>(design.weight));
+    font.setItalic(design.italic);
+    font.setPixelSize(referencePixelSize);
+    font.setHintingPreference(QFont::PreferNoHinting);
+    // What a font lacks is given to others here, not by Qt, which would go through all fonts for it.
+    font.setStyleStrategy(static_cast<QFont::StyleStrategy>(QFont::NoSubpixelAntialias | QFont::NoFontMerging));
+    return font;
+}
 
 }  // namespace
 
 ReferenceFont TextShaping::font(const Font& font) const {
-    QFont result;
-    QStringList families = systemFamilies();
-    int weight = font.weight == FontWeight::bold ? QFont::Bold : QFont::Normal;
-    bool italic = font.italic;
-    const FontFace* face = font.name.empty() ? nullptr : catalogue_->find(font.name);
-    if (face) {
-        families.prepend(QString::fromStdString(face->family));
-        bool isItself = weight <= face->weight && italic <= face->italic;
-        if (isItself) result.setStyleName(QString::fromStdString(face->style));
-        weight = std::max(weight, face->weight);
-        italic = italic || face->italic;
+    double scale = (font.size > 0 ? font.size : 1) / referencePixelSize;
+    const FontFace* face = fallback_.ownFace(font);
+    if (!face) return {qtFont({}, {}, fallback_.design(font)), scale};
+    return {qtFont(face->family, face->style, fallback_.design(font)), scale};
+}
+
+void TextShaping::substituteFonts(QTextLayout& layout, const Font& font) const {
+    const QString text = layout.text();
+    const FontFace* own = fallback_.ownFace(font);
+    QList<QTextLayout::FormatRange> formats;
+    for (const auto& [start, length, face] : fallback_.runs(text, font)) {
+        if (!face || face == own) continue;
+        // A picture is neither thickened nor slanted.
+        FontDesign design = face->isColored ? FontDesign{face->weight, face->italic} : fallback_.design(font);
+        QTextLayout::FormatRange range{static_cast<int>(start), static_cast<int>(length), {}};
+        range.format.setFont(qtFont(face->family, face->style, design));
+        formats.push_back(range);
     }
-    result.setFamilies(families);
-    result.setWeight(static_cast<QFont::Weight>(weight));
-    result.setItalic(italic);
-    result.setPixelSize(referencePixelSize);
-    result.setHintingPreference(QFont::PreferNoHinting);
-    result.setStyleStrategy(QFont::NoSubpixelAntialias);
-    return {result, (font.size > 0 ? font.size : 1) / referencePixelSize};
+    if (!formats.isEmpty()) layout.setFormats(formats);
 }
 
 QTextOption TextShaping::option(bool rightToLeft, QTextOption::WrapMode wrapMode) {

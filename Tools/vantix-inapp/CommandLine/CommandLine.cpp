@@ -67,8 +67,10 @@ void addRender(CLI::App& program, Command& chosen) {
     command->add_option("--text-scale", arguments->textScale, "The reader's text size; 1 is the designer's")
         ->type_name("N")
         ->check(numberBetween(smallestTextScale, largestTextScale));
+    command->add_option("--customer", arguments->customer, "Who holds the phone; else \"customer\"")->type_name("ID");
     auto isStrict = std::make_shared<bool>(false);
-    command->add_flag("--strict", *isStrict, "Ends with status 1 when the module would not show the campaign");
+    command->add_flag("--strict", *isStrict,
+                      "Ends with status 1 when the module would not show the campaign, or not like that");
     command->callback([arguments, isStrict, &chosen] {
         chosen = [arguments, isStrict] { return render(*arguments) || !*isStrict ? done : findings; };
     });

@@ -2,8 +2,9 @@
 
 namespace vantix {
 
-/// Does what the words, of which the first is the program's name, ask for. The process's exit status: 0, or 2 for bad
-/// usage and bad input, whose problem is the last line on standard error. Broken pipes are ignored from then on.
+/// Does what the words, of which the first is the program's name, ask for. The process's exit status: 0, 1 for
+/// findings that count, or 2 for bad usage and bad input, whose problem is the last line on standard error. Broken
+/// pipes are ignored from then on.
 int runCommandLine(int count, const char* const* words);
 
 }  // namespace vantix

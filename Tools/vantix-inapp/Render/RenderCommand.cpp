@@ -7,9 +7,9 @@
 #include "Tools/vantix-inapp/Headless/Simulation.h"
 #include "Tools/vantix-inapp/Headless/StateDirectory.h"
 #include "Tools/vantix-inapp/Input/Campaign.h"
+#include "Tools/vantix-inapp/Render/CampaignFindings.h"
 #include "Tools/vantix-inapp/Render/DeviceSheet.h"
 #include "VantixCore/Vantix.h"
-#include "VantixInAppMessage/Core/InAppMessageObjections.h"
 #include "VantixInAppMessage/MVVM/View/InAppMessageViewBuilder.h"
 #include "VantixInAppMessage/Manager/InAppDisplayManager.h"
 
@@ -34,8 +34,10 @@ bool render(const RenderArguments& arguments) {
     Simulation simulation({}, state.path(), pace->dispatcher(), silentHost());
 
     auto message = std::make_shared<const VantixInAppMessagePayload>(VantixInAppMessagePayload::generate(push));
-    auto objection = firstObjection(*message);
-    if (objection) std::fprintf(stderr, "%s: %s\n", arguments.campaign.c_str(), objection->c_str());
+    auto findings = campaignFindings(push, *message, arguments.customer, *pace);
+    for (const std::string& finding : findings) {
+        std::fprintf(stderr, "%s: %s\n", arguments.campaign.c_str(), finding.c_str());
+    }
     auto builder = std::make_shared<InAppMessageViewBuilder>(simulation.core().inAppDisplayManager());
 
     auto pictureOn = [&](const Device& device) {
@@ -49,7 +51,7 @@ bool render(const RenderArguments& arguments) {
     writePicture(arguments.device ? pictureOn(*arguments.device) : paintDeviceSheet(pictureOn, simulation.painter()),
                  arguments.picture);
     builder->tearDown();
-    return !objection;
+    return findings.empty();
 }
 
 }  // namespace vantix

@@ -14,9 +14,12 @@ struct RenderArguments {
     /// Absent: a sheet of all devices.
     std::optional<Device> device;
     double textScale = 1;
+    /// Who holds the phone.
+    std::string customer = "customer";
 };
 
-/// Writes the picture of one campaign. Whether the module would store and show it; if not, standard error says why.
+/// Writes the picture of one campaign. Whether the module would store it and show it like that; if not, standard error
+/// says why.
 /// Throws BadInput.
 bool render(const RenderArguments& arguments);
 

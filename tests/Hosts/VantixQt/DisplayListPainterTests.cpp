@@ -76,6 +76,22 @@ TEST(DisplayListPainter, ShowsTheMeanOfAPictureThatShrinks) {
     EXPECT_NEAR(mean.green(), 223, 16);
 }
 
+TEST(DisplayListPainter, ScalesAPictureOnceAndSmoothly) {
+    std::vector<std::uint32_t> pixels;
+    for (std::uint32_t i = 0; i < 30; ++i) pixels.push_back(0xFF000000 | i * 0x86421);
+    Canvas exact = painted({DrawImage{{{2, 4}, {20, 2.0 / 3}}, bitmap(30, pixels), {}}}, 1.5);
+    for (int x = 0; x < 30; ++x) EXPECT_EQ(exact.image().pixel(3 + x, 6), pixels[static_cast<std::size_t>(x)]);
+
+    Canvas large = painted({DrawImage{square, bitmap(2, {0xFFFF0000, 0}), {}}}, 2);
+    for (int x = 21; x < 60; ++x) {
+        QColor left = large.image().pixelColor(x - 1, 40), right = large.image().pixelColor(x, 40);
+        EXPECT_EQ(right.red(), 255) << "no fringe";
+        EXPECT_GE(right.green(), left.green());
+        EXPECT_LT(right.green(), left.green() + 30);
+    }
+    EXPECT_EQ(inked(large).left(), 20);
+}
+
 TEST(DisplayListPainter, LeavesOutWhatCannotBeShown) {
     double nan = std::numeric_limits<double>::quiet_NaN();
     Image dot = bitmap(1, {0xFFFF0000});
@@ -94,7 +110,7 @@ TEST(DisplayListPainter, LeavesOutWhatCannotBeShown) {
 }
 
 TEST(DisplayListPainter, PaintsTextWhereItWasMeasured) {
-    for (const char* text : {"Hx", "שלום", "中文", "aב"}) {
+    for (const char* text : {"Hx", "שלום", "中文", "aב", "สวัส", "नम", "🎉"}) {
         for (int scale : {1, 3}) {
             Font font = Font::system(14.5);
             TextLayout layout = QtTextMeasurer(catalogue).layOut(text, font, infinite);
@@ -104,6 +120,20 @@ TEST(DisplayListPainter, PaintsTextWhereItWasMeasured) {
             EXPECT_NEAR(ink.x() + ink.width(), (2 + layout.size.width) * scale, 2 * scale) << text;
             EXPECT_GE(ink.y(), (30 - layout.ascent) * scale - 1) << text;
             EXPECT_LE(ink.bottom(), (30 - layout.ascent + layout.lineHeight) * scale + 1) << text;
+        }
+    }
+}
+
+TEST(DisplayListPainter, DrawsEmojiInColourWhateverTheText) {
+    for (const char* text : {"🇺🇦", "🏳️‍🌈", "❤️", "☀️", "👍🏽"}) {
+        for (const Font& font : {Font::system(24), Font::system(24, FontWeight::bold), Font::italicSystem(24)}) {
+            QImage image = painted({DrawText{{2, 30}, text, font, blue, false}}).image();
+            int colored = 0;
+            for (int at = 0; at < 1600; ++at) {
+                QColor pixel = image.pixelColor(at % 40, at / 40);
+                colored += pixel.red() > pixel.blue() + 40;
+            }
+            EXPECT_GT(colored, 50) << text;
         }
     }
 }

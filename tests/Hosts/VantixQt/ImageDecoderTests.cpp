@@ -1,3 +1,5 @@
+#include "VantixQt/Drawing/EncodedImage.h"
+#include "VantixQt/Drawing/PNGScanLines.h"
 #include "VantixQt/Drawing/QtImageDecoder.h"
 #include "tests/Support/FakeImageDecoder.h"
 
@@ -47,7 +49,7 @@ std::string withOrientation(const std::string& jpeg, char orientation) {
     return jpeg.substr(0, 2) + segment + jpeg.substr(2);
 }
 
-/// A PNG that promises so many pixels and holds none.
+/// An interlaced PNG that promises so many pixels and holds none.
 std::string pngHeader(PixelSize size) {
     std::string bytes = encoded(sample(4, 4), "png");
     auto put = [&bytes](std::size_t position, std::uint32_t number) {
@@ -55,6 +57,7 @@ std::string pngHeader(PixelSize size) {
     };
     put(16, static_cast<std::uint32_t>(size.width));
     put(20, static_cast<std::uint32_t>(size.height));
+    bytes[28] = 1;
     put(29, static_cast<std::uint32_t>(crc32(0, reinterpret_cast<const Bytef*>(&bytes[12]), 17)));
     return bytes;
 }
@@ -148,6 +151,44 @@ TEST(QtImageDecoder, DecodesEachFormatAtEverySize) {
     Result<Image> image = decoder.decode(gif, {10, 10});
     ASSERT_TRUE(image) << image.error().localizedDescription;
     EXPECT_EQ(image.value().bitmap->pixels, (std::vector<std::uint32_t>{0xFFFF0000, 0xFF0000FF}));
+}
+
+TEST(QtImageDecoder, DecodesWhatIsTooLargeForMemoryAtTheSizeNeeded) {
+    QImage huge(9000, 4500, QImage::Format_Grayscale8);
+    for (int y = 0; y < huge.height(); ++y) std::fill_n(huge.scanLine(y), huge.width(), y < 2250 ? 0 : 255);
+    for (const char* format : {"png", "jpeg"}) {
+        Result<Image> image = QtImageDecoder().decode(encoded(huge, format), {300, 300});
+        ASSERT_TRUE(image) << format << ": " << image.error().localizedDescription;
+        EXPECT_EQ(image.value().bitmap->height, 150);
+        EXPECT_EQ(image.value().naturalSize, (Size{9000, 4500}));
+        EXPECT_TRUE(hasColor(image.value(), 299, 74, Qt::black)) << format;
+        EXPECT_TRUE(hasColor(image.value(), 0, 76, Qt::white)) << format;
+    }
+    QByteArray progressive;
+    QBuffer buffer(&progressive);
+    QImageWriter writer(&buffer, "jpeg");
+    writer.setProgressiveScanWrite(true);
+    ASSERT_TRUE(writer.write(sample(64, 32)));
+    EXPECT_FALSE(EncodedImage::comesLineByLine(progressive.toStdString(), EncodedImage::Format::jpeg));
+}
+
+TEST(QtImageDecoder, NeitherWayOfScalingShowsTheColoursOfWhatIsTransparent) {
+    QImage image(101, 67, QImage::Format_ARGB32);
+    for (int at = 0; at < 101 * 67; ++at) {
+        image.setPixel(at % 101, at / 101, at % 7 < 3 ? 0x0000FF00U : qRgba(255, 0, at % 256, 55 + at % 200));
+    }
+    for (const char* format : {"png", "webp"}) {
+        Bitmap bitmap = *QtImageDecoder().decode(encoded(image, format), {40, 26}).value().bitmap;
+        for (std::uint32_t pixel : bitmap.pixels) ASSERT_LE(qGreen(pixel), format[0] == 'p' ? 1 : 40) << format;
+        EXPECT_EQ(bitmap.width, 40) << "a bound of the same shape is filled";
+    }
+    QImage byLine = scaledFromScanLines(encoded(image, "png"), {40, 26});
+    Bitmap whole = *QtImageDecoder().decode(encoded(image, "png"), {40, 26}).value().bitmap;
+    for (std::size_t at = 0; at < whole.pixels.size(); ++at) {
+        QRgb one = whole.pixels[at], other = reinterpret_cast<const QRgb*>(byLine.constBits())[at];
+        for (int shift : {0, 8, 16, 24}) ASSERT_NEAR(one >> shift & 255, other >> shift & 255, 6) << at;
+    }
+    EXPECT_TRUE(scaledFromScanLines(encoded(image, "png").substr(0, 900), {40, 26}).isNull());
 }
 
 TEST(QtImageDecoder, AcceptsFillBytesBeforeAMarkerAndPremultipliesAlpha) {

@@ -20,6 +20,7 @@ const Lines textsOfManyScripts = {
     "مرحبا بك في متجرنا! خصم 50% على كل شيء حتى يوم الأحد، لا تفوت الفرصة Inter 12.",
     "שלום עולם, זהו טקסט בעברית עם English באמצע ומספר 123.",
     "欢迎回来！周日之前全场五折，不要错过这个机会，快来看看吧。",
+    "ยินดีต้อนรับกลับสู่ร้านของเรา आपका स्वागत है। হ্যালো வணக்கம் 다시 오신 것을 Բարի კეთილი",
     "Emoji 🎉🎉🎉 ❤ mixed 中文 with עברית, and e\u0301\u0302 stacked marks",
     "a\tb\tc\u00A0d",
     "",
@@ -136,6 +137,10 @@ TEST_F(QtTextMeasurerTest, BreaksWhereTheScriptAllows) {
         {"欢迎回来周日之前", width("欢迎回"), {"欢迎回", "来周日", "之前"}},
         {"欢迎回来。", width("欢迎回来"), {"欢迎回", "来。"}},
         {"مرحبا بك", width("مرحبا"), {"مرحبا", "بك"}},
+        {"ยินดีต้อนรับ", width("ยินดีต้อน"), {"ยินดี", "ต้อนรับ"}},
+        {"「東京」へ", width("「東京"), {"「東", "京」へ"}},
+        {"👋🏽🇩🇪👩🏽‍🚀1️⃣", 0, {"👋🏽", "🇩🇪", "👩🏽‍🚀", "1️⃣"}},
+        {"👋🏽ไทย🎉", 0, {"👋🏽", "ไ", "ท", "ย", "🎉"}},
         {"ببب", width("ببب") * 0.7, {"بب\u200D", "\u200Dب"}},
         {"ae\u0301🎉", 0, {"a", "e\u0301", "🎉"}},
         {"a\r\nb\rc\u2028d", unbounded, {"a", "b", "c", "d"}},
@@ -160,6 +165,22 @@ TEST_F(QtTextMeasurerTest, TellsFontsApart) {
     EXPECT_EQ(measured(Font::named("Inter-Bold", 16)), bold);
     EXPECT_LT(measured(Font::named("DejaVuSansCondensed-Bold", 16)), measured(Font::named("DejaVuSans-Bold", 16)));
     EXPECT_EQ(measured(Font::system(-5)), measured(Font::system(1)));
+}
+
+TEST_F(QtTextMeasurerTest, FindsTheCharactersOfAllScriptsInEveryDesign) {
+    std::string all =
+        "👋🏽🇩🇪🏴󠁧󠁢󠁥󠁮󠁧󠁿👨‍👩‍👧‍👦 ქართ かな ✓\u00AD\u200B\n";
+    for (const std::string& text : textsOfManyScripts) all += text;
+    for (Font font : {Font::system(16), Font::italicSystem(16), Font::system(16, FontWeight::bold),
+                      Font::named("DejaVu Sans Mono", 16), Font::named("no such font", 16)}) {
+        EXPECT_EQ(measurer.missingCharacters(all, font), Lines{});
+        EXPECT_EQ(measurer.missingCharacters("\U000F1234a\U0010FFFD\u0301\U000F1234", font),
+                  (Lines{"\U000F1234", "\U0010FFFD\u0301"}));
+    }
+    for (const char* text : {"مرحبا", "ยินดี", "नमस्ते"}) {
+        Font bold = Font::system(16, FontWeight::bold);
+        EXPECT_GT(measurer.layOut(text, bold, unbounded).size.width, width(text)) << text;
+    }
 }
 
 TEST_F(QtTextMeasurerTest, KeepsEveryCharacterOfAVeryLongText) {
