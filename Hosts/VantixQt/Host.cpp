@@ -4,7 +4,6 @@
 #include "VantixCore/Vantix.h"
 #include "VantixInAppMessage/Core/InAppCampaign.h"
 #include "VantixInAppMessage/Core/InAppMessageObjections.h"
-#include "VantixInAppMessage/Manager/InAppDisplayManager.h"
 #include "VantixQt/HostRun.h"
 #include "VantixQt/QtValues.h"
 #include "VantixQt/Windows/Surroundings.h"
@@ -82,7 +81,7 @@ void Host::logOut() {
     run_->core().userLoggedOut();
 }
 
-void Host::dismiss() { run_->core().inAppDisplayManager()->dismissPresentedInAppMessage(); }
+void Host::dismiss() { run_->core().dismissPresentedInAppMessage(); }
 
 void Host::setMessagesAllowed(bool allowed) { NotificationCore::setAllowed(allowed); }
 

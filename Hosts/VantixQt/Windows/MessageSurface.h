@@ -2,6 +2,7 @@
 
 #include "DeclarativeUI/Interaction/Interaction.h"
 #include "Platform/Ports/Application.h"
+#include "Platform/Values/Export.h"
 
 #include <QImage>
 #include <QObject>
@@ -24,7 +25,7 @@ namespace vantix::qt {
 
 /// A message on its way to the screen, for whatever the toolkit shows it on: brings the content up to date, paints it,
 /// moves it in and out, and turns the toolkit's input into what the message understands. GUI thread only.
-class MessageSurface final : public QObject {
+class VANTIX_EXPORT MessageSurface final : public QObject {
     Q_OBJECT
 
 public:
