@@ -21,10 +21,10 @@ endforeach()
 
 if(BUILD_SHARED_LIBS)
   set(VANTIX_LIBRARIES_ARE_SHARED ON)
-  set(pkg_config_requires Requires.private)
+  set(pkg_config_requires "")
 else()
   set(VANTIX_LIBRARIES_ARE_SHARED OFF)
-  set(pkg_config_requires Requires)
+  set(pkg_config_requires "simdjson spdlog sqlite3 libcurl libutf8proc liburiparser uuid")
 endif()
 
 configure_package_config_file(

@@ -10,7 +10,7 @@ program_packages=(
     libpng-dev zlib1g-dev libcpp-httplib-dev libssl-dev libcli11-dev
     fonts-inter fonts-dejavu-core fonts-droid-fallback
 )
-test_packages=(libgtest-dev python3)
+test_packages=(libgtest-dev python3 doxygen)
 
 say() { echo "$@" >&2; }
 

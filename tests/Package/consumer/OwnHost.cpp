@@ -83,6 +83,7 @@ int showFirstPopup(const char* dataDirectory) {
                                std::make_shared<NoPictures>()});
     vantix::VantixHost host;
     host.dataDirectory = dataDirectory;
+    host.logSink = [](const vantix::LogLine&) {};
     vantix::Vantix::install(host);
     vantix::Vantix::getSharedUserDefaults()->setCustomerId("c-1");
 
@@ -100,7 +101,7 @@ int showFirstPopup(const char* dataDirectory) {
         elements = static_cast<int>(shown->elements().size());
         messaging->dismissPresentedInAppMessage();
     }
-    messaging->tearDown();
+    messaging = nullptr;
     dispatcher->shutDown();
     vantix::Vantix::uninstall();
     vantix::Platform::uninstall();
