@@ -37,8 +37,9 @@ void claimProcess() {
 Host::Host(const HostOptions& options, QObject* parent) : QObject(parent) {
     claimProcess();
     run_ = std::make_unique<HostRun>(options);
-    connect(run_.get(), &HostRun::openDeepLink, this, [this](const QString& link) { emit deepLinkActivated(link); },
-            Qt::QueuedConnection);
+    connect(
+        run_.get(), &HostRun::openDeepLink, this, [this](const QString& link) { emit deepLinkActivated(link); },
+        Qt::QueuedConnection);
     connect(run_.get(), &HostRun::openURL, this, &Host::openAddress, Qt::QueuedConnection);
     connect(run_.get(), &HostRun::presented, this, &Host::messageShown, Qt::QueuedConnection);
     connect(run_.get(), &HostRun::dismissed, this, &Host::messageGone, Qt::QueuedConnection);

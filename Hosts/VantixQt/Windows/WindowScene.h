@@ -62,8 +62,10 @@ public:
     void end();
 
 signals:
-    /// The window came to the front, or what stood before it went away.
+    /// The window came to the front.
     void activated();
+    /// The window may be ready now: it can be seen, or what stood before it went away.
+    void available();
     /// The window is gone.
     void ended();
 
@@ -77,6 +79,8 @@ protected:
 
     /// To be called when size or scale changed.
     void geometryChanged();
+    /// To be called when the window is hidden until further notice: a message on it ends, the scene does not.
+    void endMessage();
 
 private:
     class SceneWindow;
