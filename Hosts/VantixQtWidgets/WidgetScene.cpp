@@ -46,11 +46,11 @@ WidgetScene* WidgetScene::of(const QWidget* window) {
     return qobject_cast<WidgetScene*>(window->property(sceneProperty).value<QObject*>());
 }
 
-bool WidgetScene::isVisible() const { return window_ && window_->isVisible() && !window_->isMinimized(); }
+bool WidgetScene::isVisible() const { return window_ && window_->isVisible() && !window_->window()->isMinimized(); }
 
 bool WidgetScene::isReady() const {
     QWidget* modal = QApplication::activeModalWidget();
-    bool isCovered = modal && modal != window_;
+    bool isCovered = modal && modal != window_->window();
     return isVisible() && !isCovered && !QApplication::activePopupWidget();
 }
 
