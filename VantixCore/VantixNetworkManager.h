@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
 #include "VantixCore/NetworkFault.h"
 #include "VantixCore/VantixAPIRequestGenerator.h"
 #include "VantixCore/VantixResponseGenerator.h"
@@ -9,7 +10,7 @@
 namespace vantix {
 
 /// Sends calls to the back end. Usable from any thread but the main one.
-class VantixNetworkManager {
+class VANTIX_EXPORT VantixNetworkManager {
 public:
     /// Blocks until the answer is there, so call it on the utility queue. An answer with an HTTP status of 400 or above
     /// is returned, with its error set. Throws VantixError when no answer arrives: no base address, name, connection,

@@ -4,7 +4,6 @@
 #include "VantixCore/Vantix.h"
 #include "VantixInAppMessage/Core/InAppCampaign.h"
 #include "VantixInAppMessage/Core/InAppMessageObjections.h"
-#include "VantixInAppMessage/Manager/InAppDisplayManager.h"
 #include "VantixQt/HostRun.h"
 #include "VantixQt/QtValues.h"
 #include "VantixQt/Windows/Surroundings.h"
@@ -38,8 +37,9 @@ void claimProcess() {
 Host::Host(const HostOptions& options, QObject* parent) : QObject(parent) {
     claimProcess();
     run_ = std::make_unique<HostRun>(options);
-    connect(run_.get(), &HostRun::openDeepLink, this, [this](const QString& link) { emit deepLinkActivated(link); },
-            Qt::QueuedConnection);
+    connect(
+        run_.get(), &HostRun::openDeepLink, this, [this](const QString& link) { emit deepLinkActivated(link); },
+        Qt::QueuedConnection);
     connect(run_.get(), &HostRun::openURL, this, &Host::openAddress, Qt::QueuedConnection);
     connect(run_.get(), &HostRun::presented, this, &Host::messageShown, Qt::QueuedConnection);
     connect(run_.get(), &HostRun::dismissed, this, &Host::messageGone, Qt::QueuedConnection);
@@ -83,7 +83,7 @@ void Host::logOut() {
     run_->core().userLoggedOut();
 }
 
-void Host::dismiss() { run_->core().inAppDisplayManager()->dismissPresentedInAppMessage(); }
+void Host::dismiss() { run_->core().dismissPresentedInAppMessage(); }
 
 void Host::setMessagesAllowed(bool allowed) { NotificationCore::setAllowed(allowed); }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
 #include "VantixQt/HostOptions.h"
 
 #include <QJsonObject>
@@ -21,7 +22,7 @@ class WindowScene;
 /// Made on the GUI thread, after the QGuiApplication, one at a time in a process; a second one, or one made too early,
 /// stops the process with a text that says so. All operations and all signals belong to the GUI thread. Destroying it
 /// takes a shown message away, joins every thread and leaves nothing behind but the files in the data directory.
-class Host : public QObject {
+class VANTIX_EXPORT Host : public QObject {
     Q_OBJECT
 
 public:

@@ -176,6 +176,7 @@ void HostRun::addScene(const std::shared_ptr<WindowScene>& scene) {
         application_->bringToFront(*scene);
         announce();
     });
+    connect(scene.get(), &WindowScene::available, this, announce);
     connect(scene.get(), &WindowScene::ended, this, [this, scene = scene.get()] { application_->remove(*scene); });
     announce();
 }

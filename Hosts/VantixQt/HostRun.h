@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Ports/ApplicationLifeCycle.h"
+#include "Platform/Values/Export.h"
 #include "VantixInAppMessage/Core/InAppMessagePresentationDelegate.h"
 #include "VantixInAppMessage/Core/InAppMessagingCore.h"
 #include "VantixQt/HostOptions.h"
@@ -25,7 +26,7 @@ class Surroundings;
 
 /// From a host's making to its end: the ports on this toolkit, the core library and the module on them. GUI thread
 /// only.
-class HostRun final : public QObject {
+class VANTIX_EXPORT HostRun final : public QObject {
     Q_OBJECT
 
 public:

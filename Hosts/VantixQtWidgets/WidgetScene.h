@@ -28,7 +28,12 @@ protected:
     std::unique_ptr<MessageOverlay> makeOverlay(std::unique_ptr<MessageSurface> surface) override;
 
 private:
+    void windowEvent(const QEvent& event);
+    void windowHidden();
+    void announceLater();
+
     QPointer<QWidget> window_;
+    bool isClosing_ = false;
 };
 
 }  // namespace vantix::qt

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
 #include "VantixQt/Host.h"
 
 #include <QMargins>
@@ -16,7 +17,7 @@ class WidgetScene;
 ///     messages.addWindow(&window);
 ///
 /// See Host for what it does and when it may be made.
-class WidgetsHost final : public Host {
+class VANTIX_EXPORT WidgetsHost final : public Host {
     Q_OBJECT
 
 public:
