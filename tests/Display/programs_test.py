@@ -6,6 +6,7 @@ usage: programs_test.py VANTIX-INAPP MINIMAL
 
 import json
 import os
+import subprocess
 import sys
 from pathlib import Path
 
@@ -78,6 +79,11 @@ def try_simulator(program):
         assert not list(Path(app.folder.name).glob("vantix-inapp-*")), "it left its files behind"
 
 
+def try_without_display(program):
+    run = subprocess.run([program, "simulate"], env={**os.environ, "DISPLAY": "nowhere:0"}, capture_output=True, text=True)
+    assert run.returncode == 2 and "needs a display" in run.stderr.splitlines()[-1], (run.returncode, run.stderr)
+
+
 def try_minimal(program):
     with desktop() as screen, Minimal([program], []) as app:
         eventually(lambda: screen.box("fbf7f0"), "the popup")
@@ -85,5 +91,6 @@ def try_minimal(program):
         eventually(lambda: not screen.box("fbf7f0"), "it closed")
 
 
+try_without_display(sys.argv[1])
 try_simulator(sys.argv[1])
 try_minimal(sys.argv[2])
