@@ -22,12 +22,12 @@ function(vantix_public_headers)
   set_property(GLOBAL APPEND PROPERTY VANTIX_PUBLIC_HEADERS_${VANTIX_COMPONENT} ${ARGN})
 endfunction()
 
-# vantix_component(NAME OUTPUT_NAME name HEADER_ROOT folder FOLDERS folder… LINKS what… PRIVATE_LINKS what…)
+# vantix_component(NAME OUTPUT_NAME name HEADER_ROOT folder FOLDERS folder… LINKS what…)
 #
-# Enters the folders and makes VantixInAppMessage::NAME of all rooms in them. LINKS and PRIVATE_LINKS are other components
-# or targets from elsewhere.
+# Enters the folders and makes VantixInAppMessage::NAME of all rooms in them. LINKS is what its headers stand on: other
+# components, targets from elsewhere. Includes are written from the header root.
 macro(vantix_component component)
-  cmake_parse_arguments(VANTIX_COMPONENT "" "OUTPUT_NAME;HEADER_ROOT" "FOLDERS;LINKS;PRIVATE_LINKS" ${ARGN})
+  cmake_parse_arguments(VANTIX_COMPONENT "" "OUTPUT_NAME;HEADER_ROOT" "FOLDERS;LINKS" ${ARGN})
   set(VANTIX_COMPONENT ${component})
   include(package/NeededBy${component})
   foreach(folder IN LISTS VANTIX_COMPONENT_FOLDERS)
@@ -51,7 +51,7 @@ function(vantix_add_component_library)
     INSTALL_RPATH "$ORIGIN")
   target_compile_features(${name} PUBLIC cxx_std_20)
   # Whatever is missing or hidden shows here, not at a consumer.
-  target_link_options(${name} PRIVATE -Wl,-z,defs)
+  target_link_options(${name} PRIVATE $<$<PLATFORM_ID:Linux>:-Wl,-z,defs>)
 
   get_property(headers GLOBAL PROPERTY VANTIX_PUBLIC_HEADERS_${VANTIX_COMPONENT})
   target_sources(${name} PUBLIC FILE_SET HEADERS
@@ -70,17 +70,11 @@ function(vantix_add_component_library)
     endif()
   endforeach()
   target_link_libraries(${name} PRIVATE $<BUILD_INTERFACE:vantix_options>)
-  foreach(visibility PUBLIC PRIVATE)
-    set(links ${VANTIX_COMPONENT_LINKS})
-    if(visibility STREQUAL PRIVATE)
-      set(links ${VANTIX_COMPONENT_PRIVATE_LINKS})
+  foreach(link IN LISTS VANTIX_COMPONENT_LINKS)
+    if(TARGET VantixComponent${link})
+      set(link VantixComponent${link})
     endif()
-    foreach(link IN LISTS links)
-      if(TARGET VantixComponent${link})
-        set(link VantixComponent${link})
-      endif()
-      target_link_libraries(${name} ${visibility} ${link})
-    endforeach()
+    target_link_libraries(${name} PUBLIC ${link})
   endforeach()
   set_property(GLOBAL APPEND PROPERTY VANTIX_COMPONENTS ${VANTIX_COMPONENT})
 endfunction()

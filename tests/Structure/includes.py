@@ -40,7 +40,7 @@ ROOMS = {
                                "Platform/Values"],
     "Hosts/VantixQt": ["Hosts/VantixQt/Windows", "Hosts/VantixQt/Drawing", "VantixInAppMessage/**",
                        "VantixPushNotification", "VantixCore", "DeclarativeUI", "Platform/**"],
-    "Hosts/VantixQtWidgets": ["Hosts/VantixQt", "Hosts/VantixQt/Windows"],
+    "Hosts/VantixQtWidgets": ["Hosts/VantixQt", "Hosts/VantixQt/Windows", "Platform/Values"],
     "Tools/certificate": [],
     "Tools/vantix-inapp/Input": ["VantixInAppMessage/**", "Platform/Values"],
     "Tools/vantix-inapp/Headless": ["Tools/vantix-inapp/Input", *BELOW_THE_TOOL],
