@@ -16,10 +16,11 @@ int main(int argc, char** argv) {
     window.show();
 
     // Whatever receives the application's pushes hands them over like this.
-    messages.receivePush({{"cuid", "c-2041"},
-                          {"scope", "hello"},
-                          {"trigger", QJsonObject{{"eventName", "INSTANT"}}},
-                          {"body", QJsonObject{{"type", "POPUP"}, {"title", "Hello"}, {"message", "It works."}}},
-                          {"template", QJsonObject{{"layoutBackgroundColor", "#FBF7F0"}}}});
+    messages.receivePush(
+        {{"cuid", "c-2041"},
+         {"scope", "hello"},
+         {"trigger", QJsonObject{{"eventName", "INSTANT"}}},
+         {"body", QJsonObject{{"type", "POPUP"}, {"title", "Hello"}, {"message", "It works."}}},
+         {"template", QJsonObject{{"phoneBackgroundColor", "#80000000"}, {"layoutBackgroundColor", "#FBF7F0"}}}});
     return QApplication::exec();
 }
