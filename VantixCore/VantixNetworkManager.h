@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Values/Export.h"
+#include "VantixCore/NetworkFault.h"
 #include "VantixCore/VantixAPIRequestGenerator.h"
 #include "VantixCore/VantixResponseGenerator.h"
 
@@ -18,6 +19,10 @@ public:
 
     /// Lets every call and image download that is under way fail soon, for a program that wants to end.
     static void cancelAll();
+
+    /// For trying out what a program makes of a bad network: from now on calls and image downloads of this installation
+    /// meet it. Any thread.
+    static void setFault(NetworkFault fault);
 };
 
 }  // namespace vantix

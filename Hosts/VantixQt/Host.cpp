@@ -42,6 +42,7 @@ Host::Host(const HostOptions& options, QObject* parent) : QObject(parent) {
     connect(run_.get(), &HostRun::presented, this, &Host::messageShown, Qt::QueuedConnection);
     connect(run_.get(), &HostRun::dismissed, this, &Host::messageGone, Qt::QueuedConnection);
     connect(run_.get(), &HostRun::reported, this, &Host::reported, Qt::QueuedConnection);
+    connect(run_.get(), &HostRun::requestSent, this, &Host::requestSent, Qt::QueuedConnection);
 }
 
 Host::~Host() {
@@ -85,6 +86,8 @@ void Host::dismiss() { run_->core().dismissPresentedInAppMessage(); }
 void Host::setMessagesAllowed(bool allowed) { NotificationCore::setAllowed(allowed); }
 
 void Host::setTextScale(double scale) { run_->surroundings().setTextScale(scale); }
+
+void Host::setInForeground(bool inForeground) { run_->setInForeground(inForeground); }
 
 void Host::openAddress(const QString& address) {
     static const QMetaMethod activated = QMetaMethod::fromSignal(&Host::urlActivated);

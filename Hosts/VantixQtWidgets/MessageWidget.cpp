@@ -117,7 +117,7 @@ void MessageWidget::stayAbove(QObject* sibling) {
 void MessageWidget::followFocus(QWidget* old, QWidget* now) {
     if (isLeaving_ || !isVisible()) return;
     if (now == this && old && old->window() == window()) focusBefore_ = old;
-    bool isBelow = now && now != this && window() == now->window();
+    bool isBelow = now && now != this && parentWidget()->isAncestorOf(now);
     if (!isBelow || !surface_->blocksApplication()) return;
     focusBefore_ = now;
     setFocus(Qt::OtherFocusReason);

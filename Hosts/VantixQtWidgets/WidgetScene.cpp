@@ -62,12 +62,13 @@ WidgetScene* WidgetScene::of(const QWidget* window) {
     return qobject_cast<WidgetScene*>(window->property(sceneProperty).value<QObject*>());
 }
 
-bool WidgetScene::isVisible() const { return window_ && window_->isVisible() && !window_->isMinimized(); }
+bool WidgetScene::isVisible() const { return window_ && window_->isVisible() && !window_->window()->isMinimized(); }
 
 bool WidgetScene::isReady() const {
     if (!isVisible() || QApplication::activePopupWidget()) return false;
     const auto windows = QApplication::topLevelWidgets();
-    return std::none_of(windows.begin(), windows.end(), [&](QWidget* other) { return isBlocked(*window_, *other); });
+    return std::none_of(windows.begin(), windows.end(),
+                        [&](QWidget* other) { return isBlocked(*window_->window(), *other); });
 }
 
 QSizeF WidgetScene::size() const { return window_->size(); }

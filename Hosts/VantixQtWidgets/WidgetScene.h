@@ -7,7 +7,7 @@
 
 namespace vantix::qt {
 
-/// A top-level widget as a scene. GUI thread only.
+/// A widget as a scene: a window, or a part of one that messages cover alone. GUI thread only.
 class WidgetScene final : public WindowScene {
     Q_OBJECT
 

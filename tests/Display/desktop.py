@@ -123,18 +123,22 @@ class Application:
 
     def __init__(self, command, campaigns, environment=()):
         self.folder = tempfile.TemporaryDirectory()
-        arguments = []
-        for number, campaign in enumerate(campaigns):
-            file = Path(self.folder.name) / f"campaign-{number}.json"
+        self.campaigns = [Path(self.folder.name) / f"campaign-{number}.json" for number in range(len(campaigns))]
+        for file, campaign in zip(self.campaigns, campaigns):
             file.write_text(json.dumps(campaign))
-            arguments += ["--campaign", str(file)]
         self.lines, self.errors = [], []
-        surroundings = {**os.environ, "XDG_RUNTIME_DIR": self.folder.name, "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", "LC_ALL": "C.UTF-8", **dict(environment)}
-        self.process = subprocess.Popen([*command, "--data", self.folder.name + "/data", *arguments], text=True,
-                                        env=surroundings, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+        surroundings = {**os.environ, "XDG_RUNTIME_DIR": self.folder.name, "XDG_DATA_HOME": self.folder.name,
+                        "TMPDIR": self.folder.name, "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", "LC_ALL": "C.UTF-8",
+                        **dict(environment)}
+        self.process = subprocess.Popen([*command, *self.arguments()], text=True, env=surroundings,
+                                        stdout=subprocess.PIPE, stderr=subprocess.PIPE)
         for stream, lines in (self.process.stdout, self.lines), (self.process.stderr, self.errors):
             threading.Thread(target=self._read, args=(stream, lines), daemon=True).start()
         self.main_window = self.window()
+
+    def arguments(self):
+        return ["--data", self.folder.name + "/data",
+                *(word for file in self.campaigns for word in ("--campaign", file))]
 
     @staticmethod
     def _read(stream, lines):

@@ -50,9 +50,12 @@ ROOMS = {
     "Tools/vantix-inapp/Render": ["Tools/vantix-inapp/Headless", "Tools/vantix-inapp/Input", *BELOW_THE_TOOL],
     "Tools/vantix-inapp/Play": ["Tools/vantix-inapp/Scenario", "Tools/vantix-inapp/Headless",
                                 "Tools/vantix-inapp/Backend", "Tools/vantix-inapp/Input", *BELOW_THE_TOOL],
+    "Tools/vantix-inapp/Simulate": ["Tools/vantix-inapp/Headless", "Tools/vantix-inapp/Backend",
+                                    "Tools/vantix-inapp/Input", *BELOW_THE_TOOL],
     "Tools/vantix-inapp/CommandLine": ["Tools/vantix-inapp/Play", "Tools/vantix-inapp/Render",
                                        "Tools/vantix-inapp/Scenario", "Tools/vantix-inapp/Headless",
-                                       "Tools/vantix-inapp/Backend", "Tools/vantix-inapp/Input", *BELOW_THE_TOOL],
+                                       "Tools/vantix-inapp/Simulate", "Tools/vantix-inapp/Backend",
+                                       "Tools/vantix-inapp/Input", *BELOW_THE_TOOL],
     "Tools/vantix-inapp": ["Tools/vantix-inapp/CommandLine"],
 }
 

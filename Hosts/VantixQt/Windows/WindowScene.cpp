@@ -42,7 +42,13 @@ SceneTraits WindowScene::traits() const {
     SceneTraits traits = services_.surroundings->traits();
     traits.size = {size().width(), size().height()};
     traits.scale = devicePixelRatio();
+    traits.safeArea = safeArea_;
     return traits;
+}
+
+void WindowScene::setSafeArea(const EdgeInsets& safeArea) {
+    safeArea_ = safeArea;
+    geometryChanged();
 }
 
 std::unique_ptr<Window> WindowScene::makeWindow(WindowDescription description) {

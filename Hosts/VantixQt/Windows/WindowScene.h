@@ -53,6 +53,8 @@ public:
     SceneActivationState activationState() const override;
     bool isWindowScene() const override { return true; }
     SceneTraits traits() const override;
+    /// What the device itself covers at the edges of the window: a camera, rounded corners. None at first.
+    void setSafeArea(const EdgeInsets& safeArea);
     std::unique_ptr<Window> makeWindow(WindowDescription description) override;
 
     /// Whether a message may be put up now: the window can be seen and nothing of the application stands before it.
@@ -90,6 +92,7 @@ private:
     void remove(const HostedView& content);
 
     SceneServices services_;
+    EdgeInsets safeArea_;
     std::unique_ptr<MessageOverlay> overlay_;
     /// On their way out.
     std::list<std::unique_ptr<MessageOverlay>> leaving_;
