@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Values/Color.h"
+#include "Platform/Values/Export.h"
 #include "Platform/Values/Font.h"
 #include "Platform/Values/Geometry.h"
 #include "Platform/Values/WordTable.h"
@@ -31,7 +32,7 @@ inline constexpr WordTable<Role, 14> roleWords{{
     {Role::options, "options"},
 }};
 
-std::string roleName(Role role);
+VANTIX_EXPORT std::string roleName(Role role);
 
 /// Whether elements of this role hold others of one kind together, and paint nothing themselves.
 constexpr bool isGroup(Role role) { return role == Role::stars || role == Role::options; }

@@ -6,6 +6,7 @@
 #include "DeclarativeUI/View.h"
 #include "Platform/Ports/Application.h"
 #include "Platform/Ports/OwningThread.h"
+#include "Platform/Values/Export.h"
 
 #include <functional>
 #include <map>
@@ -26,7 +27,7 @@ struct SettledLayout;
 ///
 /// Main thread only. Created by the module, given to a window as its content, driven by the host: the host sets the
 /// traits, installs `onNeedsDisplay`, calls `evaluate()` and paints `displayList()`.
-class HostedView : public WindowContent, public std::enable_shared_from_this<HostedView> {
+class VANTIX_EXPORT HostedView : public WindowContent, public std::enable_shared_from_this<HostedView> {
 public:
     /// `body` is called at each evaluation.
     explicit HostedView(std::function<View()> body);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
+
 #include <map>
 #include <string>
 
@@ -33,9 +35,10 @@ using SpokenWordTable = std::map<std::string, SpokenWords>;
 
 /// The words that are known here: English, German, French, Spanish, Italian, Portuguese, Dutch, Arabic, Hebrew,
 /// Japanese and Korean.
-const SpokenWordTable& knownSpokenWords();
+VANTIX_EXPORT const SpokenWordTable& knownSpokenWords();
 
 /// The words of the language, or of the other one, or English ones; empty when the table has none of them.
-SpokenWords spokenWords(const SpokenWordTable& table, const std::string& language, const std::string& otherwise);
+VANTIX_EXPORT SpokenWords spokenWords(const SpokenWordTable& table, const std::string& language,
+                                      const std::string& otherwise);
 
 }  // namespace vantix

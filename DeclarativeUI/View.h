@@ -3,6 +3,7 @@
 #include "DeclarativeUI/AccessibleElement.h"
 #include "DeclarativeUI/LayoutTerms.h"
 #include "Platform/Values/Color.h"
+#include "Platform/Values/Export.h"
 #include "Platform/Values/Font.h"
 #include "Platform/Values/Geometry.h"
 
@@ -22,7 +23,7 @@ class Element;
 /// behind the padding, `text.background(red).padding()` does not. A default-constructed view is empty: it draws
 /// nothing, takes no room, and containers leave it out together with its gap. A modifier of an empty view is an empty
 /// view.
-class View {
+class VANTIX_EXPORT View {
 public:
     View() = default;
     View(std::shared_ptr<const Element> element) : element_(std::move(element)) {}

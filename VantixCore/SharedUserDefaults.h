@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
+
 #include <optional>
 #include <string>
 
@@ -7,7 +9,7 @@ namespace vantix {
 
 /// The settings that an app group shares: read from memory, written through to the data directory. Usable from any
 /// thread.
-class SharedUserDefaults {
+class VANTIX_EXPORT SharedUserDefaults {
 public:
     virtual ~SharedUserDefaults() = default;
 

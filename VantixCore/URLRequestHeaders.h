@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
+
 #include <map>
 #include <string>
 
@@ -11,7 +13,7 @@ using HTTPHeaders = std::map<std::string, std::string>;
 /// Header sets for the back end.
 namespace URLRequestHeaders {
 /// For authenticated event calls.
-HTTPHeaders authEventReportHeaders();
+VANTIX_EXPORT HTTPHeaders authEventReportHeaders();
 }  // namespace URLRequestHeaders
 
 }  // namespace vantix

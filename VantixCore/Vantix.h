@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
 #include "Platform/Values/Value.h"
 #include "VantixCore/SharedUserDefaults.h"
 #include "VantixCore/VantixHost.h"
@@ -13,7 +14,7 @@
 namespace vantix {
 
 /// The process-wide face of the core library towards its host.
-class Vantix {
+class VANTIX_EXPORT Vantix {
 public:
     /// Once, at start, on the main thread, after Platform::install. Everything that lives once per program (settings,
     /// network, images, stores, reports) belongs to this installation and is made at its first use. A later call

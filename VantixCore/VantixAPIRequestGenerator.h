@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
 #include "VantixCore/URLRequestHeaders.h"
 
 #include <optional>
@@ -10,7 +11,7 @@ namespace vantix {
 enum class HTTPMethod { get, post, put, del };
 
 /// A call of the back end.
-class VantixAPIRequestGenerator {
+class VANTIX_EXPORT VantixAPIRequestGenerator {
 public:
     virtual ~VantixAPIRequestGenerator() = default;
 

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
+
 #include <string>
 
 namespace vantix {
 
 /// Account, credentials and end points of one core library instance. Read on any thread; must not change while in use.
-class ConfigurationGenerator {
+class VANTIX_EXPORT ConfigurationGenerator {
 public:
     virtual ~ConfigurationGenerator() = default;
 
@@ -20,7 +22,7 @@ public:
 };
 
 /// A configuration that is known beforehand.
-struct VantixConfiguration final : ConfigurationGenerator {
+struct VANTIX_EXPORT VantixConfiguration final : ConfigurationGenerator {
     std::string account;
     std::string base;
     std::string keyHash;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
 #include "Platform/Values/Value.h"
 #include "VantixCore/VantixConfiguration.h"
 #include "VantixCore/VantixEvents.h"
@@ -13,7 +14,7 @@
 namespace vantix {
 
 /// Reports events and carries out calls to action. Usable from any thread.
-class VantixCore {
+class VANTIX_EXPORT VantixCore {
 public:
     virtual ~VantixCore() = default;
 

@@ -1,12 +1,14 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
+
 #include <exception>
 #include <string>
 
 namespace vantix {
 
 /// An error of the core library.
-class VantixError : public std::exception {
+class VANTIX_EXPORT VantixError : public std::exception {
 public:
     enum class Kind { configuration, nameResolution, connection, tls, pin, timeOut, tooLarge, refused, server };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
 #include "Platform/Values/Value.h"
 
 #include <optional>
@@ -31,15 +32,15 @@ enum class NotificationGateway { fcm, apns };
 enum class CTAActionType { external, deepLink, rating, feedback, appRating };
 
 /// The wire word of a case.
-std::string_view rawValue(VantixDLREvents event);
-std::string_view rawValue(VantixBehavioralEvents event);
-std::string_view rawValue(VantixNotificationType type);
-std::string_view rawValue(NotificationEventResult result);
-std::string_view rawValue(NotificationGateway gateway);
-std::string_view rawValue(CTAActionType type);
+VANTIX_EXPORT std::string_view rawValue(VantixDLREvents event);
+VANTIX_EXPORT std::string_view rawValue(VantixBehavioralEvents event);
+VANTIX_EXPORT std::string_view rawValue(VantixNotificationType type);
+VANTIX_EXPORT std::string_view rawValue(NotificationEventResult result);
+VANTIX_EXPORT std::string_view rawValue(NotificationGateway gateway);
+VANTIX_EXPORT std::string_view rawValue(CTAActionType type);
 
 /// Absent for an unknown word; letter case counts.
-std::optional<NotificationGateway> notificationGateway(std::string_view rawValue);
+VANTIX_EXPORT std::optional<NotificationGateway> notificationGateway(std::string_view rawValue);
 
 /// An event that the host captured.
 struct EventProtocol {

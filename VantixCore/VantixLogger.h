@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
 #include "Platform/Values/WordTable.h"
 
 #include <functional>
@@ -46,7 +47,7 @@ struct LogLine {
 
 /// The one log of all Vantix libraries. Usable from any thread; lines below the console level are dropped before their
 /// text is made. Without a sink lines go to standard error.
-class VantixLogger {
+class VANTIX_EXPORT VantixLogger {
 public:
     /// Where lines go from now on; called on the thread that writes, for several lines at a time. An empty one is none.
     static void setSink(std::function<void(const LogLine&)> sink);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
+#include "VantixCore/NetworkFault.h"
 #include "VantixCore/VantixAPIRequestGenerator.h"
 #include "VantixCore/VantixResponseGenerator.h"
 
@@ -8,7 +10,7 @@
 namespace vantix {
 
 /// Sends calls to the back end. Usable from any thread but the main one.
-class VantixNetworkManager {
+class VANTIX_EXPORT VantixNetworkManager {
 public:
     /// Blocks until the answer is there, so call it on the utility queue. An answer with an HTTP status of 400 or above
     /// is returned, with its error set. Throws VantixError when no answer arrives: no base address, name, connection,
@@ -17,6 +19,10 @@ public:
 
     /// Lets every call and image download that is under way fail soon, for a program that wants to end.
     static void cancelAll();
+
+    /// For trying out what a program makes of a bad network: from now on calls and image downloads of this installation
+    /// meet it. Any thread.
+    static void setFault(NetworkFault fault);
 };
 
 }  // namespace vantix

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
 #include "VantixCore/VantixError.h"
 
 #include <optional>
@@ -8,7 +9,7 @@
 namespace vantix {
 
 /// The answer to a call of the back end, whoever brings it.
-class VantixResponseGenerator {
+class VANTIX_EXPORT VantixResponseGenerator {
 public:
     virtual ~VantixResponseGenerator() = default;
 

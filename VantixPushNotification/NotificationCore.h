@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
 #include "Platform/Values/Value.h"
 
 #include <memory>
@@ -27,14 +28,14 @@ private:
 enum class NotificationReceiverType { notifications, inAppMessages };
 
 /// Takes the silent pushes of one module. Called on the thread that delivers.
-class VantixSilentPushNotificationProtocol {
+class VANTIX_EXPORT VantixSilentPushNotificationProtocol {
 public:
     virtual ~VantixSilentPushNotificationProtocol() = default;
     virtual void handleSilentPushNotification(const Dictionary& notification) = 0;
 };
 
 /// Takes delivered notifications. Called on the thread that delivers.
-class VantixNotificationsReceiverProtocol {
+class VANTIX_EXPORT VantixNotificationsReceiverProtocol {
 public:
     virtual ~VantixNotificationsReceiverProtocol() = default;
     virtual NotificationReceiverType getReceiverType() const = 0;
@@ -42,7 +43,7 @@ public:
 };
 
 /// The push library: hands pushes to the modules that registered. Listeners are held weakly. Usable from any thread.
-class NotificationCore {
+class VANTIX_EXPORT NotificationCore {
 public:
     NotificationCore();
     ~NotificationCore();

@@ -3,11 +3,20 @@
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
-set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+# Archives may become part of a shared library or a plug-in, and a shared library shows what is marked VANTIX_EXPORT.
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 
-find_program(VANTIX_CCACHE ccache)
+if(PROJECT_IS_TOP_LEVEL)
+  set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+endif()
+
 if(VANTIX_CCACHE)
-  set(CMAKE_CXX_COMPILER_LAUNCHER "${VANTIX_CCACHE}")
+  find_program(VANTIX_CCACHE_PROGRAM ccache)
+  if(VANTIX_CCACHE_PROGRAM)
+    set(CMAKE_CXX_COMPILER_LAUNCHER "${VANTIX_CCACHE_PROGRAM}")
+  endif()
 endif()
 
 # Linked privately, so that consumers choose their own warnings and sanitizers.
@@ -26,6 +35,7 @@ endif()
 function(vantix_library name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LINKS;PRIVATE_LINKS" ${ARGN})
   add_library(${name} STATIC ${ARG_SOURCES})
+  target_compile_features(${name} PUBLIC cxx_std_20)
   target_include_directories(${name} PUBLIC "${PROJECT_SOURCE_DIR}")
   target_link_libraries(${name} PUBLIC ${ARG_LINKS} PRIVATE vantix_options ${ARG_PRIVATE_LINKS})
 endfunction()

@@ -10,7 +10,10 @@ program_packages=(
     libpng-dev zlib1g-dev libcpp-httplib-dev libssl-dev libcli11-dev
     fonts-inter fonts-dejavu-core fonts-noto-core fonts-noto-cjk fonts-noto-color-emoji libthai0
 )
-test_packages=(libgtest-dev python3)
+test_packages=(
+    libgtest-dev python3 doxygen
+    xvfb openbox xdotool wmctrl x11-utils imagemagick dbus at-spi2-core python3-gi gir1.2-atspi-2.0
+)
 
 say() { echo "$@" >&2; }
 

@@ -2,6 +2,7 @@
 
 #include "DeclarativeUI/DisplayList.h"
 #include "DeclarativeUI/HostedView.h"
+#include "Platform/Values/Export.h"
 #include "Platform/Values/Geometry.h"
 
 #include <functional>
@@ -27,7 +28,7 @@ enum class FocusCycle {
 ///
 /// The host hands in what its toolkit tells it and paints `decorations()` above the view's own list. A press is
 /// performed when it is let go over the control that it began on. One pointer at a time. Main thread only.
-class Interaction {
+class VANTIX_EXPORT Interaction {
 public:
     Interaction(std::shared_ptr<HostedView> view, FocusCycle cycle) : view_(std::move(view)), cycle_(cycle) {}
 

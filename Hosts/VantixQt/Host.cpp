@@ -4,14 +4,13 @@
 #include "VantixCore/Vantix.h"
 #include "VantixInAppMessage/Core/InAppCampaign.h"
 #include "VantixInAppMessage/Core/InAppMessageObjections.h"
-#include "VantixInAppMessage/Manager/InAppDisplayManager.h"
+#include "VantixQt/Drawing/RequiredApplication.h"
 #include "VantixQt/HostRun.h"
 #include "VantixQt/QtValues.h"
 #include "VantixQt/Windows/Surroundings.h"
 
 #include <QCoreApplication>
 #include <QDesktopServices>
-#include <QGuiApplication>
 #include <QJsonDocument>
 #include <QMetaMethod>
 #include <QThread>
@@ -23,9 +22,7 @@ namespace {
 bool hasHost = false;
 
 void claimProcess() {
-    if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance())) {
-        fatalError("vantix::qt::Host: make the QGuiApplication (or QApplication) first");
-    }
+    requireApplication("vantix::qt::Host");
     if (QThread::currentThread() != QCoreApplication::instance()->thread()) {
         fatalError("vantix::qt::Host: make it on the GUI thread");
     }
@@ -38,12 +35,14 @@ void claimProcess() {
 Host::Host(const HostOptions& options, QObject* parent) : QObject(parent) {
     claimProcess();
     run_ = std::make_unique<HostRun>(options);
-    connect(run_.get(), &HostRun::openDeepLink, this, [this](const QString& link) { emit deepLinkActivated(link); },
-            Qt::QueuedConnection);
+    connect(
+        run_.get(), &HostRun::openDeepLink, this, [this](const QString& link) { emit deepLinkActivated(link); },
+        Qt::QueuedConnection);
     connect(run_.get(), &HostRun::openURL, this, &Host::openAddress, Qt::QueuedConnection);
     connect(run_.get(), &HostRun::presented, this, &Host::messageShown, Qt::QueuedConnection);
     connect(run_.get(), &HostRun::dismissed, this, &Host::messageGone, Qt::QueuedConnection);
     connect(run_.get(), &HostRun::reported, this, &Host::reported, Qt::QueuedConnection);
+    connect(run_.get(), &HostRun::requestSent, this, &Host::requestSent, Qt::QueuedConnection);
 }
 
 Host::~Host() {
@@ -82,11 +81,13 @@ void Host::logOut() {
     run_->core().userLoggedOut();
 }
 
-void Host::dismiss() { run_->core().inAppDisplayManager()->dismissPresentedInAppMessage(); }
+void Host::dismiss() { run_->core().dismissPresentedInAppMessage(); }
 
 void Host::setMessagesAllowed(bool allowed) { NotificationCore::setAllowed(allowed); }
 
 void Host::setTextScale(double scale) { run_->surroundings().setTextScale(scale); }
+
+void Host::setInForeground(bool inForeground) { run_->setInForeground(inForeground); }
 
 void Host::openAddress(const QString& address) {
     static const QMetaMethod activated = QMetaMethod::fromSignal(&Host::urlActivated);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
 #include "VantixQt/HostOptions.h"
 
 #include <QJsonObject>
@@ -21,7 +22,7 @@ class WindowScene;
 /// Made on the GUI thread, after the QGuiApplication, one at a time in a process; a second one, or one made too early,
 /// stops the process with a text that says so. All operations and all signals belong to the GUI thread. Destroying it
 /// takes a shown message away, joins every thread and leaves nothing behind but the files in the data directory.
-class Host : public QObject {
+class VANTIX_EXPORT Host : public QObject {
     Q_OBJECT
 
 public:
@@ -51,6 +52,11 @@ public:
     /// The reader's text size, 1 being the designer's, from now on instead of the platform's. 0: the platform's again.
     void setTextScale(double scale);
 
+    /// While false the application counts as being in the background whatever the platform says, for devices whose
+    /// platform does not know: no message is shown, and the stored ones are looked through again on the return. True
+    /// at start.
+    void setInForeground(bool inForeground);
+
 signals:
     // All on the GUI thread, on a later turn of the event loop than the tap that they come from.
 
@@ -63,6 +69,8 @@ signals:
     void messageGone(const QString& scope);
     /// The module reports what happened to a message ("inAppMessageShown", …), whether or not there is a back end.
     void reported(const QString& name, const QVariantMap& attributes);
+    /// A request leaves the application, or tries to. For tools and logs; secrets are not in it.
+    void requestSent(const QString& method, const QUrl& address, const QString& body);
 
 protected:
     Host(const HostOptions& options, QObject* parent);

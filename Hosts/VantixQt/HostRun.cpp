@@ -126,6 +126,10 @@ void HostRun::installCore(const HostOptions& options) {
     host.onReport = [this](const char*, std::string_view name, const Dictionary& attributes) {
         emit reported(QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())), variantMap(attributes));
     };
+    host.onRequest = [this](const SentRequest& request) {
+        emit requestSent(QString::fromStdString(request.method), QUrl(QString::fromStdString(request.url)),
+                         QString::fromStdString(request.body));
+    };
     Vantix::install(std::move(host));
     if (options.customerId.isEmpty()) return;
     if (auto settings = Vantix::getSharedUserDefaults()) settings->setCustomerId(options.customerId.toStdString());
@@ -145,17 +149,24 @@ void HostRun::startModule(const HostOptions& options) {
 }
 
 void HostRun::followApplicationState() {
-    connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
-        switch (stateOf(state)) {
-            case ApplicationState::active:
-                return lifeCycle_.becomeActive();
-            case ApplicationState::inactive:
-                return lifeCycle_.resignActive();
-            case ApplicationState::background:
-                return lifeCycle_.enterBackground();
-        }
-    });
+    connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, &HostRun::applyApplicationState);
     connect(qGuiApp, &QGuiApplication::aboutToQuit, this, [this] { lifeCycle_.terminate(); });
+}
+
+void HostRun::setInForeground(bool inForeground) {
+    if (std::exchange(isInForeground_, inForeground) != inForeground) applyApplicationState();
+}
+
+void HostRun::applyApplicationState() {
+    if (!isInForeground_) return lifeCycle_.enterBackground();
+    switch (stateOf(QGuiApplication::applicationState())) {
+        case ApplicationState::active:
+            return lifeCycle_.becomeActive();
+        case ApplicationState::inactive:
+            return lifeCycle_.resignActive();
+        case ApplicationState::background:
+            return lifeCycle_.enterBackground();
+    }
 }
 
 void HostRun::addScene(const std::shared_ptr<WindowScene>& scene) {
@@ -165,6 +176,7 @@ void HostRun::addScene(const std::shared_ptr<WindowScene>& scene) {
         application_->bringToFront(*scene);
         announce();
     });
+    connect(scene.get(), &WindowScene::available, this, announce);
     connect(scene.get(), &WindowScene::ended, this, [this, scene = scene.get()] { application_->remove(*scene); });
     announce();
 }

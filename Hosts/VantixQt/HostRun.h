@@ -1,12 +1,14 @@
 #pragma once
 
 #include "Platform/Ports/ApplicationLifeCycle.h"
+#include "Platform/Values/Export.h"
 #include "VantixInAppMessage/Core/InAppMessagePresentationDelegate.h"
 #include "VantixInAppMessage/Core/InAppMessagingCore.h"
 #include "VantixQt/HostOptions.h"
 #include "VantixQt/QtApplicationPort.h"
 
 #include <QObject>
+#include <QUrl>
 #include <QVariantMap>
 
 #include <atomic>
@@ -24,7 +26,7 @@ class Surroundings;
 
 /// From a host's making to its end: the ports on this toolkit, the core library and the module on them. GUI thread
 /// only.
-class HostRun final : public QObject {
+class VANTIX_EXPORT HostRun final : public QObject {
     Q_OBJECT
 
 public:
@@ -40,6 +42,9 @@ public:
     /// The scene takes part until it ends; a message on it then counts as dismissed.
     void addScene(const std::shared_ptr<WindowScene>& scene);
 
+    /// See Host::setInForeground.
+    void setInForeground(bool inForeground);
+
     /// Work of the main queue.
     bool event(QEvent* event) override;
 
@@ -49,6 +54,7 @@ signals:
     void presented(const QString& scope);
     void dismissed(const QString& scope);
     void reported(const QString& name, const QVariantMap& attributes);
+    void requestSent(const QString& method, const QUrl& address, const QString& body);
 
 private:
     class Presentation;
@@ -58,6 +64,7 @@ private:
     void installCore(const HostOptions& options);
     void startModule(const HostOptions& options);
     void followApplicationState();
+    void applyApplicationState();
 
     /// Whether an event that wakes the loop is on its way.
     std::shared_ptr<std::atomic<bool>> isWaking_ = std::make_shared<std::atomic<bool>>(false);
@@ -68,6 +75,7 @@ private:
     std::shared_ptr<QtApplicationPort> application_;
     SceneServices services_;
     ApplicationLifeCycle lifeCycle_;
+    bool isInForeground_ = true;
     std::shared_ptr<NotificationCore> pushLibrary_;
     std::shared_ptr<Presentation> presentation_;
     std::shared_ptr<InAppMessagingCore> core_;

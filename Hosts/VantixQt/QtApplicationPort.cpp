@@ -16,8 +16,8 @@ std::vector<std::shared_ptr<Scene>> QtApplicationPort::connectedScenes() const {
 
 Image QtApplicationPort::icon() const {
     constexpr int side = 128;
-    QImage image = QGuiApplication::windowIcon().pixmap(side, side).toImage().convertToFormat(
-        QImage::Format_ARGB32_Premultiplied);
+    QImage image =
+        QGuiApplication::windowIcon().pixmap(side, side).toImage().convertToFormat(QImage::Format_ARGB32_Premultiplied);
     if (image.isNull()) return {};
     std::vector<std::uint32_t> pixels;
     pixels.reserve(static_cast<std::size_t>(image.width()) * static_cast<std::size_t>(image.height()));

@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QEvent>
 
+#include <algorithm>
 #include <utility>
 
 namespace vantix::qt {
@@ -17,7 +18,10 @@ class WidgetOverlay final : public MessageOverlay {
 public:
     WidgetOverlay(QWidget& window, std::unique_ptr<MessageSurface> surface)
         : widget_(new MessageWidget(window, std::move(surface))) {}
-    ~WidgetOverlay() override { delete widget_; }
+    ~WidgetOverlay() override {
+        if (widget_) widget_->giveFocusBack();
+        delete widget_;
+    }
 
     void leave(std::function<void()> finished) override {
         if (widget_) widget_->leave(std::move(finished));
@@ -28,12 +32,24 @@ private:
     QPointer<MessageWidget> widget_;
 };
 
+/// Whether windows of this kind come before others.
+bool mayCover(const QWidget& window) {
+    return window.isWindow() && (window.isModal() || window.windowType() == Qt::Popup);
+}
+
+/// Whether the other window keeps input from this one.
+bool isBlocked(const QWidget& window, const QWidget& other) {
+    if (!other.isModal() || !other.isVisible() || &other == &window || other.isAncestorOf(&window)) return false;
+    if (other.windowModality() == Qt::ApplicationModal) return true;
+    const QWidget* owner = other.parentWidget();
+    while (owner && owner->window() != &window) owner = owner->window()->parentWidget();
+    return owner;
+}
+
 }  // namespace
 
-WidgetScene::WidgetScene(QWidget* window, SceneServices services)
-    : WindowScene(std::move(services)), window_(window) {
+WidgetScene::WidgetScene(QWidget* window, SceneServices services) : WindowScene(std::move(services)), window_(window) {
     window->setProperty(sceneProperty, QVariant::fromValue<QObject*>(this));
-    window->installEventFilter(this);
     qApp->installEventFilter(this);
     connect(window, &QObject::destroyed, this, &WidgetScene::end);
 }
@@ -46,12 +62,13 @@ WidgetScene* WidgetScene::of(const QWidget* window) {
     return qobject_cast<WidgetScene*>(window->property(sceneProperty).value<QObject*>());
 }
 
-bool WidgetScene::isVisible() const { return window_ && window_->isVisible() && !window_->isMinimized(); }
+bool WidgetScene::isVisible() const { return window_ && window_->isVisible() && !window_->window()->isMinimized(); }
 
 bool WidgetScene::isReady() const {
-    QWidget* modal = QApplication::activeModalWidget();
-    bool isCovered = modal && modal != window_;
-    return isVisible() && !isCovered && !QApplication::activePopupWidget();
+    if (!isVisible() || QApplication::activePopupWidget()) return false;
+    const auto windows = QApplication::topLevelWidgets();
+    return std::none_of(windows.begin(), windows.end(),
+                        [&](QWidget* other) { return isBlocked(*window_->window(), *other); });
 }
 
 QSizeF WidgetScene::size() const { return window_->size(); }
@@ -63,23 +80,51 @@ std::unique_ptr<MessageOverlay> WidgetScene::makeOverlay(std::unique_ptr<Message
 }
 
 bool WidgetScene::eventFilter(QObject* watched, QEvent* event) {
-    bool isOwn = watched == window_;
-    switch (event->type()) {
+    if (watched == window_) {
+        windowEvent(*event);
+    } else if (event->type() == QEvent::Hide && watched->isWidgetType() && mayCover(*static_cast<QWidget*>(watched))) {
+        announceLater();
+    }
+    return false;
+}
+
+void WidgetScene::windowEvent(const QEvent& event) {
+    switch (event.type()) {
         case QEvent::Resize:
         case QEvent::ScreenChangeInternal:
-            if (isOwn) geometryChanged();
+            geometryChanged();
             break;
         case QEvent::WindowActivate:
-        case QEvent::WindowUnblocked:
+            emit activated();
+            break;
         case QEvent::Show:
-            if (isOwn) emit activated();
+        case QEvent::WindowStateChange:
+            announceLater();
             break;
         case QEvent::Close:
+            isClosing_ = true;
+            QMetaObject::invokeMethod(
+                this, [this] { isClosing_ = false; }, Qt::QueuedConnection);
+            break;
+        case QEvent::Hide:
+            if (!event.spontaneous()) windowHidden();
             break;
         default:
             break;
     }
-    return false;
 }
+
+void WidgetScene::windowHidden() {
+    if (isClosing_) return endMessage();
+    // Windows hide for a moment, too, to be shown with other flags.
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            if (window_ && !window_->isVisible()) endMessage();
+        },
+        Qt::QueuedConnection);
+}
+
+void WidgetScene::announceLater() { QMetaObject::invokeMethod(this, &WidgetScene::available, Qt::QueuedConnection); }
 
 }  // namespace vantix::qt

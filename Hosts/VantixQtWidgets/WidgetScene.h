@@ -7,7 +7,7 @@
 
 namespace vantix::qt {
 
-/// A top-level widget as a scene. GUI thread only.
+/// A widget as a scene: a window, or a part of one that messages cover alone. GUI thread only.
 class WidgetScene final : public WindowScene {
     Q_OBJECT
 
@@ -28,7 +28,12 @@ protected:
     std::unique_ptr<MessageOverlay> makeOverlay(std::unique_ptr<MessageSurface> surface) override;
 
 private:
+    void windowEvent(const QEvent& event);
+    void windowHidden();
+    void announceLater();
+
     QPointer<QWidget> window_;
+    bool isClosing_ = false;
 };
 
 }  // namespace vantix::qt

@@ -15,13 +15,24 @@ WidgetsHost::WidgetsHost(const HostOptions& options, QObject* parent) : Host(opt
 WidgetsHost::~WidgetsHost() = default;
 
 void WidgetsHost::addWindow(QWidget* window) {
-    QWidget* top = window->window();
-    if (WidgetScene::of(top)) return;
-    run().addScene(std::make_shared<WidgetScene>(top, run().sceneServices()));
+    sceneOf(window->window());
+}
+
+void WidgetsHost::addScreen(QWidget* screen, const QMargins& safeArea) {
+    sceneOf(screen).setSafeArea({static_cast<double>(safeArea.top()), static_cast<double>(safeArea.left()),
+                                 static_cast<double>(safeArea.bottom()), static_cast<double>(safeArea.right())});
 }
 
 void WidgetsHost::removeWindow(QWidget* window) {
-    if (auto scene = WidgetScene::of(window->window())) scene->end();
+    auto screen = WidgetScene::of(window);
+    if (auto scene = screen ? screen : WidgetScene::of(window->window())) scene->end();
+}
+
+WidgetScene& WidgetsHost::sceneOf(QWidget* widget) {
+    if (auto scene = WidgetScene::of(widget)) return *scene;
+    auto scene = std::make_shared<WidgetScene>(widget, run().sceneServices());
+    run().addScene(scene);
+    return *scene;
 }
 
 }  // namespace vantix::qt

@@ -1,10 +1,14 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
 #include "VantixQt/Host.h"
 
+#include <QMargins>
 #include <QWidget>
 
 namespace vantix::qt {
+
+class WidgetScene;
 
 /// A host for applications on Qt Widgets.
 ///
@@ -13,7 +17,7 @@ namespace vantix::qt {
 ///     messages.addWindow(&window);
 ///
 /// See Host for what it does and when it may be made.
-class WidgetsHost final : public Host {
+class VANTIX_EXPORT WidgetsHost final : public Host {
     Q_OBJECT
 
 public:
@@ -24,8 +28,15 @@ public:
     /// one that was active last. A window that is not the widget's own takes the message nevertheless, so that any
     /// widget of a window will do. It may be closed and destroyed at any time; adding it twice does nothing.
     void addWindow(QWidget* window);
-    /// A message that the window shows counts as dismissed.
+    /// The same for a part of a window, which messages then cover instead of all of it: a device in a simulator, a
+    /// pane of a split screen. The safe area is what the device itself covers at the edges of the widget, or what
+    /// messages are to keep clear of for another reason, in points; another call for the same widget changes it.
+    void addScreen(QWidget* screen, const QMargins& safeArea = {});
+    /// The window, or the screen, takes no part any more. A message that it shows counts as dismissed.
     void removeWindow(QWidget* window);
+
+private:
+    WidgetScene& sceneOf(QWidget* widget);
 };
 
 }  // namespace vantix::qt

@@ -3,6 +3,7 @@
 #include "Platform/Dispatchers/TimerThread.h"
 #include "Platform/Dispatchers/WorkList.h"
 #include "Platform/Ports/DispatchQueue.h"
+#include "Platform/Values/Export.h"
 
 #include <chrono>
 #include <functional>
@@ -12,7 +13,7 @@
 namespace vantix {
 
 /// The queue of the thread that made it, which runs its work when it drains it.
-class MainQueue final : public DispatchQueue {
+class VANTIX_EXPORT MainQueue final : public DispatchQueue {
 public:
     explicit MainQueue(std::shared_ptr<TimerThread> timers);
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
+
 #include <functional>
 #include <mutex>
 #include <string_view>
@@ -10,10 +12,10 @@ namespace vantix {
 
 /// Gives the calling thread the last part of a label ("com.vantix.store": "store") as its name in debuggers. Of one
 /// that is longer than a thread's name may be the end is kept.
-void nameThisThread(std::string_view label);
+VANTIX_EXPORT void nameThisThread(std::string_view label);
 
 /// Every thread that a dispatcher has started, for the final join. Usable from any thread.
-class ThreadRegistry {
+class VANTIX_EXPORT ThreadRegistry {
 public:
     /// Starts none once all were joined.
     void start(std::function<void()> body);

@@ -5,6 +5,7 @@
 #include "Platform/Dispatchers/TimerThread.h"
 #include "Platform/Dispatchers/UtilityQueue.h"
 #include "Platform/Ports/Dispatcher.h"
+#include "Platform/Values/Export.h"
 
 #include <chrono>
 #include <functional>
@@ -18,7 +19,7 @@ namespace vantix {
 /// Queues on real threads, and real time. Idle queues make no wake-ups.
 ///
 /// Made and destroyed on the main thread.
-class ThreadedDispatcher final : public Dispatcher {
+class VANTIX_EXPORT ThreadedDispatcher final : public Dispatcher {
 public:
     ThreadedDispatcher() = default;
     /// Shuts down.

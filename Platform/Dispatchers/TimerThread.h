@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Ports/Clock.h"
+#include "Platform/Values/Export.h"
 
 #include <chrono>
 #include <condition_variable>
@@ -13,7 +14,7 @@ namespace vantix {
 
 /// Waits for the earliest of the delayed works on a thread of its own, which starts with the first of them. Usable from
 /// any thread.
-class TimerThread {
+class VANTIX_EXPORT TimerThread {
 public:
     /// Calls `fire` on the timers' thread, which it must not hold up. Equal moments keep their order.
     void schedule(Duration delay, std::function<void()> fire);

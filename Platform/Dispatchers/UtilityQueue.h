@@ -4,6 +4,7 @@
 #include "Platform/Dispatchers/TimerThread.h"
 #include "Platform/Dispatchers/WorkList.h"
 #include "Platform/Ports/DispatchQueue.h"
+#include "Platform/Values/Export.h"
 
 #include <condition_variable>
 #include <cstddef>
@@ -16,7 +17,7 @@ namespace vantix {
 
 /// Shares its work among threads. Threads that wait in a group do not count as busy, so others are started in their
 /// place, up to 16.
-class UtilityQueue final : public DispatchQueue {
+class VANTIX_EXPORT UtilityQueue final : public DispatchQueue {
 public:
     UtilityQueue(std::shared_ptr<ThreadRegistry> threads, std::shared_ptr<TimerThread> timers);
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
+
 #include <chrono>
 #include <condition_variable>
 #include <deque>
@@ -12,7 +14,7 @@ namespace vantix {
 using Work = std::function<void()>;
 
 /// A guarded list of work; threads take from its front. Usable from any thread.
-class WorkList {
+class VANTIX_EXPORT WorkList {
 public:
     /// False when the list is closed and the work refused.
     bool append(Work work);

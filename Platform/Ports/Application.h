@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Values/Color.h"
+#include "Platform/Values/Export.h"
 #include "Platform/Values/Geometry.h"
 #include "Platform/Values/Image.h"
 #include "Platform/Values/LayoutDirection.h"
@@ -21,7 +22,7 @@ enum class SceneActivationState { foregroundActive, foregroundInactive, backgrou
 enum class WindowLevel { normal, alert };
 
 /// What a window shows. The declarative library's HostedView is the one kind that hosts know.
-class WindowContent {
+class VANTIX_EXPORT WindowContent {
 public:
     virtual ~WindowContent() = default;
 };
@@ -48,7 +49,7 @@ struct WindowDescription {
 };
 
 /// A window on screen; dropping the handle removes it. Main thread only. The window owns its content.
-class Window {
+class VANTIX_EXPORT Window {
 public:
     virtual ~Window() = default;
 
@@ -81,7 +82,7 @@ struct SceneTraits {
 };
 
 /// One place where the application shows windows. Main thread only.
-class Scene {
+class VANTIX_EXPORT Scene {
 public:
     virtual ~Scene() = default;
 
@@ -95,7 +96,7 @@ public:
 };
 
 /// The host application. Main thread only.
-class Application {
+class VANTIX_EXPORT Application {
 public:
     virtual ~Application() = default;
 

@@ -2,6 +2,7 @@
 
 #include "Platform/Ports/Application.h"
 #include "Platform/Ports/OwningThread.h"
+#include "Platform/Values/Export.h"
 
 #include <memory>
 
@@ -11,7 +12,7 @@ class NotificationCenter;
 
 /// Where the application stands in its life, driven by the host, told to whoever observes the life-cycle
 /// notifications. A call that changes nothing posts nothing. Main thread only.
-class ApplicationLifeCycle {
+class VANTIX_EXPORT ApplicationLifeCycle {
 public:
     ApplicationLifeCycle(std::shared_ptr<NotificationCenter> notificationCenter, ApplicationState state);
 

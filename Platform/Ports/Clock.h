@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
+
 #include <chrono>
 
 namespace vantix {
@@ -12,7 +14,7 @@ constexpr Duration seconds(double value) {
 }
 
 /// Time that only moves forward. Usable from any thread.
-class Clock {
+class VANTIX_EXPORT Clock {
 public:
     virtual ~Clock() = default;
 

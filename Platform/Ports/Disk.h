@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
+
 #include <cstdint>
 #include <filesystem>
 #include <optional>
@@ -21,7 +23,7 @@ enum class DiskUse {
 /// The files of this system. What it makes may be read by this user alone. Usable from any thread; two writers of one
 /// file must not overlap. Every operation waits for the disk, so none belongs on the main thread, and throws
 /// std::system_error when the disk refuses, with the system's own code (ENOSPC, EROFS, …).
-class Disk {
+class VANTIX_EXPORT Disk {
 public:
     using Path = std::filesystem::path;
     using Time = std::filesystem::file_time_type;

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
+
 namespace vantix {
 
 /// Counts work under way, so that a thread can wait for its end. Usable from any thread.
-class DispatchGroup {
+class VANTIX_EXPORT DispatchGroup {
 public:
     virtual ~DispatchGroup() = default;
 

@@ -2,6 +2,7 @@
 
 #include "Platform/Ports/Clock.h"
 #include "Platform/Ports/DispatchWorkItem.h"
+#include "Platform/Values/Export.h"
 
 #include <functional>
 #include <memory>
@@ -12,7 +13,7 @@ namespace vantix {
 /// Takes work and runs it later, in the order in which it was handed over. Usable from any thread. Work never runs
 /// within the call that hands it over, and must not throw. After its dispatcher is gone, later work is refused
 /// silently.
-class DispatchQueue {
+class VANTIX_EXPORT DispatchQueue {
 public:
     virtual ~DispatchQueue() = default;
 

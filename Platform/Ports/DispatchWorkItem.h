@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
+
 #include <atomic>
 #include <functional>
 #include <utility>
@@ -13,7 +15,7 @@ enum class QualityOfService { userInitiated, utility };
 enum class WorkItemFlags { none, enforceQoS, inheritQoS };
 
 /// A block of work that can be cancelled until it begins. May be performed more than once. Usable from any thread.
-class DispatchWorkItem {
+class VANTIX_EXPORT DispatchWorkItem {
 public:
     DispatchWorkItem(QualityOfService qos, WorkItemFlags flags, std::function<void()> block)
         : qos_(qos), flags_(flags), block_(std::move(block)) {}

@@ -3,6 +3,7 @@
 #include "Platform/Ports/Clock.h"
 #include "Platform/Ports/DispatchGroup.h"
 #include "Platform/Ports/DispatchQueue.h"
+#include "Platform/Values/Export.h"
 
 #include <memory>
 #include <string>
@@ -11,7 +12,7 @@ namespace vantix {
 
 /// Makes queues and keeps time for them: real threads (ThreadedDispatcher) or one piece of work at a time in virtual
 /// time (VirtualDispatcher). Usable from any thread.
-class Dispatcher {
+class VANTIX_EXPORT Dispatcher {
 public:
     virtual ~Dispatcher() = default;
 

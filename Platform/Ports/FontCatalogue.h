@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
+
 #include <string_view>
 
 namespace vantix {
@@ -7,7 +9,7 @@ namespace vantix {
 /// The fonts installed on this machine.
 ///
 /// Read once when the host makes it; usable from any thread afterwards.
-class FontCatalogue {
+class VANTIX_EXPORT FontCatalogue {
 public:
     virtual ~FontCatalogue() = default;
 

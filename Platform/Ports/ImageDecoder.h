@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
 #include "Platform/Values/Image.h"
 #include "Platform/Values/Result.h"
 
@@ -16,7 +17,7 @@ struct PixelSize {
 };
 
 /// Decodes PNG, JPEG, GIF (its first frame) and WebP. Usable from any thread but the main one: decoding takes time.
-class ImageDecoder {
+class VANTIX_EXPORT ImageDecoder {
 public:
     virtual ~ImageDecoder() = default;
 

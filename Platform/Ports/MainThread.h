@@ -1,14 +1,16 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
+
 #include <functional>
 #include <string_view>
 
 namespace vantix {
 
 /// Runs the work at once on the main thread, otherwise hands it over to it.
-void runOnMainThread(std::function<void()> work);
+VANTIX_EXPORT void runOnMainThread(std::function<void()> work);
 
 /// Stops the process when the caller is not on the main thread; the message names the operation and where it ran.
-void assertMainThread(std::string_view operation);
+VANTIX_EXPORT void assertMainThread(std::string_view operation);
 
 }  // namespace vantix

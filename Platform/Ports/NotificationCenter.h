@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
+
 #include <any>
 #include <functional>
 #include <memory>
@@ -15,7 +17,7 @@ struct Notification {
 
 /// Carries notifications inside the process. Usable from any thread; observers run on the thread that posts, in the
 /// order in which they registered.
-class NotificationCenter {
+class VANTIX_EXPORT NotificationCenter {
 public:
     /// Dropping it ends the observation; a call that is under way on another thread may still come to its end.
     class Observation {

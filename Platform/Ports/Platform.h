@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
+
 #include <memory>
 
 namespace vantix {
@@ -13,7 +15,7 @@ class NotificationCenter;
 class TextMeasurer;
 
 /// The machine as this system sees it. A program installs one, once, at start, before it uses anything else.
-struct Platform {
+struct VANTIX_EXPORT Platform {
     std::shared_ptr<Dispatcher> dispatcher;
     std::shared_ptr<NotificationCenter> notificationCenter;
     std::shared_ptr<Application> application;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
+
 #include <string_view>
 
 namespace vantix {
@@ -7,7 +9,7 @@ namespace vantix {
 class DispatchQueue;
 
 /// For as long as it lives, the thread that made it runs work of one queue. Dispatchers make one around what they run.
-class RunningQueue {
+class VANTIX_EXPORT RunningQueue {
 public:
     /// `identity` tells queues apart; the label must outlive this object.
     RunningQueue(const void* identity, std::string_view label);
@@ -29,8 +31,8 @@ private:
 
 /// Stops the process when the caller does not run on the queue. The message names the operation, the queue that it
 /// belongs to and the one that it ran on.
-void assertOnQueue(const DispatchQueue& queue, std::string_view operation);
+VANTIX_EXPORT void assertOnQueue(const DispatchQueue& queue, std::string_view operation);
 /// Stops the process when the caller runs on the queue. The message names the operation and the queue.
-void assertNotOnQueue(const DispatchQueue& queue, std::string_view operation);
+VANTIX_EXPORT void assertNotOnQueue(const DispatchQueue& queue, std::string_view operation);
 
 }  // namespace vantix

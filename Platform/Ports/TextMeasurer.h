@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
 #include "Platform/Values/Font.h"
 #include "Platform/Values/Geometry.h"
 
@@ -30,7 +31,7 @@ struct TextLayout {
 };
 
 /// Breaks and measures text. Main thread only.
-class TextMeasurer {
+class VANTIX_EXPORT TextMeasurer {
 public:
     virtual ~TextMeasurer() = default;
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
+
 #include <optional>
 #include <string>
 #include <string_view>
@@ -7,7 +9,7 @@
 namespace vantix {
 
 /// A colour in sRGB; every component lies between 0 and 1.
-struct Color {
+struct VANTIX_EXPORT Color {
     double red = 0;
     double green = 0;
     double blue = 0;
@@ -31,6 +33,6 @@ struct Color {
 };
 
 /// The colour that a text names: "#RRGGBB", "#RGB" or "#AARRGGBB" in any letter case; absent for any other text.
-std::optional<Color> colorFromText(std::string_view text);
+VANTIX_EXPORT std::optional<Color> colorFromText(std::string_view text);
 
 }  // namespace vantix

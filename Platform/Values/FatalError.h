@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
+
 #include <functional>
 #include <string>
 #include <string_view>
@@ -8,9 +10,9 @@ namespace vantix {
 
 /// Hears of a fatal condition before the process stops, on the thread that met it, to write and flush its last words.
 /// Replaces the earlier handler; an empty one writes to standard error.
-void setFatalErrorHandler(std::function<void(std::string_view message)> handler);
+VANTIX_EXPORT void setFatalErrorHandler(std::function<void(std::string_view message)> handler);
 
 /// A programming error was met: tells the handler and aborts the process.
-[[noreturn]] void fatalError(std::string_view message);
+[[noreturn]] VANTIX_EXPORT void fatalError(std::string_view message);
 
 }  // namespace vantix

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
 #include "Platform/Values/Geometry.h"
 
 #include <cstdint>
@@ -34,9 +35,9 @@ struct Image {
 
 /// A picture made of pixels, each 0xAARRGGBB with premultiplied alpha, row by row from the top; it stands at one point
 /// a pixel. A null image when the pixels are not `width` times `height`, or when there are none.
-Image bitmapImage(int width, int height, std::vector<std::uint32_t> pixels);
+VANTIX_EXPORT Image bitmapImage(int width, int height, std::vector<std::uint32_t> pixels);
 
 /// The picture of an SVG drawing; its natural size is the drawing's width and height.
-Image vectorImage(const std::string& svg);
+VANTIX_EXPORT Image vectorImage(const std::string& svg);
 
 }  // namespace vantix

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
 #include "Platform/Values/Result.h"
 #include "Platform/Values/Value.h"
 
@@ -15,22 +16,22 @@ inline constexpr int maximumNesting = 512;
 /// Parses one JSON text (RFC 8259, UTF-8). Any value may stand at the top; an integer beyond 64 bits is read as a
 /// double; of a repeated key the last value counts. Fails on malformed text, a lone surrogate, a byte-order mark and
 /// deeper nesting than `maximumNesting`. Usable from any thread.
-Result<Value> parseJSON(std::string_view text);
+VANTIX_EXPORT Result<Value> parseJSON(std::string_view text);
 
 /// The compact JSON text of a value, in one line, keys in the dictionary's order. Numbers are written in their shortest
 /// exact form (a whole double keeps ".0"), a number that JSON cannot express and an opaque value as null, bytes that
 /// are no UTF-8 as the replacement character.
-std::string toJSON(const Value& value);
+VANTIX_EXPORT std::string toJSON(const Value& value);
 
 /// The text without the white space between its tokens, everything else as written. Only for valid JSON.
-std::string minifyJSON(std::string_view text);
+VANTIX_EXPORT std::string minifyJSON(std::string_view text);
 
 /// A key that an object's text writes more than once; absent when it writes none twice. Only for valid JSON.
-std::optional<std::string> repeatedKey(std::string_view object);
+VANTIX_EXPORT std::optional<std::string> repeatedKey(std::string_view object);
 
 /// The object that stands under the key of an object, as it is written, white space included. Of a repeated key the
 /// last value counts. Absent when the text is no object, or the key is missing or holds anything else. Only for valid
 /// JSON.
-std::optional<std::string> objectAsWritten(std::string_view object, std::string_view key);
+VANTIX_EXPORT std::optional<std::string> objectAsWritten(std::string_view object, std::string_view key);
 
 }  // namespace vantix

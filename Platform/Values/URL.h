@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
+
 #include <optional>
 #include <string>
 #include <string_view>
@@ -7,7 +9,7 @@
 namespace vantix {
 
 /// A URL or relative reference, valid after RFC 3986, kept as it was written.
-class URL {
+class VANTIX_EXPORT URL {
 public:
     /// Absent unless the text is a valid reference: not empty, no blanks, no bare non-ASCII.
     static std::optional<URL> parse(std::string_view text);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
+
 #include <any>
 #include <cstddef>
 #include <cstdint>
@@ -20,7 +22,7 @@ class Value;
 using List = std::vector<Value>;
 
 /// Keys and values in the order in which the keys were first set. Equality and hash ignore the order.
-class Dictionary {
+class VANTIX_EXPORT Dictionary {
 public:
     using Entry = std::pair<std::string, Value>;
 
@@ -54,7 +56,7 @@ private:
 };
 
 /// A value of unknown type: what JSON can say, or an opaque value of the host that only passes through.
-class Value {
+class VANTIX_EXPORT Value {
 public:
     Value() = default;
     Value(std::nullptr_t) {}
@@ -91,6 +93,6 @@ private:
 };
 
 /// Equal values hash alike, 1 and 1.0 included. Only for hashable values.
-std::size_t hashValue(const Value& value);
+VANTIX_EXPORT std::size_t hashValue(const Value& value);
 
 }  // namespace vantix

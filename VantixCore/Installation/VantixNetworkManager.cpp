@@ -15,4 +15,6 @@ std::shared_ptr<const VantixResponseGenerator> VantixNetworkManager::callAPI(
 
 void VantixNetworkManager::cancelAll() { Installation::current()->httpClient()->cancelAll(); }
 
+void VantixNetworkManager::setFault(NetworkFault fault) { Installation::current()->httpClient()->setFault(fault); }
+
 }  // namespace vantix

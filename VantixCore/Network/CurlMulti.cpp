@@ -4,6 +4,7 @@
 
 #include <curl/curl.h>
 
+#include <algorithm>
 #include <limits>
 
 namespace vantix {
@@ -43,7 +44,11 @@ std::vector<CurlMulti::Ended> CurlMulti::perform() {
     return ended;
 }
 
-void CurlMulti::wait() { curl_multi_poll(multi_.get(), nullptr, 0, std::numeric_limits<int>::max(), nullptr); }
+void CurlMulti::wait(Duration atMost) {
+    constexpr std::chrono::milliseconds longest(std::numeric_limits<int>::max());
+    auto time = std::min(std::chrono::ceil<std::chrono::milliseconds>(atMost), longest);
+    curl_multi_poll(multi_.get(), nullptr, 0, static_cast<int>(time.count()), nullptr);
+}
 
 void CurlMulti::wakeUp() { curl_multi_wakeup(multi_.get()); }
 

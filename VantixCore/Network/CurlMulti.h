@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Ports/Clock.h"
 #include "VantixCore/Network/CurlTransfer.h"
 
 #include <memory>
@@ -26,8 +27,8 @@ public:
     /// Does what can be done without waiting. The transfers that ended with it are removed.
     std::vector<Ended> perform();
 
-    /// Waits until there is something to do, or was when `wakeUp` was called.
-    void wait();
+    /// Waits until there is something to do, or `wakeUp` is called, but no longer than so.
+    void wait(Duration atMost);
     /// Ends the wait, or the next one. Any thread.
     void wakeUp();
 

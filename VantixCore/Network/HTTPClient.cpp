@@ -24,4 +24,6 @@ TransferHandle HTTPClient::refuse(VantixError error, HTTPCompletion completion) 
 
 void HTTPClient::cancelAll() const { transport_->cancelAll(); }
 
+void HTTPClient::setFault(NetworkFault fault) const { transport_->setFault(fault); }
+
 }  // namespace vantix

@@ -22,6 +22,8 @@ public:
 
     /// See HTTPTransport::cancelAll.
     void cancelAll() const;
+    /// See HTTPTransport::setFault.
+    void setFault(NetworkFault fault) const;
 
 private:
     std::shared_ptr<const VantixHost> host_;

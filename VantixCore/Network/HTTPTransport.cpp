@@ -14,6 +14,10 @@ namespace vantix {
 
 namespace {
 
+constexpr Duration slowness = seconds(3);
+
+VantixError networkIsOff() { return transferError(VantixError::Kind::connection, "the network is off"); }
+
 /// Takes the transfers that nobody waits for any more out of the list.
 template <typename Transfers>
 Transfers takeUnwanted(Transfers& transfers) {
@@ -48,11 +52,15 @@ std::optional<VantixError> HTTPTransport::objectionTo(const HTTPRequest& request
 TransferHandle HTTPTransport::send(HTTPRequest request, HTTPCompletion completion) {
     if (auto objection = objectionTo(request)) return refuse(*std::move(objection), std::move(completion));
 
+    NetworkFault fault = fault_;
+    if (fault == NetworkFault::off) return refuse(networkIsOff(), std::move(completion));
+
     auto claim = std::make_shared<CallClaim>();
+    auto start = std::chrono::steady_clock::now() + (fault == NetworkFault::slow ? slowness : Duration{});
     std::string origin = request.url.origin();
     {
         std::lock_guard lock(mutex_);
-        waiting_.push_back({std::move(request), std::move(completion), claim, std::move(origin)});
+        waiting_.push_back({std::move(request), std::move(completion), claim, std::move(origin), start});
         callDriver();
     }
     auto wakeUp = whileAlive(weak_from_this(), [](HTTPTransport& self) { self.multi_.wakeUp(); });
@@ -76,6 +84,11 @@ void HTTPTransport::cancelAll() {
     callDriver();
 }
 
+void HTTPTransport::setFault(NetworkFault fault) {
+    fault_ = fault;
+    if (fault == NetworkFault::off) cancelAll();
+}
+
 void HTTPTransport::callDriver() {
     if (isDriving_) return multi_.wakeUp();
     isDriving_ = true;
@@ -88,11 +101,12 @@ void HTTPTransport::drive() {
     while (true) {
         failCancelled();
         dropUnwanted();
-        startWaiting();
+        auto now = std::chrono::steady_clock::now();
+        startWaiting(now);
         if (rests()) return;
         auto ended = multi_.perform();
         for (const auto& each : ended) finish(each);
-        if (ended.empty()) multi_.wait();
+        if (ended.empty()) multi_.wait(timeToNextStart(now));
     }
 }
 
@@ -122,13 +136,14 @@ void HTTPTransport::dropUnwanted() {
     for (Transfer& transfer : ended) multi_.remove(*transfer.exchange);
 }
 
-void HTTPTransport::startWaiting() {
+void HTTPTransport::startWaiting(Time now) {
     assertOnQueue(*queue_, "HTTPTransport::startWaiting");
     {
         std::lock_guard lock(mutex_);
         for (auto next = waiting_.begin(); next != waiting_.end() && underWay_.size() < mostTransfers_;) {
             auto candidate = next++;
-            if (hasRoomFor(candidate->origin)) underWay_.splice(underWay_.end(), waiting_, candidate);
+            if (candidate->start <= now && hasRoomFor(candidate->origin))
+                underWay_.splice(underWay_.end(), waiting_, candidate);
         }
     }
     for (Transfer& transfer : underWay_) {
@@ -136,6 +151,16 @@ void HTTPTransport::startWaiting() {
         transfer.exchange = std::make_unique<CurlTransfer>(std::move(transfer.request));
         multi_.add(*transfer.exchange);
     }
+}
+
+/// Of those that are late; for others the end of a transfer makes room.
+Duration HTTPTransport::timeToNextStart(Time now) {
+    Duration time = Duration::max();
+    std::lock_guard lock(mutex_);
+    for (const Transfer& transfer : waiting_) {
+        if (transfer.start > now) time = std::min<Duration>(time, transfer.start - now);
+    }
+    return time;
 }
 
 bool HTTPTransport::hasRoomFor(const std::string& origin) const {

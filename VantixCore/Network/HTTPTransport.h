@@ -5,8 +5,11 @@
 #include "VantixCore/Network/CurlMulti.h"
 #include "VantixCore/Network/HTTPRequest.h"
 #include "VantixCore/Network/HTTPResponse.h"
+#include "VantixCore/NetworkFault.h"
 #include "VantixCore/TransferHandle.h"
 
+#include <atomic>
+#include <chrono>
 #include <cstddef>
 #include <list>
 #include <memory>
@@ -39,12 +42,19 @@ public:
     /// Every transfer that was handed over before fails soon (`connection`), so that nobody waits for it any more.
     void cancelAll();
 
+    /// From now on transfers meet this fault. Any thread.
+    void setFault(NetworkFault fault);
+
 private:
+    using Time = std::chrono::steady_clock::time_point;
+
     struct Transfer {
         HTTPRequest request;
         HTTPCompletion completion;
         std::shared_ptr<CallClaim> claim;
         std::string origin;
+        /// Not before.
+        Time start;
         /// From the start on.
         std::unique_ptr<CurlTransfer> exchange = {};
 
@@ -56,13 +66,15 @@ private:
     void drive();
     void failCancelled();
     void dropUnwanted();
-    void startWaiting();
+    void startWaiting(Time now);
+    Duration timeToNextStart(Time now);
     bool hasRoomFor(const std::string& origin) const;
     bool rests();
     void finish(const CurlMulti::Ended& ended);
 
     std::shared_ptr<DispatchQueue> queue_;
     std::size_t mostTransfers_;
+    std::atomic<NetworkFault> fault_ = NetworkFault::none;
     CurlMulti multi_;
 
     // On the network queue only.

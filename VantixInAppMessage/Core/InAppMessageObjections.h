@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
 #include "VantixInAppMessage/Core/InAppMessagePayload/VantixInAppMessagePayload.h"
 
 #include <optional>
@@ -20,13 +21,14 @@ enum class InAppMessageObjection {
 };
 
 /// Whether the objection holds against the message. Pure, as all here; any thread.
-bool applies(InAppMessageObjection objection, const VantixInAppMessagePayload& message);
+VANTIX_EXPORT bool applies(InAppMessageObjection objection, const VantixInAppMessagePayload& message);
 
 /// The first objection that holds, in words for whoever wrote the message: why a push with it is not stored or, once
 /// stored, never shown. Absent when it may be shown.
-std::optional<std::string> firstObjection(const VantixInAppMessagePayload& message);
+VANTIX_EXPORT std::optional<std::string> firstObjection(const VantixInAppMessagePayload& message);
 /// What keeps the message from this customer once the queues are rebuilt from the store. Absent for a message that
 /// names no customer: it was written for nobody in particular, and its sender fills the name in.
-std::optional<std::string> customerObjection(const VantixInAppMessagePayload& message, const std::string& customer);
+VANTIX_EXPORT std::optional<std::string> customerObjection(const VantixInAppMessagePayload& message,
+                                                           const std::string& customer);
 
 }  // namespace vantix

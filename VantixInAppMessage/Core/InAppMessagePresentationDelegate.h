@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
 #include "VantixInAppMessage/Core/InAppMessagePayload/InAppMessageTypes.h"
 
 #include <optional>
@@ -17,7 +18,7 @@ struct PresentedMessage {
 };
 
 /// What an application may say about messages on its screen, and what it learns of them. Main thread only; held weakly.
-class InAppMessagePresentationDelegate {
+class VANTIX_EXPORT InAppMessagePresentationDelegate {
 public:
     virtual ~InAppMessagePresentationDelegate() = default;
 

@@ -95,6 +95,8 @@ void InAppMessagingCore::dismissInAppMessage(const VantixInAppMessagePayload& me
                                                            message)] { displayManager->dismissInAppMessage(shared); });
 }
 
+void InAppMessagingCore::dismissPresentedInAppMessage() { displayManager_->dismissPresentedInAppMessage(); }
+
 void InAppMessagingCore::handleInAppMessageButtonAction(const VantixInAppMessagePayload& message) {
     runOnMainThread(
         [displayManager = displayManager_, shared = std::make_shared<const VantixInAppMessagePayload>(message)] {

@@ -2,6 +2,7 @@
 
 #include "Platform/Ports/Application.h"
 #include "Platform/Ports/NotificationCenter.h"
+#include "Platform/Values/Export.h"
 #include "VantixCore/VantixCore.h"
 #include "VantixCore/VantixEvents.h"
 #include "VantixInAppMessage/Core/InAppMessagePayload/VantixInAppMessagePayload.h"
@@ -23,9 +24,9 @@ class InAppMessageQueueManager;
 
 /// The module. A host makes one, keeps it, and from then on the module works by itself, driven by pushes, captured
 /// events and the application's life cycle. Nothing is read, fetched or drawn before one of them arrives.
-class InAppMessagingCore final : public VantixSilentPushNotificationProtocol,
-                                 public VantixNotificationsReceiverProtocol,
-                                 public std::enable_shared_from_this<InAppMessagingCore> {
+class VANTIX_EXPORT InAppMessagingCore final : public VantixSilentPushNotificationProtocol,
+                                               public VantixNotificationsReceiverProtocol,
+                                               public std::enable_shared_from_this<InAppMessagingCore> {
 public:
     using Completion = std::function<void(bool)>;
 
@@ -52,6 +53,8 @@ public:
     void userLoggedOut();
     /// Takes the message off the screen and reports that it was dismissed. Any thread.
     void dismissInAppMessage(const VantixInAppMessagePayload& message);
+    /// The same for whatever message is on the screen; without one nothing happens. Main thread.
+    void dismissPresentedInAppMessage();
     /// Acts as a button without call to action does: reports a click and takes the message off the screen. Any thread.
     void handleInAppMessageButtonAction(const VantixInAppMessagePayload& message);
     /// The configuration's, read each time.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
 #include "Platform/Values/Image.h"
 #include "VantixCore/VantixConfiguration.h"
 #include "VantixPushNotification/NotificationCore.h"
@@ -12,7 +13,7 @@ namespace vantix {
 
 /// Through this the module reads its configuration. The host implements it, or uses VantixInAppMessageConfiguration.
 /// Main thread only.
-class VantixInAppMessageConfigGenerator {
+class VANTIX_EXPORT VantixInAppMessageConfigGenerator {
 public:
     virtual ~VantixInAppMessageConfigGenerator() = default;
 
@@ -30,7 +31,7 @@ public:
 };
 
 /// Holds the four values as they are given; validates nothing.
-class VantixInAppMessageConfiguration final : public VantixInAppMessageConfigGenerator {
+class VANTIX_EXPORT VantixInAppMessageConfiguration final : public VantixInAppMessageConfigGenerator {
 public:
     explicit VantixInAppMessageConfiguration(std::shared_ptr<ConfigurationGenerator> vantixConfig,
                                              std::shared_ptr<NotificationCore> notificationCore = {},

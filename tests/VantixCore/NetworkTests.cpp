@@ -330,6 +330,26 @@ TEST_F(ThreadedTransferTest, RequestsFromManyThreadsAllEndUnlessTheyAreDropped) 
     EXPECT_EQ(alive_.requests().size(), 100U);
 }
 
+TEST_F(ThreadedTransferTest, MeetABadNetworkWhileItIsBad) {
+    Answers under(1), off(1), slow(1), later(1);
+    dead_.hold();
+    send(dead_.url(), under.next()).detach();
+    ASSERT_TRUE(dead_.waitForRequests(1));
+    VantixNetworkManager::setFault(NetworkFault::off);
+    send(alive_.url(), off.next()).detach();
+    off.toCome.wait();
+    under.toCome.wait();
+    EXPECT_EQ(under.failed + off.failed, 2);
+    VantixNetworkManager::setFault(NetworkFault::slow);
+    send(alive_.url("/slow"), slow.next()).detach();
+    VantixNetworkManager::setFault(NetworkFault::none);
+    send(alive_.url("/later"), later.next()).detach();
+    slow.toCome.wait();
+    auto requests = alive_.requests();
+    ASSERT_EQ(requests.size(), 2U);
+    EXPECT_EQ(requests.front().path, "/later");
+}
+
 TEST_F(ThreadedTransferTest, CancellingFailsWhatIsUnderWayAndWhatWaits) {
     dead_.hold();
     Answers cancelled(10), later(1);

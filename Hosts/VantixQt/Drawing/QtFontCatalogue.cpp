@@ -1,5 +1,7 @@
 #include "VantixQt/Drawing/QtFontCatalogue.h"
 
+#include "VantixQt/Drawing/RequiredApplication.h"
+
 #include <fontconfig/fontconfig.h>
 
 #include <optional>
@@ -47,6 +49,8 @@ void forEachName(const FcPattern* pattern, const char* kind, Visit visit) {
 }
 
 }  // namespace
+
+QtFontCatalogue::QtFontCatalogue() { requireApplication("QtFontCatalogue"); }
 
 bool FontFace::has(char32_t character) const { return characters && FcCharSetHasChar(characters, character); }
 

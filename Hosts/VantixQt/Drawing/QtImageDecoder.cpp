@@ -3,7 +3,7 @@
 #include "Platform/Values/WordTable.h"
 #include "VantixQt/Drawing/EncodedImage.h"
 #include "VantixQt/Drawing/PNGScanLines.h"
-#include "VantixQt/Drawing/QtEnvironment.h"
+#include "VantixQt/Drawing/RequiredApplication.h"
 
 #include <QBuffer>
 #include <QColorSpace>
@@ -126,7 +126,7 @@ std::shared_ptr<const Bitmap> toBitmap(const QImage& image) {
 }  // namespace
 
 QtImageDecoder::QtImageDecoder() {
-    QtEnvironment::silenceWarnings();
+    requireApplication("QtImageDecoder");
     QImageReader::setAllocationLimit(mostMegabytes);
 }
 

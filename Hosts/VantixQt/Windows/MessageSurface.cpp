@@ -70,17 +70,25 @@ MessageSurface::MessageSurface(const WindowDescription& description, std::shared
       alpha_(description.alpha),
       blocksApplication_(description.blocksApplication),
       entrance_(description.entrance) {
-    content_->setOnNeedsDisplay([this] { emit evaluationNeeded(); });
+    content_->setOnNeedsDisplay([this] {
+        isSettled_ = false;
+        emit evaluationNeeded();
+    });
     interaction_.setOnNeedsDisplay([this] { emit updateNeeded(); });
     interaction_.setOnFocusChanged([this] { emit focusChanged(); });
     connect(&animation_, &QVariantAnimation::valueChanged, this, [this](const QVariant& value) {
         presence_ = value.toDouble();
         emit updateNeeded();
     });
-    connect(&animation_, &QVariantAnimation::finished, this, [this] {
-        layer_ = {};
-        if (auto finished = std::exchange(finished_, {})) finished();
-    });
+    // On a later turn: what is called back may delete the surface, and the animation with it.
+    connect(
+        &animation_, &QVariantAnimation::finished, this,
+        [this] {
+            layer_ = {};
+            if (presence_ > 0) return;
+            if (auto finished = std::exchange(finished_, {})) finished();
+        },
+        Qt::QueuedConnection);
 }
 
 MessageSurface::~MessageSurface() { content_->setOnNeedsDisplay({}); }
@@ -93,7 +101,9 @@ void MessageSurface::setTraits(const SceneTraits& traits) {
 
 void MessageSurface::evaluate() {
     if (isGoing_) return;
+    isSettled_ = true;
     content_->evaluate(measurer_);
+    if (!isSettled_) return;
     layer_ = {};
     emit settled();
     emit updateNeeded();
@@ -156,6 +166,7 @@ QRegion MessageSurface::touchRegion() const {
 void MessageSurface::appear() {
     presence_ = traits_.reducesMotion ? 1 : 0;
     if (presence_ < 1) animateTo(1, appearMilliseconds);
+    emit appeared();
 }
 
 void MessageSurface::disappear(std::function<void()> finished) {
@@ -171,7 +182,8 @@ void MessageSurface::animateTo(double presence, int milliseconds) {
     animation_.setEndValue(presence);
     animation_.setDuration(milliseconds);
     animation_.setEasingCurve(QEasingCurve::OutCubic);
-    QMetaObject::invokeMethod(this, [this] { animation_.start(); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this, [this] { animation_.start(); }, Qt::QueuedConnection);
 }
 
 // Input
@@ -192,12 +204,26 @@ bool MessageSurface::keyDown(const QKeyEvent& event) {
 }
 
 bool MessageSurface::scroll(double points) {
-    if (isGoing_ || content_->scrollArea().range <= 0) return false;
+    if (!scrolls()) return false;
     content_->scroll(points);
+    scrolled();
+    return true;
+}
+
+bool MessageSurface::scrollTo(double offset) {
+    if (!scrolls()) return false;
+    content_->scrollTo(offset);
+    scrolled();
+    return true;
+}
+
+bool MessageSurface::scrolls() const { return !isGoing_ && content_->scrollArea().range > 0; }
+
+void MessageSurface::scrolled() {
+    interaction_.pointerCancelled();
     layer_ = {};
     emit settled();
     emit updateNeeded();
-    return true;
 }
 
 }  // namespace vantix::qt

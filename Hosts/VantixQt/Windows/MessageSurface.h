@@ -2,6 +2,7 @@
 
 #include "DeclarativeUI/Interaction/Interaction.h"
 #include "Platform/Ports/Application.h"
+#include "Platform/Values/Export.h"
 
 #include <QImage>
 #include <QObject>
@@ -24,7 +25,7 @@ namespace vantix::qt {
 
 /// A message on its way to the screen, for whatever the toolkit shows it on: brings the content up to date, paints it,
 /// moves it in and out, and turns the toolkit's input into what the message understands. GUI thread only.
-class MessageSurface final : public QObject {
+class VANTIX_EXPORT MessageSurface final : public QObject {
     Q_OBJECT
 
 public:
@@ -40,7 +41,8 @@ public:
     void setTraits(const SceneTraits& traits);
     const SceneTraits& traits() const { return traits_; }
 
-    /// Brings the content up to date and settles it; on a turn of its own, never while a body is being evaluated.
+    /// Brings the content up to date; on a turn of its own, never while a body is being evaluated. A layout that wants
+    /// another one asks for it and is not settled yet.
     void evaluate();
 
     /// Paints the message as it stands between coming and going, in points.
@@ -49,9 +51,10 @@ public:
     /// Where the message takes touches; everything else is the application's. Empty while it goes.
     QRegion touchRegion() const;
 
-    /// Moves the message in; at once when the person wants no movement.
+    /// Moves the message in; at once when the person wants no movement. To be called once, when the surface can be
+    /// seen.
     void appear();
-    /// Takes no more input, moves the message out, then calls back on a later turn; at once without movement.
+    /// Takes no more input, moves the message out, then calls back on a later turn; on the next one without movement.
     void disappear(std::function<void()> finished);
 
     void pointerDown(QPointF point);
@@ -60,8 +63,11 @@ public:
     void pointerCancelled();
     /// False when the message has no use for the key.
     bool keyDown(const QKeyEvent& event);
-    /// By points; positive values show what lies further down. False when nothing scrolls.
+    /// By points; positive values show what lies further down. Nothing comes of a press any more. False when nothing
+    /// scrolls.
     bool scroll(double points);
+    /// The same, to an offset.
+    bool scrollTo(double offset);
 
 signals:
     /// What is painted changed.
@@ -70,10 +76,14 @@ signals:
     void evaluationNeeded();
     /// The layout changed: touch region, scroll range, elements.
     void settled();
+    /// The message can be seen, or begins to.
+    void appeared();
     void focusChanged();
 
 private:
     void paintContent(QPainter& painter);
+    bool scrolls() const;
+    void scrolled();
     QPointF entranceOffset() const;
     void animateTo(double presence, int milliseconds);
 
@@ -90,6 +100,7 @@ private:
     /// From 0, gone, to 1, there.
     double presence_ = 1;
     bool isGoing_ = false;
+    bool isSettled_ = false;
     QVariantAnimation animation_;
     /// The content as one layer, while it moves.
     QImage layer_;

@@ -35,8 +35,8 @@ Surroundings::Surroundings(QObject* parent) : QObject(parent) { QGuiApplication:
 SceneTraits Surroundings::traits() const {
     SceneTraits traits;
     traits.textScale = textScale_ > 0 ? textScale_ : platformTextScale();
-    traits.layoutDirection = QGuiApplication::isRightToLeft() ? LayoutDirection::rightToLeft
-                                                              : LayoutDirection::leftToRight;
+    traits.layoutDirection =
+        QGuiApplication::isRightToLeft() ? LayoutDirection::rightToLeft : LayoutDirection::leftToRight;
     traits.colorScheme = isDark(QGuiApplication::palette()) ? ColorScheme::dark : ColorScheme::light;
     traits.reducesMotion = reducesMotion_;
     traits.locale = QLocale().bcp47Name().toStdString();

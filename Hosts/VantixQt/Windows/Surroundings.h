@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Ports/Application.h"
+#include "Platform/Values/Export.h"
 
 #include <QObject>
 
@@ -8,7 +9,7 @@ namespace vantix::qt {
 
 /// What the platform says about the person in front of it, for every scene alike: text size, direction, colours,
 /// motion, language. GUI thread only.
-class Surroundings final : public QObject {
+class VANTIX_EXPORT Surroundings final : public QObject {
     Q_OBJECT
 
 public:

@@ -3,6 +3,9 @@
 #include "Platform/Ports/Dispatcher.h"
 #include "Platform/Values/WhileAlive.h"
 #include "VantixQt/Windows/Surroundings.h"
+#include "VantixQt/Windows/TranslatedWords.h"
+
+#include <QLocale>
 
 #include <utility>
 
@@ -39,14 +42,20 @@ SceneTraits WindowScene::traits() const {
     SceneTraits traits = services_.surroundings->traits();
     traits.size = {size().width(), size().height()};
     traits.scale = devicePixelRatio();
+    traits.safeArea = safeArea_;
     return traits;
+}
+
+void WindowScene::setSafeArea(const EdgeInsets& safeArea) {
+    safeArea_ = safeArea;
+    geometryChanged();
 }
 
 std::unique_ptr<Window> WindowScene::makeWindow(WindowDescription description) {
     auto content = std::dynamic_pointer_cast<HostedView>(description.rootContent);
     if (!content) return nullptr;
-    auto surface =
-        std::make_unique<MessageSurface>(description, content, *services_.measurer, *services_.painter);
+    auto surface = std::make_unique<MessageSurface>(description, content, *services_.measurer, *services_.painter);
+    content->setSpokenWords(translatedSpokenWords(QLocale()));
     surface->setTraits(traits());
     surface_ = surface.get();
     connect(surface_, &MessageSurface::evaluationNeeded, this, &WindowScene::evaluateOnNextTurn);
@@ -75,11 +84,16 @@ void WindowScene::remove(const HostedView& content) {
     (*leaving)->leave([this, leaving] { leaving_.erase(leaving); });
 }
 
-void WindowScene::end() {
+void WindowScene::endMessage() {
     leaving_.clear();
     overlay_ = nullptr;
-    emit ended();
     if (auto onEnded = std::exchange(onEnded_, {})) onEnded();
+}
+
+void WindowScene::end() {
+    auto alive = shared_from_this();
+    emit ended();
+    endMessage();
 }
 
 }  // namespace vantix::qt

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Ports/Application.h"
+#include "Platform/Values/Export.h"
 #include "VantixQt/Windows/MessageSurface.h"
 
 #include <QObject>
@@ -30,7 +31,7 @@ struct SceneServices {
 };
 
 /// Holds a surface above everything in a window: a child widget, an item. Destroying it takes it away at once.
-class MessageOverlay {
+class VANTIX_EXPORT MessageOverlay {
 public:
     virtual ~MessageOverlay() = default;
 
@@ -41,7 +42,7 @@ public:
 
 /// A window of the application, as a scene. The toolkits add what a window is to them. At most one message at a time.
 /// GUI thread only.
-class WindowScene : public QObject, public Scene, public std::enable_shared_from_this<WindowScene> {
+class VANTIX_EXPORT WindowScene : public QObject, public Scene, public std::enable_shared_from_this<WindowScene> {
     Q_OBJECT
 
 public:
@@ -52,6 +53,8 @@ public:
     SceneActivationState activationState() const override;
     bool isWindowScene() const override { return true; }
     SceneTraits traits() const override;
+    /// What the device itself covers at the edges of the window: a camera, rounded corners. None at first.
+    void setSafeArea(const EdgeInsets& safeArea);
     std::unique_ptr<Window> makeWindow(WindowDescription description) override;
 
     /// Whether a message may be put up now: the window can be seen and nothing of the application stands before it.
@@ -61,8 +64,10 @@ public:
     void end();
 
 signals:
-    /// The window came to the front, or what stood before it went away.
+    /// The window came to the front.
     void activated();
+    /// The window may be ready now: it can be seen, or what stood before it went away.
+    void available();
     /// The window is gone.
     void ended();
 
@@ -76,6 +81,8 @@ protected:
 
     /// To be called when size or scale changed.
     void geometryChanged();
+    /// To be called when the window is hidden until further notice: a message on it ends, the scene does not.
+    void endMessage();
 
 private:
     class SceneWindow;
@@ -85,6 +92,7 @@ private:
     void remove(const HostedView& content);
 
     SceneServices services_;
+    EdgeInsets safeArea_;
     std::unique_ptr<MessageOverlay> overlay_;
     /// On their way out.
     std::list<std::unique_ptr<MessageOverlay>> leaving_;

@@ -4,6 +4,7 @@
 #include "Tools/vantix-inapp/Input/BadInput.h"
 #include "Tools/vantix-inapp/Play/PlayCommand.h"
 #include "Tools/vantix-inapp/Render/RenderCommand.h"
+#include "Tools/vantix-inapp/Simulate/SimulateCommand.h"
 
 #include <CLI/CLI.hpp>
 #include <csignal>
@@ -76,6 +77,22 @@ void addRender(CLI::App& program, Command& chosen) {
     });
 }
 
+void addSimulate(CLI::App& program, Command& chosen) {
+    auto* command = program.add_subcommand(
+        "simulate", "A phone in a window: a small shop, messages above it, and what happens beside it");
+    auto arguments = std::make_shared<SimulateArguments>();
+    command
+        ->add_option("CAMPAIGN", arguments->campaigns,
+                     "Files of campaigns, to be sent by a click, and again when they change")
+        ->type_name("");
+    command->callback([arguments, &chosen] {
+        chosen = [arguments] {
+            simulate(*arguments);
+            return done;
+        };
+    });
+}
+
 void addBackend(CLI::App& program, Command& chosen) {
     auto* command = program.add_subcommand(
         "backend", "Answers the events API on loopback, takes reported events and prints them, one JSON object a line");
@@ -121,6 +138,7 @@ int runCommandLine(int count, const char* const* words) {
     Command command;
     addPlay(program, command);
     addRender(program, command);
+    addSimulate(program, command);
     addBackend(program, command);
     try {
         program.parse(count, words);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
 #include "Platform/Values/Value.h"
 #include "VantixCore/VantixEvents.h"
 #include "VantixInAppMessage/Core/InAppMessagePayload/InAppMessageTypes.h"
@@ -11,7 +12,7 @@
 namespace vantix {
 
 /// One call to action.
-struct InAppCTA {
+struct VANTIX_EXPORT InAppCTA {
     std::optional<std::string> actionText;
     std::string action;
     std::string type;
@@ -28,7 +29,7 @@ struct InAppCTA {
 };
 
 /// The options of a feedback message.
-struct InAppFeedback {
+struct VANTIX_EXPORT InAppFeedback {
     InAppFeedbackSelectionType selectionType = InAppFeedbackSelectionType::singleSelection;
     std::vector<std::string> options;
 
@@ -39,7 +40,7 @@ struct InAppFeedback {
 };
 
 /// What a message shows.
-struct InAppBody {
+struct VANTIX_EXPORT InAppBody {
     /// The JSON text that this body was parsed from; the store keeps it.
     std::string textRepresentation;
     VantixInAppNotificationType type = VantixInAppNotificationType::badge;

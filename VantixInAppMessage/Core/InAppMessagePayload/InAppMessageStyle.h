@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Values/Color.h"
+#include "Platform/Values/Export.h"
 #include "Platform/Values/Font.h"
 #include "Platform/Values/Value.h"
 
@@ -13,7 +14,7 @@ namespace vantix {
 enum class TextFontStyle { regular, bold, italic };
 
 /// The style of one text element.
-struct InAppMessageComponentStyle {
+struct VANTIX_EXPORT InAppMessageComponentStyle {
     std::optional<Color> textColor;
     /// Points.
     double textSize = 16;
@@ -37,7 +38,7 @@ struct InAppMessageComponentStyle {
 };
 
 /// The colours of a filled and of an empty rating star.
-struct InAppRatingStyle {
+struct VANTIX_EXPORT InAppRatingStyle {
     std::optional<Color> selectedColor;
     std::optional<Color> unselectedColor;
 
@@ -50,7 +51,7 @@ struct InAppRatingStyle {
 };
 
 /// The style of a whole message.
-struct InAppMessageStyle {
+struct VANTIX_EXPORT InAppMessageStyle {
     InAppMessageComponentStyle title;
     InAppMessageComponentStyle message;
     /// One for each call to action, in their order.

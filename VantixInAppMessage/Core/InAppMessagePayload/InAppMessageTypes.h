@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
+
 #include <array>
 #include <optional>
 #include <string_view>
@@ -22,13 +24,13 @@ enum class VantixInAppNotificationTriggerType { instant, appLaunch };
 enum class InAppFeedbackSelectionType { singleSelection, multiSelection };
 
 /// The wire word of a case.
-std::string_view rawValue(VantixInAppNotificationType type);
-std::string_view rawValue(VantixInAppNotificationTriggerType type);
-std::string_view rawValue(InAppFeedbackSelectionType type);
+VANTIX_EXPORT std::string_view rawValue(VantixInAppNotificationType type);
+VANTIX_EXPORT std::string_view rawValue(VantixInAppNotificationTriggerType type);
+VANTIX_EXPORT std::string_view rawValue(InAppFeedbackSelectionType type);
 
 /// The case of a wire word; absent for any other text. Letter case counts.
-std::optional<VantixInAppNotificationType> inAppNotificationType(std::string_view rawValue);
-std::optional<VantixInAppNotificationTriggerType> inAppNotificationTriggerType(std::string_view rawValue);
-std::optional<InAppFeedbackSelectionType> inAppFeedbackSelectionType(std::string_view rawValue);
+VANTIX_EXPORT std::optional<VantixInAppNotificationType> inAppNotificationType(std::string_view rawValue);
+VANTIX_EXPORT std::optional<VantixInAppNotificationTriggerType> inAppNotificationTriggerType(std::string_view rawValue);
+VANTIX_EXPORT std::optional<InAppFeedbackSelectionType> inAppFeedbackSelectionType(std::string_view rawValue);
 
 }  // namespace vantix

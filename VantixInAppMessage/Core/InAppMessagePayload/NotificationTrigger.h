@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
 #include "Platform/Values/Value.h"
 #include "VantixInAppMessage/Core/InAppMessagePayload/InAppMessageTypes.h"
 
@@ -9,7 +10,7 @@
 namespace vantix {
 
 /// The event that makes a message eligible.
-struct NotificationTrigger {
+struct VANTIX_EXPORT NotificationTrigger {
     /// The JSON text that this trigger was parsed from; the store keeps it.
     std::string textRepresentation;
     std::string eventName;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Ports/Clock.h"
+#include "Platform/Values/Export.h"
 #include "Platform/Values/URL.h"
 #include "Platform/Values/Value.h"
 #include "VantixCore/VantixEvents.h"
@@ -17,7 +18,7 @@ namespace vantix {
 struct InAppMessage;
 
 /// One in-app message: routing data, trigger, body and style. A plain value.
-struct VantixInAppMessagePayload {
+struct VANTIX_EXPORT VantixInAppMessagePayload {
     /// The customer it is for; one that is not the current customer's is not read back from the store.
     std::string cuid;
     /// The message's identity inside the module.

@@ -1,0 +1,32 @@
+# `cmake --build … --target reference` writes the reference of the public headers, as HTML, into the build folder.
+
+find_package(Doxygen QUIET)
+if(NOT DOXYGEN_FOUND)
+  return()
+endif()
+
+set(reference_headers "")
+get_property(components GLOBAL PROPERTY VANTIX_COMPONENTS)
+foreach(component IN LISTS components)
+  get_property(headers GLOBAL PROPERTY VANTIX_PUBLIC_HEADERS_${component})
+  list(APPEND reference_headers ${headers})
+endforeach()
+
+set(DOXYGEN_PROJECT_NAME "Vantix in-app messages")
+set(DOXYGEN_PROJECT_NUMBER "${PROJECT_VERSION}")
+set(DOXYGEN_STRIP_FROM_PATH "${PROJECT_SOURCE_DIR}/Hosts" "${PROJECT_SOURCE_DIR}")
+set(DOXYGEN_STRIP_FROM_INC_PATH "${DOXYGEN_STRIP_FROM_PATH}")
+set(DOXYGEN_JAVADOC_AUTOBRIEF YES)
+set(DOXYGEN_BUILTIN_STL_SUPPORT YES)
+# A name that says all has no comment, and is in the reference nevertheless.
+set(DOXYGEN_EXTRACT_ALL YES)
+set(DOXYGEN_HIDE_UNDOC_RELATIONS YES)
+set(DOXYGEN_MACRO_EXPANSION YES)
+set(DOXYGEN_EXPAND_ONLY_PREDEF YES)
+set(DOXYGEN_PREDEFINED VANTIX_EXPORT= Q_OBJECT= signals=public)
+set(DOXYGEN_GENERATE_LATEX NO)
+set(DOXYGEN_HAVE_DOT NO)
+set(DOXYGEN_QUIET YES)
+set(DOXYGEN_WARN_AS_ERROR FAIL_ON_WARNINGS)
+set(DOXYGEN_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/reference")
+doxygen_add_docs(reference ${reference_headers} COMMENT "Writing the reference")

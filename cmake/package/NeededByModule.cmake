@@ -1,0 +1,6 @@
+vantix_find(PRIVATE simdjson)
+vantix_find(PRIVATE spdlog)
+vantix_find(PRIVATE SQLite3)
+vantix_find(PRIVATE CURL)
+vantix_find(PRIVATE Threads)
+vantix_find_module(PRIVATE libutf8proc liburiparser uuid)

@@ -1,0 +1,5 @@
+vantix_find(PUBLIC Qt6 6.4 COMPONENTS Gui)
+vantix_find(PRIVATE Qt6 6.4 COMPONENTS Svg)
+vantix_find(PRIVATE PNG)
+vantix_find(PRIVATE ZLIB)
+vantix_find_module(PRIVATE fontconfig)

@@ -1,0 +1,1 @@
+vantix_find(PUBLIC Qt6 6.4 COMPONENTS Quick)
