@@ -111,8 +111,7 @@ class VANTIX_EXPORT Application {
 public:
     virtual ~Application() = default;
 
-    /// The one that was active last comes first; none while there is no window. A scene that was handed out lives on
-    /// for whoever holds it, and then makes no more windows.
+    /// The one that was active last comes first; none while there is no window. Asked anew for each message.
     virtual std::vector<std::shared_ptr<Scene>> connectedScenes() const = 0;
     /// The application's icon in a size of the host's choice; a null image when it has none. Asked while a message is
     /// laid out, so it must be there at once.
