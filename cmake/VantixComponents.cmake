@@ -12,7 +12,7 @@ endmacro()
 macro(vantix_find_module visibility)
   find_package(PkgConfig REQUIRED)
   foreach(module ${ARGN})
-    pkg_check_modules(vantix_${module} REQUIRED QUIET IMPORTED_TARGET GLOBAL ${module})
+    pkg_check_modules(vantix_${module} REQUIRED QUIET IMPORTED_TARGET ${module})
   endforeach()
 endmacro()
 

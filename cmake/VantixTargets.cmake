@@ -10,9 +10,6 @@ set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 
 if(PROJECT_IS_TOP_LEVEL)
   set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
-else()
-  # Archives hand their dependencies on to targets of the project around this one.
-  set(CMAKE_FIND_PACKAGE_TARGETS_GLOBAL ON)
 endif()
 
 if(VANTIX_CCACHE)

@@ -58,6 +58,7 @@ public:
     }
 
     HostedView& view() { return *view_; }
+    const std::shared_ptr<HostedView>& sharedView() const { return view_; }
     AccessibleElement element(Role role, int index = 0) const;
     /// What a tap meets: "button 0", or "nothing", and "something" for what is no element.
     std::string met(Point point) const;
