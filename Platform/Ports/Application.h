@@ -14,8 +14,10 @@
 
 namespace vantix {
 
+/// Where the application stands: in front with the person's attention, visible without it, out of sight.
 enum class ApplicationState { active = 0, inactive = 1, background = 2 };
 
+/// Messages go to a scene that is `foregroundActive`; every other state means "not here, not now".
 enum class SceneActivationState { foregroundActive, foregroundInactive, background, unattached };
 
 /// Stacking order: a window of a higher level covers those of a lower one.
@@ -30,13 +32,18 @@ public:
 /// From where a window comes in, and where it goes: over its edge of the screen, or in its place.
 enum class WindowEntrance { inPlace, top, bottom };
 
-/// How a new window looks and behaves. An absent background leaves the window transparent.
+/// How a new window looks and behaves.
 struct WindowDescription {
+    /// In points of the scene; a host whose windows cover their scenes need not look at it.
     Rect frame;
+    /// Behind the content, over the whole window. Absent: transparent.
     std::optional<Color> backgroundColor;
     WindowLevel level = WindowLevel::normal;
+    /// Never null. The window owns it until it goes.
     std::shared_ptr<WindowContent> rootContent;
+    /// Of background and content together, from 0, invisible, to 1.
     double alpha = 1;
+    /// The window is not to be seen and takes no input.
     bool isHidden = false;
     /// Whether the application below is out of reach of touches, keys and focus while the window is up. Otherwise only
     /// what the content claims belongs to the window.
@@ -48,12 +55,14 @@ struct WindowDescription {
     std::function<void()> onEnded = {};
 };
 
-/// A window on screen; dropping the handle removes it. Main thread only. The window owns its content.
+/// A window on screen, made by a scene and owned by whoever asked for it; dropping the handle removes it. Main thread
+/// only.
 class VANTIX_EXPORT Window {
 public:
     virtual ~Window() = default;
 
-    /// Takes the window off the screen; further calls do nothing.
+    /// Takes the window off the screen and gives input and focus back at once; a way out that is only looked at may
+    /// follow. Further calls do nothing.
     virtual void removeFromSuperview() = 0;
 };
 
@@ -87,11 +96,14 @@ public:
     virtual ~Scene() = default;
 
     virtual SceneActivationState activationState() const = 0;
+    /// Whether windows can be put up in it at all.
     virtual bool isWindowScene() const = 0;
+    /// As they are now. The scene tells the contents of its windows when they change.
     virtual SceneTraits traits() const = 0;
 
-    /// Puts a window up in this scene. It never becomes the key window. The scene tells the content its traits, asks
-    /// for its first evaluation on the main queue's next turn, and redraws it whenever it asks.
+    /// Puts a window up in this scene; null when there can be none now, after which it is asked again. The window never
+    /// becomes the key window of the application. The scene tells the content its traits, asks for its first evaluation
+    /// on the main queue's next turn, and redraws it whenever it asks. It must not evaluate within this call.
     virtual std::unique_ptr<Window> makeWindow(WindowDescription description) = 0;
 };
 
@@ -100,8 +112,10 @@ class VANTIX_EXPORT Application {
 public:
     virtual ~Application() = default;
 
+    /// The one that was active last comes first; none while there is no window. Asked anew for each message.
     virtual std::vector<std::shared_ptr<Scene>> connectedScenes() const = 0;
-    /// The application's icon; a null image when it has none.
+    /// The application's icon in a size of the host's choice; a null image when it has none. Asked while a message is
+    /// laid out, so it must be there at once.
     virtual Image icon() const = 0;
 };
 

@@ -11,7 +11,8 @@
 namespace vantix {
 
 /// Makes queues and keeps time for them: real threads (ThreadedDispatcher) or one piece of work at a time in virtual
-/// time (VirtualDispatcher). Usable from any thread.
+/// time (VirtualDispatcher). Usable from any thread. Queues and clock that are handed out by reference live as long as
+/// the dispatcher.
 class VANTIX_EXPORT Dispatcher {
 public:
     virtual ~Dispatcher() = default;

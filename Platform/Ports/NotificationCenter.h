@@ -16,7 +16,7 @@ struct Notification {
 };
 
 /// Carries notifications inside the process. Usable from any thread; observers run on the thread that posts, in the
-/// order in which they registered.
+/// order in which they registered. An observer may add and end observations, its own too.
 class VANTIX_EXPORT NotificationCenter {
 public:
     /// Dropping it ends the observation; a call that is under way on another thread may still come to its end.

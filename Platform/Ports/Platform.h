@@ -14,7 +14,8 @@ class ImageDecoder;
 class NotificationCenter;
 class TextMeasurer;
 
-/// The machine as this system sees it. A program installs one, once, at start, before it uses anything else.
+/// The machine as this system sees it. Null is only what a program never uses; the ports belong to the platform and to
+/// whoever asked for them. A program installs one, once, at start, before it uses anything else.
 struct VANTIX_EXPORT Platform {
     std::shared_ptr<Dispatcher> dispatcher;
     std::shared_ptr<NotificationCenter> notificationCenter;

@@ -30,7 +30,8 @@ struct TextLayout {
     bool rightToLeft = false;
 };
 
-/// Breaks and measures text. Main thread only.
+/// Breaks and measures text, with the fonts that the host paints with. Main thread only. Equal questions have equal
+/// answers, which layouts remember.
 class VANTIX_EXPORT TextMeasurer {
 public:
     virtual ~TextMeasurer() = default;

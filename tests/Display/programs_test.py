@@ -43,13 +43,6 @@ def size(box):
     return box[2] - box[0] + 1, box[3] - box[1] + 1
 
 
-def replace(file, text):
-    """As editors do: another file under the same name."""
-    draft = file.with_suffix(".draft")
-    draft.write_text(text)
-    os.replace(draft, file)
-
-
 def try_simulator(program):
     campaigns = [campaign("first"), campaign("second", "HEADER", "product_viewed", category="boots")]
     with desktop(1400, 1000) as screen, Simulator([program, "simulate"], campaigns) as app:
@@ -60,7 +53,14 @@ def try_simulator(program):
         eventually(lambda: screen.box(BACKDROP) and screen.box(BACKDROP)[3] - screen.box(BACKDROP)[1] == 389, "it turned")
         press(app, "turned")
 
-        replace(app.campaigns[0], json.dumps(campaign("first")).replace(CARD, OTHER_CARD))
+        customer = accessible.find(app, "Customer", "text")
+        click(customer.center)
+        app.settle()
+        assert "focused" in customer.states, "the message took the focus of what it does not cover"
+
+        app.campaigns[0].unlink()
+        app.settle()
+        app.campaigns[0].write_text(json.dumps(campaign("first")).replace(CARD, OTHER_CARD))
         app.says('{"gone":"first"}')
         eventually(lambda: screen.box(OTHER_CARD), "the edited campaign, after the pause")
         press(app, "Close")
