@@ -106,7 +106,7 @@ TEST(Elements, ActByTheirIdentity) {
 
 TEST(Elements, SpeakTheReadersLanguageWhereTheTextsHaveNoneInTheWordsOfTheHost) {
     SceneTraits traits = window(100, 100);
-    traits.language = "fr";
+    traits.locale = "fr-CA";
     Stage stage(traits, words("x").element(Role::close));
     EXPECT_EQ(stage.element(Role::close).spokenText, "Fermer, bouton");
     SpokenWordTable words = knownSpokenWords();
