@@ -40,6 +40,7 @@ ROOMS = {
                                "Platform/Values"],
     "Hosts/VantixQt": ["Hosts/VantixQt/Windows", "Hosts/VantixQt/Drawing", "VantixInAppMessage/**",
                        "VantixPushNotification", "VantixCore", "DeclarativeUI", "Platform/**"],
+    "Hosts/VantixQtQuick": ["Hosts/VantixQt", "Hosts/VantixQt/Windows", "Hosts/VantixQt/Drawing"],
     "Hosts/VantixQtWidgets": ["Hosts/VantixQt", "Hosts/VantixQt/Windows"],
     "Tools/certificate": [],
     "Tools/vantix-inapp/Input": ["VantixInAppMessage/**", "Platform/Values"],
