@@ -5,13 +5,13 @@
 #include "VantixInAppMessage/Core/InAppCampaign.h"
 #include "VantixInAppMessage/Core/InAppMessageObjections.h"
 #include "VantixInAppMessage/Manager/InAppDisplayManager.h"
+#include "VantixQt/Drawing/RequiredApplication.h"
 #include "VantixQt/HostRun.h"
 #include "VantixQt/QtValues.h"
 #include "VantixQt/Windows/Surroundings.h"
 
 #include <QCoreApplication>
 #include <QDesktopServices>
-#include <QGuiApplication>
 #include <QJsonDocument>
 #include <QMetaMethod>
 #include <QThread>
@@ -23,9 +23,7 @@ namespace {
 bool hasHost = false;
 
 void claimProcess() {
-    if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance())) {
-        fatalError("vantix::qt::Host: make the QGuiApplication (or QApplication) first");
-    }
+    requireApplication("vantix::qt::Host");
     if (QThread::currentThread() != QCoreApplication::instance()->thread()) {
         fatalError("vantix::qt::Host: make it on the GUI thread");
     }

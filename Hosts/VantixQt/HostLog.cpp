@@ -2,7 +2,7 @@
 
 namespace vantix::qt {
 
-Q_LOGGING_CATEGORY(hostLog, "vantix.inapp", QtInfoMsg)
+Q_LOGGING_CATEGORY(hostLog, "vantix.inapp", QtWarningMsg)
 
 void writeToLog(const LogLine& line) {
     auto text = QString::fromStdString(line.file + " " + line.function + ": " + line.message);

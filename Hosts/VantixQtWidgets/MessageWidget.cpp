@@ -149,9 +149,17 @@ void MessageWidget::focusOutEvent(QFocusEvent*) {
 // Picture
 
 void MessageWidget::paintEvent(QPaintEvent*) {
+    followScale();
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     surface_->paint(painter);
+}
+
+void MessageWidget::followScale() {
+    if (surface_->traits().scale == devicePixelRatioF()) return;
+    SceneTraits traits = surface_->traits();
+    traits.scale = devicePixelRatioF();
+    surface_->setTraits(traits);
 }
 
 // Input

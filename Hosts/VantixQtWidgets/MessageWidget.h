@@ -48,6 +48,9 @@ private:
     void followFocus(QWidget* old, QWidget* now);
     void stayAbove(QObject* sibling);
 
+    /// The scale of a screen may change under a window.
+    void followScale();
+
     void touch(const QTouchEvent& event);
     void pointer(QScroller::Input input, QPointF position, ulong timestamp);
     void prepareScrolling(QScrollPrepareEvent& event) const;

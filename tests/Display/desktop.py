@@ -51,7 +51,7 @@ def process(*command, **options):
 
 
 @contextlib.contextmanager
-def desktop(width=1000, height=800):
+def desktop(width=1000, height=1400):
     reading, writing = os.pipe()
     with process("Xvfb", "-displayfd", writing, "-screen", "0", f"{width}x{height}x24", "-nolisten", "tcp",
                  pass_fds=[writing], stderr=subprocess.DEVNULL):
@@ -69,9 +69,10 @@ class Screen:
         """Three bytes a pixel, line by line."""
         return run("import", "-window", "root", "-depth", "8", "rgb:-")
 
-    def pixel(self, x, y):
+    def row(self, x, y, length):
+        """The pixels from here to the right."""
         at = (y * self.width + x) * 3
-        return self.picture()[at:at + 3].hex()
+        return self.picture()[at:at + length * 3]
 
     def box(self, color):
         """Where the colour is, as left, top, right, bottom; None where it is not."""

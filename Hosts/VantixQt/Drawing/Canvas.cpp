@@ -2,7 +2,7 @@
 
 #include "VantixQt/Drawing/DisplayListPainter.h"
 #include "VantixQt/Drawing/QtConversions.h"
-#include "VantixQt/Drawing/QtEnvironment.h"
+#include "VantixQt/Drawing/RequiredApplication.h"
 
 #include <QPainter>
 
@@ -20,7 +20,7 @@ int pixels(double points, double scale) { return std::max(1, static_cast<int>(st
 
 Canvas::Canvas(Size size, double scale, const Color& background)
     : image_(pixels(size.width, scale), pixels(size.height, scale), QImage::Format_RGB888), scale_(scale) {
-    QtEnvironment::start();
+    requireApplication("Canvas");
     image_.fill(toQt(background));
 }
 

@@ -1,6 +1,7 @@
 #include "VantixQt/Drawing/DisplayListPainter.h"
 
 #include "VantixQt/Drawing/QtConversions.h"
+#include "VantixQt/Drawing/RequiredApplication.h"
 
 #include <QImage>
 #include <QPainter>
@@ -150,6 +151,11 @@ private:
 };
 
 }  // namespace
+
+DisplayListPainter::DisplayListPainter(std::shared_ptr<const QtFontCatalogue> catalogue)
+    : shaping_(std::move(catalogue)) {
+    requireApplication("DisplayListPainter");
+}
 
 void DisplayListPainter::paint(const DisplayList& list, QPainter& painter) {
     painter.save();

@@ -1,5 +1,7 @@
 #include "VantixQt/Drawing/QtFontCatalogue.h"
 
+#include "VantixQt/Drawing/RequiredApplication.h"
+
 #include <fontconfig/fontconfig.h>
 
 #include <memory>
@@ -50,6 +52,8 @@ FontconfigPointer<FcFontSet> listFonts() {
 }
 
 }  // namespace
+
+QtFontCatalogue::QtFontCatalogue() { requireApplication("QtFontCatalogue"); }
 
 const FontFace* QtFontCatalogue::find(std::string_view name) const {
     std::call_once(read_, [this] {

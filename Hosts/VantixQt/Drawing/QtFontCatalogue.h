@@ -20,10 +20,12 @@ struct FontFace {
 
 /// The fonts that fontconfig knows.
 ///
-/// Cheap to make: the list is read when somebody first asks, by the thread that asks, and never changes afterwards.
-/// Usable from any thread.
+/// Made after the QGuiApplication, and cheap to make: the list is read when somebody first asks, by the thread that
+/// asks, and never changes afterwards. Usable from any thread.
 class QtFontCatalogue final : public FontCatalogue {
 public:
+    QtFontCatalogue();
+
     bool contains(std::string_view name) const override { return find(name) != nullptr; }
 
     /// The face with exactly this family, full or PostScript name; null for an unknown name. A name that is both a

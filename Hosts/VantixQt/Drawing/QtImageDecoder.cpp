@@ -2,7 +2,7 @@
 
 #include "Platform/Values/WordTable.h"
 #include "VantixQt/Drawing/EncodedImage.h"
-#include "VantixQt/Drawing/QtEnvironment.h"
+#include "VantixQt/Drawing/RequiredApplication.h"
 
 #include <QBuffer>
 #include <QColorSpace>
@@ -87,7 +87,7 @@ std::shared_ptr<const Bitmap> toBitmap(QImage image) {
 }  // namespace
 
 QtImageDecoder::QtImageDecoder() {
-    QtEnvironment::silenceWarnings();
+    requireApplication("QtImageDecoder");
     QImageReader::setAllocationLimit(mostMegabytes);
 }
 

@@ -5,8 +5,8 @@
 namespace vantix {
 
 /// Decodes pictures with Qt's image readers, in sRGB. The orientation tag is applied where Qt knows one: in JPEG
-/// pictures. A picture that is visibly damaged is refused by probing already. Usable from any thread; needs no
-/// QGuiApplication.
+/// pictures. A picture that is visibly damaged is refused by probing already. Made after the QGuiApplication; usable
+/// from any thread.
 class QtImageDecoder final : public ImageDecoder {
 public:
     QtImageDecoder();

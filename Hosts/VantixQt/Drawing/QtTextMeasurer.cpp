@@ -1,6 +1,6 @@
 #include "VantixQt/Drawing/QtTextMeasurer.h"
 
-#include "VantixQt/Drawing/QtEnvironment.h"
+#include "VantixQt/Drawing/RequiredApplication.h"
 
 #include <QFontMetricsF>
 #include <QStringView>
@@ -147,8 +147,11 @@ private:
 
 }  // namespace
 
+QtTextMeasurer::QtTextMeasurer(std::shared_ptr<const QtFontCatalogue> catalogue) : shaping_(std::move(catalogue)) {
+    requireApplication("QtTextMeasurer");
+}
+
 TextLayout QtTextMeasurer::layOut(std::string_view text, const Font& font, double maximumWidth) const {
-    QtEnvironment::start();
     QString content = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
     bool rightToLeft = content.isRightToLeft();
     LineBreaker breaker(shaping_.font(font), std::max(0.0, maximumWidth), rightToLeft);

@@ -12,7 +12,8 @@ namespace vantix {
 /// most 4096 UTF-16 units. Main thread only.
 class QtTextMeasurer final : public TextMeasurer {
 public:
-    explicit QtTextMeasurer(std::shared_ptr<const QtFontCatalogue> catalogue) : shaping_(std::move(catalogue)) {}
+    /// The QGuiApplication exists.
+    explicit QtTextMeasurer(std::shared_ptr<const QtFontCatalogue> catalogue);
 
     TextLayout layOut(std::string_view text, const Font& font, double maximumWidth) const override;
 

@@ -80,10 +80,15 @@ MessageSurface::MessageSurface(const WindowDescription& description, std::shared
         presence_ = value.toDouble();
         emit moved();
     });
-    connect(&animation_, &QVariantAnimation::finished, this, [this] {
-        layer_ = {};
-        if (auto finished = std::exchange(finished_, {})) finished();
-    });
+    // On a later turn: what is called back may delete the surface, and the animation with it.
+    connect(
+        &animation_, &QVariantAnimation::finished, this,
+        [this] {
+            layer_ = {};
+            if (presence_ > 0) return;
+            if (auto finished = std::exchange(finished_, {})) finished();
+        },
+        Qt::QueuedConnection);
 }
 
 MessageSurface::~MessageSurface() { content_->setOnNeedsDisplay({}); }

@@ -80,8 +80,9 @@ Device deviceFromText(const std::string& text) {
 }
 
 void expectUsable(const SceneTraits& traits) {
-    const auto& [size, safeArea, scale, textScale, direction, language] = traits;
-    for (double length : {size.width, size.height, scale, textScale}) {
+    const Size& size = traits.size;
+    const EdgeInsets& safeArea = traits.safeArea;
+    for (double length : {size.width, size.height, traits.scale, traits.textScale}) {
         if (!(std::isfinite(length) && length > 0)) throw BadInput("a screen's size and scale must be above 0");
     }
     for (double inset : {safeArea.top, safeArea.left, safeArea.bottom, safeArea.right}) {
@@ -90,7 +91,7 @@ void expectUsable(const SceneTraits& traits) {
     if (safeArea.left + safeArea.right >= size.width || safeArea.top + safeArea.bottom >= size.height) {
         throw BadInput("the safe areas leave nothing of the screen");
     }
-    if (size.width * scale * size.height * scale > largestPicture) {
+    if (size.width * traits.scale * size.height * traits.scale > largestPicture) {
         throw BadInput("the screen has more than 100 megapixels");
     }
 }

@@ -11,8 +11,10 @@ namespace {
 
 DisplayList withBackdrop(const OffscreenScene::ShownWindow& window) {
     DisplayList list = window.content->displayList();
-    const auto& [frame, backgroundColor, level, content, alpha, isHidden] = window.description;
-    if (backgroundColor) list.insert(list.begin(), FillRect{frame, 0, *backgroundColor});
+    const WindowDescription& description = window.description;
+    if (description.backgroundColor) {
+        list.insert(list.begin(), FillRect{description.frame, 0, *description.backgroundColor});
+    }
     return list;
 }
 

@@ -3,10 +3,10 @@
 #include "Platform/Ports/Dispatcher.h"
 #include "Platform/Ports/NotificationCenter.h"
 #include "Platform/Ports/Platform.h"
+#include "Tools/vantix-inapp/Headless/HeadlessQt.h"
 #include "VantixCore/Vantix.h"
 #include "VantixCore/VantixNetworkManager.h"
 #include "VantixInAppMessage/Manager/VantixInAppTriggerManager.h"
-#include "VantixQt/Drawing/QtEnvironment.h"
 #include "VantixQt/Drawing/QtImageDecoder.h"
 #include "VantixQt/Drawing/QtTextMeasurer.h"
 
@@ -23,13 +23,19 @@ VantixConfiguration coreConfiguration(const Configuration& configuration) {
     return core;
 }
 
+std::shared_ptr<QtFontCatalogue> fontsWithoutDisplay() {
+    startHeadlessQt();
+    return std::make_shared<QtFontCatalogue>();
+}
+
 }  // namespace
 
 Simulation::Simulation(const Configuration& configuration, const std::filesystem::path& stateDirectory,
                        std::shared_ptr<Dispatcher> dispatcher, VantixHost host)
     : configuration_(configuration),
-      coreConfiguration_(std::make_shared<ReplaceableConfiguration>(coreConfiguration(configuration))) {
-    QtEnvironment::silenceWarnings();
+      coreConfiguration_(std::make_shared<ReplaceableConfiguration>(coreConfiguration(configuration))),
+      fonts_(fontsWithoutDisplay()),
+      painter_(fonts_) {
     auto measurer = std::make_shared<QtTextMeasurer>(fonts_);
     scene_ = std::make_shared<OffscreenScene>(configuration.device, dispatcher, measurer);
     Platform::install({dispatcher, std::make_shared<NotificationCenter>(),

@@ -57,8 +57,8 @@ private:
     std::shared_ptr<ReplaceableConfiguration> coreConfiguration_;
     std::shared_ptr<NotificationCore> pushLibrary_ = std::make_shared<NotificationCore>();
     std::shared_ptr<FaultyDisk> disk_ = std::make_shared<FaultyDisk>(std::make_shared<FileDisk>());
-    std::shared_ptr<QtFontCatalogue> fonts_ = std::make_shared<QtFontCatalogue>();
-    DisplayListPainter painter_{fonts_};
+    std::shared_ptr<QtFontCatalogue> fonts_;
+    DisplayListPainter painter_;
     std::shared_ptr<OffscreenScene> scene_;
     std::shared_ptr<InAppMessagingCore> core_;
 };

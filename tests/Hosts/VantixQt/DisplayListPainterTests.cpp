@@ -19,11 +19,14 @@ constexpr Color blue = {0, 0, 1, 1};
 constexpr Rect square = {{10, 10}, {20, 20}};
 constexpr Rect all = {{0, 0}, {40, 40}};
 
-const auto catalogue = std::make_shared<QtFontCatalogue>();
+const std::shared_ptr<QtFontCatalogue>& catalogue() {
+    static const auto made = std::make_shared<QtFontCatalogue>();
+    return made;
+}
 
 Canvas painted(const DisplayList& list, double scale = 1, double alpha = 1) {
     Canvas canvas(all.size, scale);
-    DisplayListPainter painter(catalogue);
+    DisplayListPainter painter(catalogue());
     canvas.paint(list, painter, alpha);
     return canvas;
 }
@@ -52,7 +55,7 @@ TEST(DisplayListPainter, NestsClipsAndSurvivesUnbalancedOnes) {
     EXPECT_EQ(inked(painted({PopClip{}, FillRect{square, 0, red}})), QRect(10, 10, 20, 20));
     QImage image(40, 40, QImage::Format_RGB32);
     QPainter target(&image);
-    DisplayListPainter painter(catalogue);
+    DisplayListPainter painter(catalogue());
     painter.paint({PushClip{square, 0}, PushClip{square, 0}}, target);
     painter.paint({FillRect{all, 0, red}}, target);
     EXPECT_EQ(image.pixelColor(1, 1), Qt::red);
@@ -97,7 +100,7 @@ TEST(DisplayListPainter, PaintsTextWhereItWasMeasured) {
     for (const char* text : {"Hx", "שלום", "中文", "aב"}) {
         for (int scale : {1, 3}) {
             Font font = Font::system(14.5);
-            TextLayout layout = QtTextMeasurer(catalogue).layOut(text, font, infinite);
+            TextLayout layout = QtTextMeasurer(catalogue()).layOut(text, font, infinite);
             QRect ink = inked(painted({DrawText{{2, 30}, text, font, red, layout.rightToLeft}}, scale));
             ASSERT_FALSE(ink.isEmpty()) << text;
             EXPECT_NEAR(ink.x(), 2 * scale, 2 * scale) << text;
