@@ -12,6 +12,7 @@ ApplicationWindow {
     component ShopButton: Button {
         Layout.fillWidth: true
         onClicked: outside.say("clicked " + text)
+        Accessible.onPressAction: clicked()
     }
     ColumnLayout {
         anchors { fill: parent; margins: 8 }
@@ -24,6 +25,7 @@ ApplicationWindow {
             Layout.fillWidth: true
             Layout.fillHeight: true
             clip: true
+            Accessible.role: Accessible.List
             model: 60
             delegate: ItemDelegate { width: ListView.view.width; text: "Tea no. " + (index + 1) }
         }

@@ -15,7 +15,7 @@ MessageItem::MessageItem(QQuickWindow& window, std::unique_ptr<MessageSurface> s
                          std::shared_ptr<QmlParts> parts)
     : parts_(std::move(parts)),
       surface_(std::move(surface)),
-      scroller_(*surface_, parts_->makeFlickable()),
+      scroller_(*surface_, parts_->makeFlickable(*this)),
       accessible_(*surface_, accessibleHolder()) {
     setParentItem(window.contentItem());
     setSize(window.contentItem()->size());

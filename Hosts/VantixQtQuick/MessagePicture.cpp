@@ -12,6 +12,12 @@
 
 namespace vantix::qt {
 
+namespace {
+
+constexpr double opacitySteps = 255;
+
+}  // namespace
+
 MessagePicture::MessagePicture(MessageSurface& surface, QQuickItem& holder) : QQuickItem(&holder), surface_(surface) {
     setFlag(ItemHasContents);
     connect(&surface_, &MessageSurface::updateNeeded, this, &QQuickItem::polish);
@@ -22,7 +28,8 @@ void MessagePicture::place() {
     double scale = surface_.traits().scale;
     QPointF displacement = surface_.displacement();
     setPosition({std::round(displacement.x() * scale) / scale, std::round(displacement.y() * scale) / scale});
-    setOpacity(surface_.opacity());
+    // The software renderer takes a last step that is too small to be seen for none.
+    setOpacity(std::round(surface_.opacity() * opacitySteps) / opacitySteps);
 }
 
 void MessagePicture::updatePolish() {

@@ -15,16 +15,22 @@ constexpr const char* flickableSource = R"(
 
 }  // namespace
 
-QmlParts::QmlParts() : flickable_(&engine_) { flickable_.setData(flickableSource, QUrl()); }
+QmlParts::QmlParts() : flickable_(&engine_) {
+    flickable_.setData(flickableSource, QUrl());
+    sample_.reset(flickable_.create());
+    if (!sample_) qWarning("vantix::qt::QuickHost: %s", qUtf8Printable(flickable_.errorString()));
+}
 
-std::unique_ptr<QQuickItem> QmlParts::makeFlickable() {
-    std::unique_ptr<QObject> made(flickable_.create());
-    if (!made) qWarning("vantix::qt::QuickHost: %s", qUtf8Printable(flickable_.errorString()));
-    return std::unique_ptr<QQuickItem>(static_cast<QQuickItem*>(made.release()));
+QmlParts::~QmlParts() = default;
+
+std::unique_ptr<QQuickItem> QmlParts::makeFlickable(QQuickItem& parent) {
+    std::unique_ptr<QQuickItem> flickable(static_cast<QQuickItem*>(flickable_.create()));
+    if (flickable) flickable->setParentItem(&parent);
+    return flickable;
 }
 
 void QmlParts::setAccessibleRole(QQuickItem& item, QAccessible::Role role) {
-    QQmlProperty(&item, "Accessible.role", flickable_.creationContext()).write(role);
+    QQmlProperty(&item, "Accessible.role", qmlContext(sample_.get())).write(role);
 }
 
 }  // namespace vantix::qt

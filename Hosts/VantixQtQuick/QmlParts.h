@@ -14,15 +14,18 @@ namespace vantix::qt {
 class QmlParts {
 public:
     QmlParts();
+    ~QmlParts();
 
     /// A Flickable that is seen and met by nobody. Null when the QML module QtQuick is not installed.
-    std::unique_ptr<QQuickItem> makeFlickable();
+    std::unique_ptr<QQuickItem> makeFlickable(QQuickItem& parent);
     /// The toolkit offers the item to assistive technology, which it does with none unasked.
     void setAccessibleRole(QQuickItem& item, QAccessible::Role role);
 
 private:
     QQmlEngine engine_;
     QQmlComponent flickable_;
+    /// Knows the module's names.
+    std::unique_ptr<QObject> sample_;
 };
 
 }  // namespace vantix::qt
