@@ -86,6 +86,8 @@ void MessageItem::followFocus() {
 }
 
 void MessageItem::focusInEvent(QFocusEvent* event) {
+    QAccessibleEvent focused(this, QAccessible::Focus);
+    QAccessible::updateAccessibility(&focused);
     if (event->reason() == Qt::TabFocusReason) surface_->interaction().keyDown(Key::next);
     if (event->reason() == Qt::BacktabFocusReason) surface_->interaction().keyDown(Key::previous);
 }

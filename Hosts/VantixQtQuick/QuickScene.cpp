@@ -5,6 +5,7 @@
 
 #include <QEvent>
 #include <QGuiApplication>
+#include <QQuickItem>
 
 #include <algorithm>
 #include <utility>
@@ -54,7 +55,11 @@ bool QuickScene::isVisible() const {
 }
 
 bool QuickScene::isReady() const {
-    if (!isVisible() || hasModalPopup(*window_)) return false;
+    if (!isVisible()) return false;
+    if (auto popup = modalPopup(*window_)) {
+        connect(popup, &QQuickItem::visibleChanged, this, &QuickScene::announceLater, Qt::UniqueConnection);
+        return false;
+    }
     const auto windows = QGuiApplication::topLevelWindows();
     return std::none_of(windows.begin(), windows.end(), [&](QWindow* other) { return isBlocked(*window_, *other); });
 }

@@ -19,12 +19,13 @@ bool isOfModalPopup(const QQuickItem* item) {
 
 }  // namespace
 
-bool hasModalPopup(const QQuickWindow& window) {
+QQuickItem* modalPopup(const QQuickWindow& window) {
     const auto items = window.contentItem()->childItems();
     auto overlay = std::find_if(items.begin(), items.end(), isControlsOverlay);
-    if (overlay == items.end()) return false;
+    if (overlay == items.end()) return nullptr;
     const auto popups = (*overlay)->childItems();
-    return std::any_of(popups.begin(), popups.end(), isOfModalPopup);
+    auto found = std::find_if(popups.begin(), popups.end(), isOfModalPopup);
+    return found == popups.end() ? nullptr : *found;
 }
 
 }  // namespace vantix::qt

@@ -1,11 +1,12 @@
 #pragma once
 
+class QQuickItem;
 class QQuickWindow;
 
 namespace vantix::qt {
 
-/// Whether a modal popup of Qt Quick Controls is open in the window: a dialog, a drawer, a menu. These stand in the
-/// window's own scene.
-bool hasModalPopup(const QQuickWindow& window);
+/// The item of a modal popup of Qt Quick Controls that is open in the window: of a dialog, a drawer, a menu, which stand
+/// in the window's own scene. Null without one.
+QQuickItem* modalPopup(const QQuickWindow& window);
 
 }  // namespace vantix::qt
