@@ -57,9 +57,6 @@ MessageWidget::MessageWidget(QWidget& window, std::unique_ptr<MessageSurface> su
     connect(surface_.get(), &MessageSurface::updateNeeded, this, qOverload<>(&QWidget::update));
     connect(surface_.get(), &MessageSurface::moved, this, qOverload<>(&QWidget::update));
     connect(surface_.get(), &MessageSurface::settled, this, &MessageWidget::settle);
-    connect(QScroller::scroller(this), &QScroller::stateChanged, this, [this](QScroller::State state) {
-        if (state == QScroller::Dragging) surface_->pointerCancelled();
-    });
 }
 
 AccessibleHolder MessageWidget::accessibleHolder() {

@@ -1,5 +1,7 @@
 """What assistive technology is told by an application, through AT-SPI."""
 
+import time
+
 import gi
 
 gi.require_version("Atspi", "2.0")
@@ -79,6 +81,7 @@ class Listener:
         self.listener = Atspi.EventListener.new(self._hear)
         for kind in kinds:
             self.listener.register(kind)
+        time.sleep(0.5)  # Until applications know that somebody listens.
 
     def _hear(self, event):
         try:
