@@ -11,8 +11,7 @@
 
 namespace vantix::qt {
 
-MessageItem::MessageItem(QQuickWindow& window, std::unique_ptr<MessageSurface> surface,
-                         std::shared_ptr<QmlParts> parts)
+MessageItem::MessageItem(QQuickWindow& window, std::unique_ptr<MessageSurface> surface, std::shared_ptr<QmlParts> parts)
     : parts_(std::move(parts)),
       surface_(std::move(surface)),
       scroller_(*surface_, parts_->makeFlickable(*this)),
@@ -61,10 +60,10 @@ void MessageItem::leave(std::function<void()> finished) {
 
 void MessageItem::giveBack() {
     if (!std::exchange(guard_, nullptr)) return;
-    setActiveFocusOnTab(false);
     setAcceptHoverEvents(false);
     bool isFocused = hasFocus();
     setFocus(false, Qt::OtherFocusReason);
+    setActiveFocusOnTab(false);
     if (isFocused && focusBefore_) focusBefore_->setFocus(true, Qt::OtherFocusReason);
 }
 

@@ -16,7 +16,8 @@ namespace vantix::qt {
 ///     }
 ///
 /// The window that it stands in shows messages. Properties, all of them optional:
-///   - `dataDirectory`, `accountId`, `baseUrl`, `accessToken`, `sslKeyHash`, `appStoreId`: see HostOptions; they count as
+///   - `dataDirectory`, `accountId`, `baseUrl`, `accessToken`, `sslKeyHash`, `appStoreId`: see HostOptions; they count
+///   as
 ///     they stand when the host is complete;
 ///   - `customerId`, `messagesAllowed` (true), `textScale` (0: the platform's), `reducesMotion` (false): may change at
 ///     any time.

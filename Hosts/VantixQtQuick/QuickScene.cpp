@@ -24,13 +24,12 @@ private:
     std::unique_ptr<MessageItem> item_;
 };
 
-bool mayCover(const QWindow& window) {
-    return window.modality() != Qt::NonModal || window.type() == Qt::Popup;
-}
+bool mayCover(const QWindow& window) { return window.modality() != Qt::NonModal || window.type() == Qt::Popup; }
 
 /// Whether the other window keeps input from this one.
 bool isBlocked(const QWindow& window, const QWindow& other) {
-    if (!other.isVisible() || &other == &window || other.isAncestorOf(&window, QWindow::IncludeTransients)) return false;
+    if (!other.isVisible() || &other == &window || other.isAncestorOf(&window, QWindow::IncludeTransients))
+        return false;
     if (other.type() == Qt::Popup || other.modality() == Qt::ApplicationModal) return true;
     return other.modality() == Qt::WindowModal && window.isAncestorOf(&other, QWindow::IncludeTransients);
 }

@@ -119,8 +119,8 @@ bool WindowGuard::touch(QTouchEvent& event) {
     if (event.type() == QEvent::TouchCancel) {
         input_.pointer(PointerPhase::cancelled, {}, event);
     } else {
-        auto first = std::find_if(points.begin(), points.end(),
-                                  [&](const QEventPoint& point) { return point.id() == finger_; });
+        auto first =
+            std::find_if(points.begin(), points.end(), [&](const QEventPoint& point) { return point.id() == finger_; });
         if (first != points.end()) input_.pointer(phaseOf(first->state()), first->position(), event);
     }
     if (event.type() == QEvent::TouchEnd || event.type() == QEvent::TouchCancel) hasTouch_ = false;
