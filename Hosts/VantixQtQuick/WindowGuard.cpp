@@ -15,7 +15,6 @@ namespace vantix::qt {
 
 namespace {
 
-/// The event would go to whoever is at its place; nothing else comes of it.
 bool swallow(QEvent& event) {
     event.accept();
     return true;
@@ -39,12 +38,9 @@ WindowGuard::WindowGuard(QQuickWindow& window, QQuickItem& message, GuardedInput
     qGuiApp->installEventFilter(this);
 }
 
-bool WindowGuard::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == &window_) return keepFromWindow(*event);
-    return input_.blocksApplication() && keepFromItems(*watched, *event);
-}
+bool WindowGuard::eventFilter(QObject* watched, QEvent* event) { return watched == &window_ && keep(*event); }
 
-bool WindowGuard::keepFromWindow(QEvent& event) {
+bool WindowGuard::keep(QEvent& event) {
     switch (event.type()) {
         case QEvent::MouseButtonPress:
         case QEvent::MouseButtonDblClick:
@@ -85,12 +81,6 @@ bool WindowGuard::keepFromWindow(QEvent& event) {
         default:
             return false;
     }
-}
-
-bool WindowGuard::keepFromItems(QObject& receiver, QEvent& event) {
-    if (event.type() != QEvent::ShortcutOverride && event.type() != QEvent::InputMethod) return false;
-    auto item = qobject_cast<QQuickItem*>(&receiver);
-    return item && item->window() == &window_ && swallow(event);
 }
 
 bool WindowGuard::mouse(QMouseEvent& event) {

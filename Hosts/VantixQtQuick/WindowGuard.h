@@ -17,7 +17,7 @@ namespace vantix::qt {
 class GuardedInput {
 public:
     virtual bool wants(QPointF position) const = 0;
-    /// Keys, shortcuts and input methods are the message's, too.
+    /// Keys and shortcuts are the message's, too.
     virtual bool blocksApplication() const = 0;
     /// The first finger, the left button. The event is the toolkit's, for whoever understands it.
     virtual void pointer(PointerPhase phase, QPointF position, QEvent& event) = 0;
@@ -40,8 +40,7 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    bool keepFromWindow(QEvent& event);
-    bool keepFromItems(QObject& receiver, QEvent& event);
+    bool keep(QEvent& event);
     bool mouse(QMouseEvent& event);
     bool touch(QTouchEvent& event);
 
