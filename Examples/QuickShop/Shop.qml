@@ -2,13 +2,10 @@ import QtQuick
 import Vantix.InAppMessage
 
 ShopWindow {
-    id: shop
     title: "Shop"
-    messages: host
-
-    QuickHost {
+    messages: QuickHost {
         id: host
-        dataDirectory: outside.folder
+        dataDirectory: folder
         onMessageShown: scope => outside.say("shown " + scope)
         onMessageGone: scope => outside.say("gone " + scope)
         onReported: name => outside.say("reported " + name)
@@ -16,8 +13,7 @@ ShopWindow {
         onUrlActivated: address => outside.say("url " + address)
         onPushRefused: whyNot => outside.say("refused " + whyNot)
     }
-    Component.onCompleted: Qt.callLater(() => {
-        for (const path of outside.campaigns)
-            if (host.receivePush(outside.read(path))) outside.say("received " + path)
+    Component.onCompleted: campaigns.forEach(path => {
+        if (host.receivePush(outside.read(path))) outside.say("received " + path)
     })
 }
