@@ -12,6 +12,8 @@ program_packages=(
 )
 test_packages=(
     libgtest-dev python3 doxygen
+    qt6-declarative-dev qml6-module-qtquick qml6-module-qtquick-controls qml6-module-qtquick-layouts qml6-module-qtquick-templates qml6-module-qtquick-window
+    qml6-module-qtqml qml6-module-qtqml-workerscript
     xvfb openbox xdotool wmctrl x11-utils imagemagick dbus at-spi2-core python3-gi gir1.2-atspi-2.0
 )
 

@@ -6,8 +6,8 @@
 
 namespace vantix::qt {
 
-/// "vantix.inapp": every line of the libraries' log; errors alone unless logging rules that stand when a host is made ask
-/// for more ("vantix.inapp.info=true").
+/// "vantix.inapp": every line of the libraries' log; errors alone unless logging rules that stand when a host is made
+/// ask for more ("vantix.inapp.info=true").
 Q_DECLARE_LOGGING_CATEGORY(hostLog)
 
 /// Any thread.

@@ -42,10 +42,10 @@ ApplicationState stateOf(Qt::ApplicationState state) {
     }
 }
 
-/// The application as the toolkit knows it now; before the first window is shown it counts as active.
+/// Until the toolkit says otherwise an application that starts counts as active: its windows have yet to come up.
 ApplicationState stateAtStart() {
     auto state = stateOf(QGuiApplication::applicationState());
-    return QGuiApplication::allWindows().isEmpty() ? ApplicationState::active : state;
+    return state == ApplicationState::inactive ? ApplicationState::active : state;
 }
 
 }  // namespace

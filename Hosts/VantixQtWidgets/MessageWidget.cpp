@@ -55,10 +55,8 @@ MessageWidget::MessageWidget(QWidget& window, std::unique_ptr<MessageSurface> su
     qApp->installEventFilter(this);
     connect(qApp, &QApplication::focusChanged, this, &MessageWidget::followFocus);
     connect(surface_.get(), &MessageSurface::updateNeeded, this, qOverload<>(&QWidget::update));
+    connect(surface_.get(), &MessageSurface::moved, this, qOverload<>(&QWidget::update));
     connect(surface_.get(), &MessageSurface::settled, this, &MessageWidget::settle);
-    connect(QScroller::scroller(this), &QScroller::stateChanged, this, [this](QScroller::State state) {
-        if (state == QScroller::Dragging) surface_->pointerCancelled();
-    });
 }
 
 AccessibleHolder MessageWidget::accessibleHolder() {

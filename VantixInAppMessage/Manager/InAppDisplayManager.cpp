@@ -106,7 +106,9 @@ void InAppDisplayManager::showInAppMessage(const std::optional<std::string>& sco
 
 void InAppDisplayManager::showNextInAppMessage() {
     assertMainThread("showNextInAppMessage()");
-    if (auto occasion = std::exchange(postponed_, {})) showInAppMessage(occasion->scope, occasion->attributes);
+    if (showingInAppMessage_ || !postponed_) return showInAppMessage({}, {});
+    auto occasion = *std::exchange(postponed_, {});
+    showInAppMessage(occasion.scope, occasion.attributes);
     if (!showingInAppMessage_ && !postponed_) showInAppMessage({}, {});
 }
 

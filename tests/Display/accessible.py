@@ -1,5 +1,7 @@
 """What assistive technology is told by an application, through AT-SPI."""
 
+import time
+
 import gi
 
 gi.require_version("Atspi", "2.0")
@@ -49,6 +51,7 @@ class Element:
 def tree(process_id):
     """Everything that the process shows, root first; nothing as long as it is not there."""
     desktop = Atspi.get_desktop(0)
+    desktop.set_cache_mask(Atspi.Cache.NONE)
     for index in range(desktop.get_child_count()):
         node = desktop.get_child_at_index(index)
         try:
@@ -79,6 +82,7 @@ class Listener:
         self.listener = Atspi.EventListener.new(self._hear)
         for kind in kinds:
             self.listener.register(kind)
+        time.sleep(0.5)  # Until applications know that somebody listens.
 
     def _hear(self, event):
         try:

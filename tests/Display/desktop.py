@@ -102,6 +102,7 @@ def drag(start, end):
     for step in range(1, 9):
         move(*(a + (b - a) * step / 8 for a, b in zip(start, end)))
         time.sleep(0.02)
+    time.sleep(0.4)  # No flick.
     run("xdotool", "mouseup", "1")
 
 

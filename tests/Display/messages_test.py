@@ -148,6 +148,7 @@ def a_tap_that_becomes_a_scroll_presses_nothing(app, screen):
     eventually(lambda: "offscreen" not in sale.states and sale.frame[1] < bottom, "the button in sight")
     app.settle()
     x, y = sale.center
+    # The finger takes the button along, and lets go above it.
     drag((x, y), (x, y + 120))
     eventually(lambda: sale.center[1] > y + 50, "the button further down")
     app.settle()
@@ -231,7 +232,8 @@ def a_screen_of_twice_the_pixels(app, screen):
 @case(campaigns=[campaign("FEEDBACK", event="purchase", buttons=[("Send", "FEEDBACK", "")],
                           feedbackOptions={"selectionType": "singleSelection", "options": ["Price", "Size"]})])
 def assistive_technology_is_told(app, screen):
-    events = accessible.Listener("object:state-changed:showing", "object:state-changed:focused")
+    events = accessible.Listener("object:state-changed:showing", "object:state-changed:focused",
+                                 "object:state-changed:checked")
     accessible.find(app, "Buy").perform("Press")
     shown(app, screen)
     events.hears("object:state-changed:showing", "dialog", "Hello", 1)
@@ -243,6 +245,7 @@ def assistive_technology_is_told(app, screen):
                     ("push button", "Send"), ("push button", "Close")], told
     price, size = (accessible.find(app, name, "radio button") for name in ("Price", "Size"))
     size.perform("Press")
+    events.hears("object:state-changed:checked", "radio button", "Size", 1)
     eventually(lambda: "checked" in size.states and "checked" not in price.states, "the choice")
     price.perform("SetFocus")
     eventually(lambda: "focused" in price.states, "the focus")

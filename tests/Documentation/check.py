@@ -35,7 +35,7 @@ for page in [root / "README.md", root / "CONTRIBUTING.md", *root.glob("docs/*.md
 campaigns = list(root.glob("docs/campaigns/*.json"))
 for campaign in campaigns:
     with tempfile.TemporaryDirectory() as folder:
-        shown = subprocess.run([program, "render", campaign, "-o", folder + "/picture.png", "--device", "phone", "--strict"])
+        shown = subprocess.run([program, "render", campaign, "-o", folder + "/picture.png", "--device", "phone", "--customer", "c-2041", "--strict"])
         if shown.returncode:
             problems.append(f"{campaign} is not shown")
 

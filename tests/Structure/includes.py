@@ -40,6 +40,8 @@ ROOMS = {
                                "Platform/Values"],
     "Hosts/VantixQt": ["Hosts/VantixQt/Windows", "Hosts/VantixQt/Drawing", "VantixInAppMessage/**",
                        "VantixPushNotification", "VantixCore", "DeclarativeUI", "Platform/**"],
+    "Hosts/VantixQtQuick": ["Hosts/VantixQt", "Hosts/VantixQt/Windows", "Hosts/VantixQt/Drawing",
+                             "Platform/Values"],
     "Hosts/VantixQtWidgets": ["Hosts/VantixQt", "Hosts/VantixQt/Windows", "Platform/Values"],
     "Tools/certificate": [],
     "Tools/vantix-inapp/Input": ["VantixInAppMessage/**", "Platform/Values"],

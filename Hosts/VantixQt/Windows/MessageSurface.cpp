@@ -78,7 +78,7 @@ MessageSurface::MessageSurface(const WindowDescription& description, std::shared
     interaction_.setOnFocusChanged([this] { emit focusChanged(); });
     connect(&animation_, &QVariantAnimation::valueChanged, this, [this](const QVariant& value) {
         presence_ = value.toDouble();
-        emit updateNeeded();
+        emit moved();
     });
     // On a later turn: what is called back may delete the surface, and the animation with it.
     connect(
@@ -112,7 +112,7 @@ void MessageSurface::evaluate() {
 // Picture
 
 void MessageSurface::paint(QPainter& painter) {
-    if (presence_ >= 1) return paintContent(painter);
+    if (presence_ >= 1) return paintInPlace(painter);
     if (layer_.isNull()) {
         QSize pixels(static_cast<int>(std::ceil(traits_.size.width * traits_.scale)),
                      static_cast<int>(std::ceil(traits_.size.height * traits_.scale)));
@@ -120,15 +120,15 @@ void MessageSurface::paint(QPainter& painter) {
         layer_.setDevicePixelRatio(traits_.scale);
         layer_.fill(Qt::transparent);
         QPainter layerPainter(&layer_);
-        paintContent(layerPainter);
+        paintInPlace(layerPainter);
     }
     painter.save();
-    if (entrance_ == WindowEntrance::inPlace) painter.setOpacity(presence_);
-    painter.drawImage(entranceOffset(), layer_);
+    painter.setOpacity(opacity());
+    painter.drawImage(displacement(), layer_);
     painter.restore();
 }
 
-void MessageSurface::paintContent(QPainter& painter) {
+void MessageSurface::paintInPlace(QPainter& painter) {
     painter.save();
     painter.setOpacity(painter.opacity() * alpha_);
     if (background_) {
@@ -139,7 +139,7 @@ void MessageSurface::paintContent(QPainter& painter) {
     painter.restore();
 }
 
-QPointF MessageSurface::entranceOffset() const {
+QPointF MessageSurface::displacement() const {
     QRectF card;
     for (const Rect& area : content_->touchAreas()) card = card.united(toQt(area));
     double missing = 1 - presence_;
@@ -154,6 +154,8 @@ QPointF MessageSurface::entranceOffset() const {
     return {};
 }
 
+double MessageSurface::opacity() const { return entrance_ == WindowEntrance::inPlace ? presence_ : 1; }
+
 QRegion MessageSurface::touchRegion() const {
     QRegion region;
     if (isGoing_) return region;
@@ -165,6 +167,7 @@ QRegion MessageSurface::touchRegion() const {
 
 void MessageSurface::appear() {
     presence_ = traits_.reducesMotion ? 1 : 0;
+    emit moved();
     if (presence_ < 1) animateTo(1, appearMilliseconds);
     emit appeared();
 }

@@ -47,6 +47,11 @@ public:
 
     /// Paints the message as it stands between coming and going, in points.
     void paint(QPainter& painter);
+    /// For a toolkit that moves and fades by itself: the message in its place, to be shown `displacement` away from it
+    /// and with this opacity.
+    void paintInPlace(QPainter& painter);
+    QPointF displacement() const;
+    double opacity() const;
 
     /// Where the message takes touches; everything else is the application's. Empty while it goes.
     QRegion touchRegion() const;
@@ -70,8 +75,10 @@ public:
     bool scrollTo(double offset);
 
 signals:
-    /// What is painted changed.
+    /// What is painted in place changed.
     void updateNeeded();
+    /// Displacement and opacity changed.
+    void moved();
     /// The content wants `evaluate` on a later turn.
     void evaluationNeeded();
     /// The layout changed: touch region, scroll range, elements.
@@ -81,10 +88,8 @@ signals:
     void focusChanged();
 
 private:
-    void paintContent(QPainter& painter);
     bool scrolls() const;
     void scrolled();
-    QPointF entranceOffset() const;
     void animateTo(double presence, int milliseconds);
 
     std::shared_ptr<HostedView> content_;

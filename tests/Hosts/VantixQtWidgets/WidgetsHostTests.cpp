@@ -9,6 +9,7 @@
 #include <QEventLoop>
 #include <QJsonArray>
 #include <QLineEdit>
+#include <QMenu>
 #include <QTimer>
 #include <gtest/gtest.h>
 
@@ -104,8 +105,26 @@ TEST_F(WidgetsHostTest, AMessageWaitsForAWindowAndEndsWithIt) {
     host.addWindow(window.get());
     QTimer::singleShot(300, window.get(), &QWidget::show);
     EXPECT_EQ(shown.take(), "first");
-    window.reset();
+    window->close();
+    EXPECT_TRUE(window->children().isEmpty()) << "at once: the application may be about to quit";
     EXPECT_EQ(gone.take(), "first");
+}
+
+TEST_F(WidgetsHostTest, AMessageWaitsForAMenu) {
+    application();
+    QWidget window;
+    window.show();
+    QMenu menu(&window);
+    menu.addAction("Copy");
+    menu.popup({});
+    WidgetsHost host(options);
+    Heard shown(host, &Host::messageShown);
+    host.addWindow(&window);
+    host.receivePush(campaign("first"));
+    bool isClosed = false;
+    QTimer::singleShot(300, [&] { isClosed = menu.close(); });
+    EXPECT_EQ(shown.take(), "first");
+    EXPECT_TRUE(isClosed);
 }
 
 TEST_F(WidgetsHostTest, SaysWhyNothingWillComeOfACampaign) {

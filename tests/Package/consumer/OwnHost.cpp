@@ -25,6 +25,7 @@ public:
         double width = font.size * static_cast<double>(text.size());
         return {{{std::string(text), width}}, {width, font.size}, font.size, font.size, false};
     }
+    std::vector<std::string> missingCharacters(std::string_view, const vantix::Font&) const override { return {}; }
     bool contains(std::string_view) const override { return true; }
 };
 
