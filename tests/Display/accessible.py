@@ -50,11 +50,13 @@ class Element:
 
 def tree(process_id):
     """Everything that the process shows, root first; nothing as long as it is not there."""
+    while GLib.MainContext.default().iteration(False):
+        pass  # What came and went since is told here.
     desktop = Atspi.get_desktop(0)
-    desktop.set_cache_mask(Atspi.Cache.NONE)
+    desktop.clear_cache()
     for index in range(desktop.get_child_count()):
-        node = desktop.get_child_at_index(index)
         try:
+            node = desktop.get_child_at_index(index)
             if node and node.get_process_id() == process_id:
                 node.set_cache_mask(Atspi.Cache.NONE)
                 return list(Element(node).walk())
