@@ -18,11 +18,12 @@ PATIENCE = 15
 
 
 def in_session():
-    """Runs the calling script again on a session bus of its own, unless it is there already."""
+    """Runs the calling script again on a session bus of its own, and an accessibility bus, unless it is there already."""
     if os.environ.get("VANTIX_TEST_SESSION"):
         return
-    os.environ["VANTIX_TEST_SESSION"] = "1"
-    os.execvp("dbus-run-session", ["dbus-run-session", "--", sys.executable, *sys.argv])
+    with tempfile.TemporaryDirectory() as folder:
+        session = {**os.environ, "VANTIX_TEST_SESSION": "1", "XDG_RUNTIME_DIR": folder}
+        sys.exit(subprocess.run(["dbus-run-session", "--", sys.executable, *sys.argv], env=session).returncode)
 
 
 def eventually(question, what):
