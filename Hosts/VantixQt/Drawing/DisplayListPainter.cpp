@@ -96,10 +96,7 @@ public:
         layerPainter.fillRect(layer.rect(), toQt(*item.tint));
         layerPainter.end();
 
-        painter_.save();
-        painter_.resetTransform();
-        painter_.drawImage(pixels.topLeft(), layer);
-        painter_.restore();
+        drawPixels(painter_, pixels.topLeft(), layer);
     }
 
     void operator()(const PushClip& item) {
@@ -123,8 +120,18 @@ private:
     QRect visiblePixels(const Rect& frame) const {
         QRectF pixels = painter_.deviceTransform().mapRect(toQt(frame));
         if (!std::isfinite(pixels.x() + pixels.y() + pixels.width() + pixels.height())) return {};
-        QRectF device(0, 0, painter_.device()->width(), painter_.device()->height());
+        // A widget may lie anywhere in the pixels of its window, and count in points.
+        QTransform toDevice = painter_.worldTransform().inverted() * painter_.deviceTransform();
+        QRectF device = toDevice.mapRect(QRectF(0, 0, painter_.device()->width(), painter_.device()->height()));
         return pixels.intersected(device).toAlignedRect();
+    }
+
+    /// One to one, from this device pixel on.
+    static void drawPixels(QPainter& target, QPoint from, const QImage& pixels) {
+        target.save();
+        target.setWorldTransform(target.deviceTransform().inverted() * target.worldTransform());
+        target.drawImage(from, pixels);
+        target.restore();
     }
 
     void drawPicture(QPainter& target, const Rect& frame, const Image& image) {
@@ -146,10 +153,7 @@ private:
         if (pixels.size() != bitmap.size()) {
             scaled = bitmap.scaled(pixels.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
         }
-        target.save();
-        target.setWorldTransform(toPixels.inverted() * target.worldTransform());
-        target.drawImage(pixels.topLeft(), scaled);
-        target.restore();
+        drawPixels(target, pixels.topLeft(), scaled);
     }
 
     /// Whether a picture is not so much larger than what is seen of it that scaling it as a whole would be a waste.

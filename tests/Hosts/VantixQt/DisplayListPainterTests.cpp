@@ -68,6 +68,14 @@ TEST(DisplayListPainter, TintReplacesColoursAndKeepsTheShape) {
         Canvas canvas = painted({DrawImage{square, shape, Color{0, 0, 1, 0.5}}}, scale);
         EXPECT_EQ(pixel(canvas, 15 * scale, 20 * scale), "#7f7fff");
         EXPECT_EQ(inked(canvas), QRect(10 * scale, 10 * scale, 10 * scale, 20 * scale));
+        // As a window of that many pixels a point has it, into which something is painted further down.
+        QImage window(100 * scale, 100 * scale, QImage::Format_ARGB32_Premultiplied);
+        window.setDevicePixelRatio(scale);
+        window.fill(Qt::white);
+        QPainter painter(&window);
+        painter.translate(0, 50);
+        DisplayListPainter(catalogue()).paint({DrawImage{square, shape, Color::black()}}, painter);
+        EXPECT_EQ(window.pixelColor(15 * scale, 70 * scale), Qt::black);
     }
 }
 
