@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
+
 namespace vantix::qt {
 
 /// Makes the host known to QML, as the type QuickHost of the module Vantix.InAppMessage. Called once, before QML that
@@ -17,13 +19,12 @@ namespace vantix::qt {
 ///
 /// The window that it stands in shows messages. Properties, all of them optional:
 ///   - `dataDirectory`, `accountId`, `baseUrl`, `accessToken`, `sslKeyHash`, `appStoreId`: see HostOptions; they count
-///   as
-///     they stand when the host is complete;
+///     as they stand when the host is complete;
 ///   - `customerId`, `messagesAllowed` (true), `textScale` (0: the platform's), `reducesMotion` (false): may change at
 ///     any time.
 /// Functions: `receivePush(campaign)`, `captureEvent(name, attributes)`, `logOut()`, `dismiss()`, `addWindow(window)`,
 /// `removeWindow(window)`. Signals: those of Host, and `pushRefused(whyNot)` when `receivePush` was false.
 /// There is one host in a process.
-void registerQmlTypes();
+VANTIX_EXPORT void registerQmlTypes();
 
 }  // namespace vantix::qt

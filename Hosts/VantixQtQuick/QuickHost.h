@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Values/Export.h"
 #include "VantixQt/Host.h"
 
 #include <QHash>
@@ -20,7 +21,7 @@ class QuickScene;
 ///
 /// See Host for what it does and when it may be made, and QmlTypes.h for the same in QML. It uses the QML module
 /// QtQuick, and no widgets.
-class QuickHost final : public Host {
+class VANTIX_EXPORT QuickHost final : public Host {
     Q_OBJECT
 
 public:
