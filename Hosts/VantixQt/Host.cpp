@@ -83,7 +83,12 @@ void Host::logOut() {
 
 void Host::dismiss() { run_->core().dismissPresentedInAppMessage(); }
 
-void Host::setMessagesAllowed(bool allowed) { NotificationCore::setAllowed(allowed); }
+void Host::setMessagesAllowed(bool allowed) {
+    NotificationCore::setAllowed(allowed);
+    if (allowed) run_->announceReadiness();
+}
+
+void Host::setReducesMotion(bool reduces) { run_->surroundings().setReducesMotion(reduces); }
 
 void Host::setTextScale(double scale) { run_->surroundings().setTextScale(scale); }
 

@@ -46,11 +46,17 @@ public:
     /// Takes the message on screen away, as its close control does. Without one nothing happens.
     void dismiss();
 
-    /// While false no message is shown; those that arrive wait. True at start.
+    /// While false no message is shown; those that arrive wait, and are shown when nothing else stands in the way. True
+    /// at start.
     void setMessagesAllowed(bool allowed);
 
-    /// The reader's text size, 1 being the designer's, from now on instead of the platform's. 0: the platform's again.
+    /// The reader's text size, 1 being the designer's, from now on instead of the platform's, which is told by its font
+    /// (9 to 11 points are the designer's size). 0: the platform's again.
     void setTextScale(double scale);
+
+    /// True when the person wants little movement: messages come and go at once. False at start, as the platforms have
+    /// no common word for that wish.
+    void setReducesMotion(bool reduces);
 
     /// While false the application counts as being in the background whatever the platform says, for devices whose
     /// platform does not know: no message is shown, and the stored ones are looked through again on the return. True
@@ -65,7 +71,7 @@ signals:
     /// A button leads out of the application. While nobody is connected, the desktop opens the address.
     void urlActivated(const QUrl& address);
     void messageShown(const QString& scope);
-    /// Once for each `messageShown`.
+    /// Once for each `messageShown`, but for a message that this object's own end takes away.
     void messageGone(const QString& scope);
     /// The module reports what happened to a message ("inAppMessageShown", …), whether or not there is a back end.
     void reported(const QString& name, const QVariantMap& attributes);

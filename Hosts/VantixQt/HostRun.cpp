@@ -171,14 +171,15 @@ void HostRun::applyApplicationState() {
 
 void HostRun::addScene(const std::shared_ptr<WindowScene>& scene) {
     application_->add(scene);
-    auto announce = [this] { notificationCenter_->post({ApplicationNotification::sceneDidActivate, {}}); };
-    connect(scene.get(), &WindowScene::activated, this, [this, announce, scene = scene.get()] {
+    connect(scene.get(), &WindowScene::activated, this, [this, scene = scene.get()] {
         application_->bringToFront(*scene);
-        announce();
+        announceReadiness();
     });
-    connect(scene.get(), &WindowScene::available, this, announce);
+    connect(scene.get(), &WindowScene::available, this, &HostRun::announceReadiness);
     connect(scene.get(), &WindowScene::ended, this, [this, scene = scene.get()] { application_->remove(*scene); });
-    announce();
+    announceReadiness();
 }
+
+void HostRun::announceReadiness() { notificationCenter_->post({ApplicationNotification::sceneDidActivate, {}}); }
 
 }  // namespace vantix::qt

@@ -41,6 +41,8 @@ public:
     const SceneServices& sceneServices() const { return services_; }
     /// The scene takes part until it ends; a message on it then counts as dismissed.
     void addScene(const std::shared_ptr<WindowScene>& scene);
+    /// A message may be put up now that could not before.
+    void announceReadiness();
 
     /// See Host::setInForeground.
     void setInForeground(bool inForeground);

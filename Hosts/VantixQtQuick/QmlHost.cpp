@@ -2,7 +2,10 @@
 
 #include <QDesktopServices>
 #include <QMetaMethod>
+#include <QPointer>
 #include <QQuickItem>
+
+#include <utility>
 
 namespace vantix::qt {
 
@@ -14,6 +17,12 @@ void QmlHost::componentComplete() {
     relaySignals();
     followProperties();
     addEnclosingWindow();
+    for (const auto& operation : std::exchange(awaited_, {})) operation();
+}
+
+void QmlHost::perform(std::function<void()> operation) {
+    if (host_) return operation();
+    awaited_.push_back(std::move(operation));
 }
 
 void QmlHost::relaySignals() {
@@ -22,6 +31,7 @@ void QmlHost::relaySignals() {
     connect(host, &Host::messageShown, this, &QmlHost::messageShown);
     connect(host, &Host::messageGone, this, &QmlHost::messageGone);
     connect(host, &Host::reported, this, &QmlHost::reported);
+    connect(host, &Host::requestSent, this, &QmlHost::requestSent);
     connect(host, &Host::urlActivated, this, [this](const QUrl& address) {
         if (isSignalConnected(QMetaMethod::fromSignal(&QmlHost::urlActivated))) {
             emit urlActivated(address);
@@ -40,6 +50,7 @@ void QmlHost::followProperties() {
     follow(&QmlHost::messagesAllowedChanged, [this, host] { host->setMessagesAllowed(messagesAllowed_); });
     follow(&QmlHost::textScaleChanged, [this, host] { host->setTextScale(textScale_); });
     follow(&QmlHost::reducesMotionChanged, [this, host] { host->setReducesMotion(reducesMotion_); });
+    follow(&QmlHost::inForegroundChanged, [this, host] { host->setInForeground(inForeground_); });
     connect(this, &QmlHost::customerIdChanged, host, [this, host] { host->setCustomerId(customerId); });
 }
 
@@ -56,6 +67,10 @@ void QmlHost::addEnclosingWindow() {
 }
 
 bool QmlHost::receivePush(const QJsonObject& campaign) {
+    if (!host_) {
+        perform([this, campaign] { receivePush(campaign); });
+        return true;
+    }
     QString whyNot;
     bool isReceived = host_->receivePush(campaign, &whyNot);
     if (!isReceived) emit pushRefused(whyNot);
@@ -63,17 +78,27 @@ bool QmlHost::receivePush(const QJsonObject& campaign) {
 }
 
 void QmlHost::captureEvent(const QString& name, const QVariantMap& attributes) {
-    host_->captureEvent(name, attributes);
+    perform([this, name, attributes] { host_->captureEvent(name, attributes); });
 }
 
-void QmlHost::logOut() { host_->logOut(); }
+void QmlHost::logOut() {
+    perform([this] {
+        host_->logOut();
+        customerId.clear();
+        emit customerIdChanged();
+    });
+}
 
-void QmlHost::dismiss() { host_->dismiss(); }
+void QmlHost::dismiss() {
+    if (host_) host_->dismiss();
+}
 
 void QmlHost::addWindow(QQuickWindow* window) {
-    if (window) host_->addWindow(window);
+    perform([this, window = QPointer(window)] { host_->addWindow(window); });
 }
 
-void QmlHost::removeWindow(QQuickWindow* window) { host_->removeWindow(window); }
+void QmlHost::removeWindow(QQuickWindow* window) {
+    perform([this, window = QPointer(window)] { host_->removeWindow(window); });
+}
 
 }  // namespace vantix::qt

@@ -5,7 +5,9 @@
 #include <QQmlParserStatus>
 #include <QQuickItem>
 
+#include <functional>
 #include <memory>
+#include <vector>
 
 namespace vantix::qt {
 
@@ -23,6 +25,7 @@ class QmlHost : public QObject, public QQmlParserStatus, private HostOptions {
     Q_PROPERTY(bool messagesAllowed MEMBER messagesAllowed_ NOTIFY messagesAllowedChanged)
     Q_PROPERTY(double textScale MEMBER textScale_ NOTIFY textScaleChanged)
     Q_PROPERTY(bool reducesMotion MEMBER reducesMotion_ NOTIFY reducesMotionChanged)
+    Q_PROPERTY(bool inForeground MEMBER inForeground_ NOTIFY inForegroundChanged)
 
 public:
     ~QmlHost() override;
@@ -43,13 +46,17 @@ signals:
     void messageShown(const QString& scope);
     void messageGone(const QString& scope);
     void reported(const QString& name, const QVariantMap& attributes);
+    void requestSent(const QString& method, const QUrl& address, const QString& body);
     void pushRefused(const QString& whyNot);
     void customerIdChanged();
     void messagesAllowedChanged();
     void textScaleChanged();
     void reducesMotionChanged();
+    void inForegroundChanged();
 
 private:
+    /// At once, or when the host is there: bindings and handlers run while the scene is still being put together.
+    void perform(std::function<void()> operation);
     void relaySignals();
     void followProperties();
     void addEnclosingWindow();
@@ -57,6 +64,8 @@ private:
     bool messagesAllowed_ = true;
     double textScale_ = 0;
     bool reducesMotion_ = false;
+    bool inForeground_ = true;
+    std::vector<std::function<void()>> awaited_;
     std::unique_ptr<QuickHost> host_;
 };
 

@@ -1,7 +1,6 @@
 #include "VantixQtQuick/QuickHost.h"
 
 #include "VantixQt/HostRun.h"
-#include "VantixQt/Windows/Surroundings.h"
 #include "VantixQtQuick/QmlParts.h"
 #include "VantixQtQuick/QuickScene.h"
 
@@ -13,7 +12,7 @@ QuickHost::QuickHost(const HostOptions& options, QObject* parent)
 QuickHost::~QuickHost() = default;
 
 void QuickHost::addWindow(QQuickWindow* window) {
-    if (scenes_.contains(window)) return;
+    if (!window || scenes_.contains(window)) return;
     auto scene = std::make_shared<QuickScene>(window, run().sceneServices(), parts_);
     scenes_.insert(window, scene);
     connect(scene.get(), &WindowScene::ended, this, [this, window] { scenes_.remove(window); });
@@ -23,7 +22,5 @@ void QuickHost::addWindow(QQuickWindow* window) {
 void QuickHost::removeWindow(QQuickWindow* window) {
     if (auto scene = scenes_.value(window).lock()) scene->end();
 }
-
-void QuickHost::setReducesMotion(bool reduces) { run().surroundings().setReducesMotion(reduces); }
 
 }  // namespace vantix::qt

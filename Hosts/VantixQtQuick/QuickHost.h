@@ -35,10 +35,6 @@ public:
     /// A message that the window shows counts as dismissed.
     void removeWindow(QQuickWindow* window);
 
-    /// Whether the person wants no movement; messages then come and go at once. False at start: this toolkit does not
-    /// tell what the platform knows about it.
-    void setReducesMotion(bool reduces);
-
 private:
     std::shared_ptr<QmlParts> parts_;
     QHash<QQuickWindow*, std::weak_ptr<QuickScene>> scenes_;

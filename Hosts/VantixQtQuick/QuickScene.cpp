@@ -55,7 +55,7 @@ bool QuickScene::isVisible() const {
 
 bool QuickScene::isReady() const {
     if (!isVisible()) return false;
-    if (auto popup = modalPopup(*window_)) {
+    if (auto popup = waitingPopup(*window_)) {
         connect(popup, &QQuickItem::visibleChanged, this, &QuickScene::announceLater, Qt::UniqueConnection);
         return false;
     }
@@ -73,6 +73,7 @@ std::unique_ptr<MessageOverlay> QuickScene::makeOverlay(std::unique_ptr<MessageS
 }
 
 bool QuickScene::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == window_ && event->type() == QEvent::Close) followClosing();
     if (event->type() != QEvent::Hide) return false;
     if (watched == window_) {
         windowHidden();
@@ -82,7 +83,14 @@ bool QuickScene::eventFilter(QObject* watched, QEvent* event) {
     return false;
 }
 
+void QuickScene::followClosing() {
+    isClosing_ = true;
+    QMetaObject::invokeMethod(
+        this, [this] { isClosing_ = false; }, Qt::QueuedConnection);
+}
+
 void QuickScene::windowHidden() {
+    if (isClosing_) return endMessage();
     // Windows hide for a moment, too, to be shown with other flags.
     QMetaObject::invokeMethod(
         this,

@@ -28,10 +28,13 @@ protected:
     std::unique_ptr<MessageOverlay> makeOverlay(std::unique_ptr<MessageSurface> surface) override;
 
 private:
+    /// A window that is hidden while it closes may be the last one: there is no later turn to tell of the end.
+    void followClosing();
     void windowHidden();
     void announceLater();
 
     QPointer<QQuickWindow> window_;
+    bool isClosing_ = false;
     std::shared_ptr<QmlParts> parts_;
 };
 

@@ -12,19 +12,22 @@ namespace {
 /// Above everything that the controls put into a window.
 bool isControlsOverlay(const QQuickItem* item) { return item->inherits("QQuickOverlay"); }
 
-/// A popup owns the item that it shows.
-bool isOfModalPopup(const QQuickItem* item) {
-    return item->isVisible() && item->parent() && item->parent()->property("modal").toBool();
+/// Whether the popup waits for an answer; a tool tip does not. A popup owns the item that it shows.
+bool isOfWaitingPopup(const QQuickItem* item) {
+    const QObject* popup = item->parent();
+    if (!item->isVisible() || !popup) return false;
+    bool isList = popup->parent() && popup->parent()->inherits("QQuickComboBox");
+    return popup->property("modal").toBool() || popup->inherits("QQuickMenu") || isList;
 }
 
 }  // namespace
 
-QQuickItem* modalPopup(const QQuickWindow& window) {
+QQuickItem* waitingPopup(const QQuickWindow& window) {
     const auto items = window.contentItem()->childItems();
     auto overlay = std::find_if(items.begin(), items.end(), isControlsOverlay);
     if (overlay == items.end()) return nullptr;
     const auto popups = (*overlay)->childItems();
-    auto found = std::find_if(popups.begin(), popups.end(), isOfModalPopup);
+    auto found = std::find_if(popups.begin(), popups.end(), isOfWaitingPopup);
     return found == popups.end() ? nullptr : *found;
 }
 

@@ -23,8 +23,9 @@ public:
     virtual ~InAppMessagePresentationDelegate() = default;
 
     /// Asked before a message that could be shown is put up. False means "not now": the message stays where it waits,
-    /// first in line, and is tried again at the next occasion: `ApplicationNotification::sceneDidActivate`, an
-    /// activation of the application, the end of a pause. Must not show or dismiss anything.
+    /// ahead of whatever comes later, and is tried again at the next occasion:
+    /// `ApplicationNotification::sceneDidActivate`, an activation of the application, the end of a pause. Must not show
+    /// or dismiss anything.
     virtual bool shouldPresent(const PresentedMessage&) { return true; }
     /// The message has a window. Its content is laid out on the main queue's next turn.
     virtual void didPresent(const PresentedMessage&) {}

@@ -10,6 +10,7 @@
 #include "VantixInAppMessage/Manager/InAppMessageQueueManager.h"
 #include "VantixPushNotification/NotificationCore.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <utility>
@@ -106,17 +107,25 @@ void InAppDisplayManager::showInAppMessage(const std::optional<std::string>& sco
 
 void InAppDisplayManager::showNextInAppMessage() {
     assertMainThread("showNextInAppMessage()");
-    if (showingInAppMessage_ || !postponed_) return showInAppMessage({}, {});
-    auto occasion = *std::exchange(postponed_, {});
-    showInAppMessage(occasion.scope, occasion.attributes);
-    if (!showingInAppMessage_ && !postponed_) showInAppMessage({}, {});
+    if (!isFree()) return showInAppMessage({}, {});
+    for (Occasion& occasion : std::exchange(postponed_, {})) {
+        if (showingInAppMessage_) {
+            postponed_.push_back(std::move(occasion));
+        } else {
+            showInAppMessage(occasion.scope, occasion.attributes);
+        }
+    }
+    if (!showingInAppMessage_ && postponed_.empty()) showInAppMessage({}, {});
 }
 
 void InAppDisplayManager::showNextInAppMessageIfFree() {
     assertMainThread("showNextInAppMessageIfFree()");
-    bool nothingInTheWay = currentApplicationState_ == ApplicationState::active && !showingInAppMessage_ &&
-                           !delayBetweenTwoInAppMessagesWorkItem_;
-    if (nothingInTheWay) showNextInAppMessage();
+    if (isFree()) showNextInAppMessage();
+}
+
+bool InAppDisplayManager::isFree() const {
+    return currentApplicationState_ == ApplicationState::active && !showingInAppMessage_ &&
+           !delayBetweenTwoInAppMessagesWorkItem_ && NotificationCore::isAllowed();
 }
 
 bool InAppDisplayManager::mayPresent(const VantixInAppMessagePayload& message, Occasion occasion) {
@@ -124,7 +133,8 @@ bool InAppDisplayManager::mayPresent(const VantixInAppMessagePayload& message, O
     if (!delegate || delegate->shouldPresent(summary(message))) return true;
     log.info("mayPresent(message:)",
              [&] { return "The application puts off the message with scope:" + message.scope; });
-    if (!postponed_) postponed_ = std::move(occasion);
+    bool waits = std::find(postponed_.begin(), postponed_.end(), occasion) != postponed_.end();
+    if (!waits) postponed_.push_back(std::move(occasion));
     return false;
 }
 

@@ -64,13 +64,17 @@ private:
     struct Occasion {
         std::optional<std::string> scope;
         std::optional<Dictionary> attributes;
+
+        bool operator==(const Occasion&) const = default;
     };
 
-    /// Tries the message that was put off, or else the next that waits for no event.
+    /// Tries the messages that were put off, in their order, or else the next that waits for no event.
     void showNextInAppMessage();
     /// Does so silently, if nothing stands in the way: a launch message arrives from the store a moment after the
     /// application became active, and a scene may come to the front at any time.
     void showNextInAppMessageIfFree();
+    /// Whether nothing but the application itself could stand in the way of a message now.
+    bool isFree() const;
     bool mayPresent(const VantixInAppMessagePayload& message, Occasion occasion);
     void tellPresented(const SharedPayload& message);
     void tellDismissed();
@@ -110,7 +114,8 @@ private:
     std::shared_ptr<DispatchWorkItem> autoDismissInAppMessageWorkItem_;
     bool showingInAppMessage_ = false;
     std::weak_ptr<InAppMessagePresentationDelegate> presentationDelegate_;
-    std::optional<Occasion> postponed_;
+    /// In the order in which they came, each once.
+    std::vector<Occasion> postponed_;
     /// Told to the delegate and not yet told to be gone.
     SharedPayload presented_;
     std::shared_ptr<InAppMessageViewBuilder> inAppMessageViewBuilder_;

@@ -35,20 +35,29 @@ struct PresentationTest : ModuleTest {
     std::shared_ptr<Guest> guest = std::make_shared<Guest>();
 };
 
-TEST_F(PresentationTest, AMessageThatIsPutOffStaysFirstInLine) {
+TEST_F(PresentationTest, MessagesThatArePutOffKeepTheirOrder) {
     guest->isReady = false;
-    push({.scope = "bought", .event = "purchase"});
-    post("purchase");
+    for (const char* event : {"purchase", "search", "purchase"}) {
+        push({.scope = event, .event = event});
+        post(event);
+    }
     push({.scope = "later"});
-    EXPECT_EQ(guest->take(), "may bought? may later? ");
+    EXPECT_EQ(guest->take(), "may purchase? may search? may purchase? may later? ");
     advance(30);
     EXPECT_EQ(guest->take(), "") << "nobody asks without an occasion";
     guest->isReady = true;
+    NotificationCore::setAllowed(false);
     activateScene();
-    EXPECT_EQ(guest->take(), "may bought? bought there ");
+    EXPECT_EQ(guest->take(), "");
+    NotificationCore::setAllowed(true);
+    activateScene();
+    EXPECT_EQ(guest->take(), "may purchase? purchase there ");
     tap(Role::close);
     advance(10);
-    EXPECT_EQ(guest->take(), "bought gone may later? later there ");
+    EXPECT_EQ(guest->take(), "purchase gone may search? search there ");
+    tap(Role::close);
+    advance(10);
+    EXPECT_EQ(guest->take(), "search gone may later? later there ");
     EXPECT_TRUE(recorder.takeErrors().empty());
 }
 

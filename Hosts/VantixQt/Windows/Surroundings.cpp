@@ -2,6 +2,7 @@
 
 #include <QEvent>
 #include <QFont>
+#include <QFontInfo>
 #include <QGuiApplication>
 #include <QLocale>
 #include <QPalette>
@@ -13,12 +14,12 @@ namespace vantix::qt {
 
 namespace {
 
-/// The sizes that platforms ship with, in typographic points: all of them count as the designer's.
-constexpr double smallestUsualFontSize = 8;
-constexpr double largestUsualFontSize = 13;
+/// The sizes that desktops ship with, in typographic points: all of them count as the designer's.
+constexpr double smallestUsualFontSize = 9;
+constexpr double largestUsualFontSize = 11;
 
 double platformTextScale() {
-    double size = QGuiApplication::font().pointSizeF();
+    double size = QFontInfo(QGuiApplication::font()).pointSizeF();
     if (size <= 0) return 1;
     if (size < smallestUsualFontSize) return size / smallestUsualFontSize;
     return std::max(1.0, size / largestUsualFontSize);
