@@ -13,6 +13,8 @@
 #include <QTimer>
 #include <gtest/gtest.h>
 
+#include <set>
+
 using namespace vantix;
 using namespace vantix::qt;
 
@@ -108,6 +110,30 @@ TEST_F(WidgetsHostTest, AMessageWaitsForAWindowAndEndsWithIt) {
     window->close();
     EXPECT_TRUE(window->children().isEmpty()) << "at once: the application may be about to quit";
     EXPECT_EQ(gone.take(), "first");
+}
+
+TEST_F(WidgetsHostTest, AMessageMovesInUnlessThePersonWantsNoMovement) {
+    application();
+    for (bool reducesMotion : {false, true}) {
+        QWidget window;
+        window.resize(200, 200);
+        window.show();
+        WidgetsHost host(options);
+        host.setReducesMotion(reducesMotion);
+        host.addWindow(&window);
+        std::set<QByteArray> pictures;
+        QTimer look;
+        QObject::connect(&look, &QTimer::timeout, [&] {
+            QImage picture = window.grab().toImage();
+            pictures.emplace(reinterpret_cast<const char*>(picture.constBits()), picture.sizeInBytes());
+        });
+        look.start(10);
+        host.receivePush(campaign(reducesMotion ? "still" : "moving"));
+        QEventLoop loop;
+        QTimer::singleShot(700, &loop, &QEventLoop::quit);
+        loop.exec();
+        EXPECT_EQ(pictures.size() > 3, !reducesMotion) << pictures.size();
+    }
 }
 
 TEST_F(WidgetsHostTest, AMessageWaitsForAMenu) {
