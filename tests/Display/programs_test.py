@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Uses the simulator, and the smallest application, as a person does.
+"""Uses the simulator as a person does.
 
-usage: programs_test.py VANTIX-INAPP MINIMAL
+usage: programs_test.py VANTIX-INAPP
 """
 
 import json
@@ -10,7 +10,7 @@ import subprocess
 import sys
 from pathlib import Path
 
-from desktop import Application, click, desktop, eventually, in_session, keys
+from desktop import Application, click, desktop, eventually, in_session
 
 in_session()
 
@@ -28,11 +28,6 @@ def campaign(scope, kind="POPUP", event="INSTANT", **attributes):
 class Simulator(Application):
     def arguments(self):
         return self.campaigns
-
-
-class Minimal(Application):
-    def arguments(self):
-        return []
 
 
 def press(app, name):
@@ -84,13 +79,5 @@ def try_without_display(program):
     assert run.returncode == 2 and "needs a display" in run.stderr.splitlines()[-1], (run.returncode, run.stderr)
 
 
-def try_minimal(program):
-    with desktop() as screen, Minimal([program], []) as app:
-        eventually(lambda: screen.box("fbf7f0"), "the popup")
-        keys("Escape")
-        eventually(lambda: not screen.box("fbf7f0"), "it closed")
-
-
 try_without_display(sys.argv[1])
 try_simulator(sys.argv[1])
-try_minimal(sys.argv[2])
