@@ -27,6 +27,7 @@ struct StrokeRect {
     Color color;
 };
 
+/// A filled ellipse that touches the frame's four edges.
 struct FillEllipse {
     Rect frame;
     Color color;
@@ -63,7 +64,8 @@ struct PushClip {
 
 struct PopClip {};
 
-using DisplayItem = std::variant<FillRect, StrokeRect, FillEllipse, StrokeEllipse, DrawText, DrawImage, PushClip, PopClip>;
+using DisplayItem =
+    std::variant<FillRect, StrokeRect, FillEllipse, StrokeEllipse, DrawText, DrawImage, PushClip, PopClip>;
 
 /// What a host paints, in order, in points of the window. Font sizes are final: the text scale is applied.
 using DisplayList = std::vector<DisplayItem>;

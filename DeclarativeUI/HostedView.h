@@ -75,6 +75,7 @@ public:
     /// The same as areas of the window: those that take touches, all others are the application's.
     std::vector<Rect> touchAreas() const;
 
+    /// What a touch meets.
     struct TapResult {
         /// The innermost element under the touch that wants it, absent when nothing does.
         std::optional<AccessibleElement> element;

@@ -15,6 +15,7 @@ inline constexpr double infinity = std::numeric_limits<double>::infinity();
 enum class HorizontalAlignment { leading, center, trailing };
 enum class VerticalAlignment { top, center, bottom };
 
+/// Where a view stands in the room that it leaves.
 struct Alignment {
     HorizontalAlignment horizontal = HorizontalAlignment::center;
     VerticalAlignment vertical = VerticalAlignment::center;

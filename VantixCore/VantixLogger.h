@@ -37,6 +37,7 @@ struct SourceLocation {
 #endif
 };
 
+/// A line of the log, with where it comes from.
 struct LogLine {
     LogLevel level = LogLevel::debug;
     std::string message;

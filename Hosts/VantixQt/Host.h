@@ -70,6 +70,7 @@ signals:
     void deepLinkActivated(const QUrl& link);
     /// A button leads out of the application. While nobody is connected, the desktop opens the address.
     void urlActivated(const QUrl& address);
+    /// The message is on the screen.
     void messageShown(const QString& scope);
     /// Once for each `messageShown`, but for a message that this object's own end takes away.
     void messageGone(const QString& scope);

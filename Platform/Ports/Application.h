@@ -66,6 +66,7 @@ public:
     virtual void removeFromSuperview() = 0;
 };
 
+/// Whether dark stands on light or light on dark.
 enum class ColorScheme { light, dark };
 
 /// The surroundings in which a scene draws.

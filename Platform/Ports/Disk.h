@@ -28,6 +28,7 @@ public:
     using Path = std::filesystem::path;
     using Time = std::filesystem::file_time_type;
 
+    /// A file as its folder lists it.
     struct ListedFile {
         Path path;
         /// Bytes.

@@ -9,6 +9,7 @@
 
 namespace vantix {
 
+/// What is posted to whoever observes its name.
 struct Notification {
     std::string name;
     /// Whatever the poster hands over; may be empty.

@@ -12,6 +12,7 @@ struct Point {
     bool operator==(const Point&) const = default;
 };
 
+/// In points.
 struct Size {
     double width = 0;
     double height = 0;
@@ -19,6 +20,7 @@ struct Size {
     bool operator==(const Size&) const = default;
 };
 
+/// Distances from the edges inwards, in points.
 struct EdgeInsets {
     double top = 0;
     double left = 0;
@@ -28,6 +30,7 @@ struct EdgeInsets {
     bool operator==(const EdgeInsets&) const = default;
 };
 
+/// In points; the y axis points down.
 struct Rect {
     Point origin;
     Size size;

@@ -11,6 +11,7 @@ namespace vantix {
 ///     constexpr WordTable<TextFontStyle, 3> words{{{TextFontStyle::regular, "REGULAR"}, …}};
 template <typename Case, std::size_t count>
 struct WordTable {
+    /// A value and its word.
     struct Entry {
         Case value;
         std::string_view word;
