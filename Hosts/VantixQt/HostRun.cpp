@@ -119,7 +119,6 @@ void HostRun::installCore(const HostOptions& options) {
     VantixHost host;
     host.dataDirectory = dataDirectory(options.dataDirectory);
     host.logSink = writeToLog;
-    VantixLogger::setConsoleLogLevel(lowestWrittenLevel());
     // These are called on any thread; a queued signal brings them to this one, after the tap that they come from.
     host.openURL = [this](const std::string& url) { emit openURL(QString::fromStdString(url)); };
     host.handleDeepLink = [this](const std::string& link) { emit openDeepLink(QString::fromStdString(link)); };
@@ -145,6 +144,8 @@ void HostRun::startModule(const HostOptions& options) {
     if (!options.appStoreId.isEmpty()) appStoreId = options.appStoreId.toStdString();
     auto configuration = std::make_shared<VantixInAppMessageConfiguration>(core, pushLibrary_, appStoreId);
     core_ = InAppMessagingCore::create(configuration, Env::dev, lifeCycle_.state());
+    // The core library has set its own level.
+    VantixLogger::setConsoleLogLevel(lowestWrittenLevel());
     core_->setPresentationDelegate(presentation_);
 }
 
