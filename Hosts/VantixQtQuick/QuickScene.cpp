@@ -6,6 +6,7 @@
 #include <QEvent>
 #include <QGuiApplication>
 #include <QQuickItem>
+#include <QScreen>
 
 #include <algorithm>
 #include <utility>
@@ -42,11 +43,21 @@ QuickScene::QuickScene(QQuickWindow* window, SceneServices services, std::shared
     connect(window, &QObject::destroyed, this, &QuickScene::end);
     connect(window, &QWindow::widthChanged, this, &QuickScene::geometryChanged);
     connect(window, &QWindow::heightChanged, this, &QuickScene::geometryChanged);
-    connect(window, &QWindow::screenChanged, this, &QuickScene::geometryChanged);
+    connect(window, &QWindow::screenChanged, this, &QuickScene::followScreen);
+    followScreen();
     connect(window, &QWindow::visibilityChanged, this, &QuickScene::announceLater);
     connect(window, &QWindow::activeChanged, this, [this] {
         if (window_->isActive()) emit activated();
     });
+}
+
+void QuickScene::followScreen() {
+    if (screen_) disconnect(screen_, nullptr, this, nullptr);
+    screen_ = window_->screen();
+    // A screen whose scale is changed tells of its size and density.
+    connect(screen_, &QScreen::geometryChanged, this, &QuickScene::geometryChanged);
+    connect(screen_, &QScreen::logicalDotsPerInchChanged, this, &QuickScene::geometryChanged);
+    geometryChanged();
 }
 
 bool QuickScene::isVisible() const {

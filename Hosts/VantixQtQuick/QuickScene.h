@@ -4,6 +4,7 @@
 
 #include <QPointer>
 #include <QQuickWindow>
+#include <QScreen>
 
 #include <memory>
 
@@ -30,10 +31,12 @@ protected:
 private:
     /// A window that is hidden while it closes may be the last one: there is no later turn to tell of the end.
     void followClosing();
+    void followScreen();
     void windowHidden();
     void announceLater();
 
     QPointer<QQuickWindow> window_;
+    QPointer<QScreen> screen_;
     bool isClosing_ = false;
     std::shared_ptr<QmlParts> parts_;
 };
