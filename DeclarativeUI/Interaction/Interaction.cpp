@@ -193,7 +193,8 @@ DisplayList Interaction::decorations() const {
     auto focused = showsFocus_ && focused_ ? find(view_->elements(), *focused_) : nullptr;
     if (focused) {
         Rect inner = grown(focused->frame, -ringWidth / 2);
-        list.push_back(StrokeRect{grown(inner, ringWidth), radius(*focused) + ringWidth / 2, ringWidth, outerRingColor});
+        list.push_back(
+            StrokeRect{grown(inner, ringWidth), radius(*focused) + ringWidth / 2, ringWidth, outerRingColor});
         list.push_back(StrokeRect{inner, radius(*focused), ringWidth, innerRingColor});
     }
     return list;

@@ -104,7 +104,8 @@ void HostedView::layOut() {
         Evaluation evaluation(this);
         *settled_ = LayoutPass(*memory_, *measurer_, traits_, scrollOffset_).run(tree_);
     }
-    announce(settled_->recorded.elements, vantix::spokenWords(spokenWords_, settled_->language, languageOf(traits_.locale)));
+    announce(settled_->recorded.elements,
+             vantix::spokenWords(spokenWords_, settled_->language, languageOf(traits_.locale)));
     scrollOffset_ = std::min(scrollOffset_, settled_->scrollRange);
     tellSizes();
 }
