@@ -58,8 +58,9 @@ bool Host::receivePush(const QJsonObject& campaign, QString* whyNot) {
     QByteArray text = QJsonDocument(campaign).toJson(QJsonDocument::Compact);
     auto push = pushOfCampaign({text.constData(), static_cast<std::size_t>(text.size())});
     if (!push) return refuse(push.error().localizedDescription);
-    if (auto objection = firstObjection(VantixInAppMessagePayload::generate(push.value()))) return refuse(*objection);
-    run_->pushLibrary().receiveSilentPush(std::string(rawValue(VantixNotificationType::inapp)), push.value());
+    auto message = VantixInAppMessagePayload::generate(push.value());
+    if (auto objection = firstObjection(message)) return refuse(*objection);
+    run_->core().silentPushListener(message);
     return true;
 }
 

@@ -76,7 +76,6 @@ HostRun::HostRun(const HostOptions& options)
       services_{dispatcher_, std::make_shared<QtTextMeasurer>(fonts_), std::make_shared<DisplayListPainter>(fonts_),
                 surroundings_},
       lifeCycle_(notificationCenter_, stateAtStart()),
-      pushLibrary_(std::make_shared<NotificationCore>()),
       presentation_(std::make_shared<Presentation>(*this)) {
     wakeOnWork();
     installPorts();
@@ -98,14 +97,14 @@ HostRun::~HostRun() {
 
 void HostRun::wakeOnWork() {
     // At most one event is on its way; any thread may hand over work.
-    dispatcher_->setMainQueueWaker([this, isWaking = isWaking_] {
-        if (!isWaking->exchange(true)) QCoreApplication::postEvent(this, new QEvent(wakeUpEvent));
+    dispatcher_->setMainQueueWaker([this] {
+        if (!isWaking_.exchange(true)) QCoreApplication::postEvent(this, new QEvent(wakeUpEvent));
     });
 }
 
 bool HostRun::event(QEvent* event) {
     if (event->type() != wakeUpEvent) return QObject::event(event);
-    isWaking_->store(false);
+    isWaking_.store(false);
     dispatcher_->drainMainQueue();
     return true;
 }
@@ -142,7 +141,7 @@ void HostRun::startModule(const HostOptions& options) {
     core->token = options.accessToken.toStdString();
     std::optional<std::string> appStoreId;
     if (!options.appStoreId.isEmpty()) appStoreId = options.appStoreId.toStdString();
-    auto configuration = std::make_shared<VantixInAppMessageConfiguration>(core, pushLibrary_, appStoreId);
+    auto configuration = std::make_shared<VantixInAppMessageConfiguration>(core, nullptr, appStoreId);
     core_ = InAppMessagingCore::create(configuration, Env::dev, lifeCycle_.state());
     // The core library has set its own level.
     VantixLogger::setConsoleLogLevel(lowestWrittenLevel());

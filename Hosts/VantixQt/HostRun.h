@@ -34,7 +34,6 @@ public:
     ~HostRun() override;
 
     InAppMessagingCore& core() { return *core_; }
-    const NotificationCore& pushLibrary() const { return *pushLibrary_; }
     Surroundings& surroundings() { return *surroundings_; }
 
     /// For the scenes of this run.
@@ -69,7 +68,7 @@ private:
     void applyApplicationState();
 
     /// Whether an event that wakes the loop is on its way.
-    std::shared_ptr<std::atomic<bool>> isWaking_ = std::make_shared<std::atomic<bool>>(false);
+    std::atomic<bool> isWaking_ = false;
     std::shared_ptr<ThreadedDispatcher> dispatcher_;
     std::shared_ptr<NotificationCenter> notificationCenter_;
     std::shared_ptr<QtFontCatalogue> fonts_;
@@ -78,7 +77,6 @@ private:
     SceneServices services_;
     ApplicationLifeCycle lifeCycle_;
     bool isInForeground_ = true;
-    std::shared_ptr<NotificationCore> pushLibrary_;
     std::shared_ptr<Presentation> presentation_;
     std::shared_ptr<InAppMessagingCore> core_;
 };

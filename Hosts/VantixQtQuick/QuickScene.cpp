@@ -60,9 +60,9 @@ void QuickScene::followScreen() {
     geometryChanged();
 }
 
-bool QuickScene::isVisible() const {
-    return window_ && window_->isVisible() && !window_->windowStates().testFlag(Qt::WindowMinimized);
-}
+bool QuickScene::isShown() const { return window_ && window_->isVisible(); }
+
+bool QuickScene::isMinimized() const { return window_->windowStates().testFlag(Qt::WindowMinimized); }
 
 bool QuickScene::isReady() const {
     if (!isVisible()) return false;
@@ -84,7 +84,7 @@ std::unique_ptr<MessageOverlay> QuickScene::makeOverlay(std::unique_ptr<MessageS
 }
 
 bool QuickScene::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == window_ && event->type() == QEvent::Close) followClosing();
+    if (watched == window_ && event->type() == QEvent::Close) windowCloses();
     if (event->type() != QEvent::Hide) return false;
     if (watched == window_) {
         windowHidden();
@@ -93,24 +93,5 @@ bool QuickScene::eventFilter(QObject* watched, QEvent* event) {
     }
     return false;
 }
-
-void QuickScene::followClosing() {
-    isClosing_ = true;
-    QMetaObject::invokeMethod(
-        this, [this] { isClosing_ = false; }, Qt::QueuedConnection);
-}
-
-void QuickScene::windowHidden() {
-    if (isClosing_) return endMessage();
-    // Windows hide for a moment, too, to be shown with other flags.
-    QMetaObject::invokeMethod(
-        this,
-        [this] {
-            if (window_ && !window_->isVisible()) endMessage();
-        },
-        Qt::QueuedConnection);
-}
-
-void QuickScene::announceLater() { QMetaObject::invokeMethod(this, &QuickScene::available, Qt::QueuedConnection); }
 
 }  // namespace vantix::qt

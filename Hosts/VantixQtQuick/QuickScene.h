@@ -23,21 +23,17 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 protected:
-    bool isVisible() const override;
+    bool isShown() const override;
+    bool isMinimized() const override;
     QSizeF size() const override;
     qreal devicePixelRatio() const override;
     std::unique_ptr<MessageOverlay> makeOverlay(std::unique_ptr<MessageSurface> surface) override;
 
 private:
-    /// A window that is hidden while it closes may be the last one: there is no later turn to tell of the end.
-    void followClosing();
     void followScreen();
-    void windowHidden();
-    void announceLater();
 
     QPointer<QQuickWindow> window_;
     QPointer<QScreen> screen_;
-    bool isClosing_ = false;
     std::shared_ptr<QmlParts> parts_;
 };
 

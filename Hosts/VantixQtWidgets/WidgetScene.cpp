@@ -62,7 +62,9 @@ WidgetScene* WidgetScene::of(const QWidget* window) {
     return qobject_cast<WidgetScene*>(window->property(sceneProperty).value<QObject*>());
 }
 
-bool WidgetScene::isVisible() const { return window_ && window_->isVisible() && !window_->window()->isMinimized(); }
+bool WidgetScene::isShown() const { return window_ && window_->isVisible(); }
+
+bool WidgetScene::isMinimized() const { return window_->window()->isMinimized(); }
 
 bool WidgetScene::isReady() const {
     if (!isVisible() || QApplication::activePopupWidget()) return false;
@@ -102,9 +104,7 @@ void WidgetScene::windowEvent(const QEvent& event) {
             announceLater();
             break;
         case QEvent::Close:
-            isClosing_ = true;
-            QMetaObject::invokeMethod(
-                this, [this] { isClosing_ = false; }, Qt::QueuedConnection);
+            windowCloses();
             break;
         case QEvent::Hide:
             if (!event.spontaneous()) windowHidden();
@@ -113,18 +113,5 @@ void WidgetScene::windowEvent(const QEvent& event) {
             break;
     }
 }
-
-void WidgetScene::windowHidden() {
-    if (isClosing_) return endMessage();
-    // Windows hide for a moment, too, to be shown with other flags.
-    QMetaObject::invokeMethod(
-        this,
-        [this] {
-            if (window_ && !window_->isVisible()) endMessage();
-        },
-        Qt::QueuedConnection);
-}
-
-void WidgetScene::announceLater() { QMetaObject::invokeMethod(this, &WidgetScene::available, Qt::QueuedConnection); }
 
 }  // namespace vantix::qt

@@ -22,18 +22,16 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 protected:
-    bool isVisible() const override;
+    bool isShown() const override;
+    bool isMinimized() const override;
     QSizeF size() const override;
     qreal devicePixelRatio() const override;
     std::unique_ptr<MessageOverlay> makeOverlay(std::unique_ptr<MessageSurface> surface) override;
 
 private:
     void windowEvent(const QEvent& event);
-    void windowHidden();
-    void announceLater();
 
     QPointer<QWidget> window_;
-    bool isClosing_ = false;
 };
 
 }  // namespace vantix::qt

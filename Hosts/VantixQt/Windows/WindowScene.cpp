@@ -84,6 +84,25 @@ void WindowScene::remove(const HostedView& content) {
     (*leaving)->leave([this, leaving] { leaving_.erase(leaving); });
 }
 
+void WindowScene::windowCloses() {
+    isClosing_ = true;
+    QMetaObject::invokeMethod(
+        this, [this] { isClosing_ = false; }, Qt::QueuedConnection);
+}
+
+void WindowScene::windowHidden() {
+    // The last window that closes leaves no later turn.
+    if (isClosing_) return endMessage();
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            if (!isShown()) endMessage();
+        },
+        Qt::QueuedConnection);
+}
+
+void WindowScene::announceLater() { QMetaObject::invokeMethod(this, &WindowScene::available, Qt::QueuedConnection); }
+
 void WindowScene::endMessage() {
     leaving_.clear();
     overlay_ = nullptr;

@@ -72,7 +72,9 @@ signals:
     void ended();
 
 protected:
-    virtual bool isVisible() const = 0;
+    /// Whether the window is there and not hidden; one that is minimised is.
+    virtual bool isShown() const = 0;
+    virtual bool isMinimized() const = 0;
     virtual QSizeF size() const = 0;
     virtual qreal devicePixelRatio() const = 0;
     /// Puts the surface above everything in the window, at first unseen: it is shown, and takes input and focus, once
@@ -81,11 +83,20 @@ protected:
 
     /// To be called when size or scale changed.
     void geometryChanged();
-    /// To be called when the window is hidden until further notice: a message on it ends, the scene does not.
-    void endMessage();
+    /// To be called when the window is about to be hidden because it is closed, and when it is hidden: until further
+    /// notice, and a message on it ends, or for a moment, to be shown with other flags.
+    void windowCloses();
+    void windowHidden();
+    /// Tells on a later turn that the window may be ready.
+    void announceLater();
+
+    /// Whether the window can be seen.
+    bool isVisible() const { return isShown() && !isMinimized(); }
 
 private:
     class SceneWindow;
+
+    void endMessage();
 
     void evaluateOnNextTurn();
     /// The module takes its window away.
@@ -93,6 +104,7 @@ private:
 
     SceneServices services_;
     EdgeInsets safeArea_;
+    bool isClosing_ = false;
     std::unique_ptr<MessageOverlay> overlay_;
     /// On their way out.
     std::list<std::unique_ptr<MessageOverlay>> leaving_;

@@ -1,9 +1,9 @@
 #include "Tools/vantix-inapp/Backend/BackendCommand.h"
 
 #include "Platform/Values/JSON.h"
+#include "Tools/vantix-inapp/Backend/Endings.h"
 #include "Tools/vantix-inapp/Input/InputFile.h"
 
-#include <csignal>
 #include <cstdio>
 
 namespace vantix {
@@ -28,16 +28,6 @@ Dictionary addressOf(const Backend& backend) {
     Dictionary address{{"baseURL", backend.url()}};
     if (backend.pin()) address.set("sslKeyHash", *backend.pin());
     return {{"backend", address}};
-}
-
-/// Blocked before the server's threads start, so that the signals wait for the main one.
-sigset_t blockEndings() {
-    sigset_t endings;
-    sigemptyset(&endings);
-    sigaddset(&endings, SIGINT);
-    sigaddset(&endings, SIGTERM);
-    pthread_sigmask(SIG_BLOCK, &endings, nullptr);
-    return endings;
 }
 
 }  // namespace

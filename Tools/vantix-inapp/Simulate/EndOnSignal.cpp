@@ -1,9 +1,10 @@
 #include "Tools/vantix-inapp/Simulate/EndOnSignal.h"
 
+#include "Tools/vantix-inapp/Backend/Endings.h"
+
 #include <QCoreApplication>
 #include <QSocketNotifier>
 
-#include <csignal>
 #include <sys/signalfd.h>
 #include <unistd.h>
 
@@ -11,13 +12,8 @@ namespace vantix {
 
 namespace {
 
-/// Blocked, so that the signals wait to be read.
 int openSignals() {
-    sigset_t endings;
-    sigemptyset(&endings);
-    sigaddset(&endings, SIGINT);
-    sigaddset(&endings, SIGTERM);
-    pthread_sigmask(SIG_BLOCK, &endings, nullptr);
+    sigset_t endings = blockEndings();
     return signalfd(-1, &endings, SFD_CLOEXEC);
 }
 
