@@ -50,12 +50,12 @@ bool isSame(const HostedView::TapResult& a, const HostedView::TapResult& b) {
 
 void Interaction::pointerDown(Point point) {
     showsFocus_ = false;
-    press_ = view_->hitTest(point);
-    setPressed(static_cast<bool>(press_->action));
+    press_ = {view_->hitTest(point), view_->scrollArea().offset};
+    setPressed(static_cast<bool>(press_->met.action));
 }
 
 void Interaction::pointerMoved(Point point) {
-    if (press_) setPressed(isSame(*press_, view_->hitTest(point)));
+    if (press_) setPressed(isOver(*press_, view_->hitTest(point)));
 }
 
 void Interaction::pointerUp(Point point) {
@@ -63,12 +63,20 @@ void Interaction::pointerUp(Point point) {
     setPressed(false);
     if (!press) return;
     auto met = view_->hitTest(point);
-    if (isSame(*press, met)) met.action();
+    if (isOver(*press, met)) met.action();
+}
+
+bool Interaction::isOver(const Press& press, const HostedView::TapResult& met) const {
+    return press.offset == view_->scrollArea().offset && isSame(press.met, met);
 }
 
 void Interaction::pointerCancelled() {
     press_ = {};
     setPressed(false);
+}
+
+bool Interaction::isPressing() const {
+    return isOverPressed_ && press_ && press_->offset == view_->scrollArea().offset;
 }
 
 void Interaction::setPressed(bool isOverPressed) {
@@ -187,8 +195,8 @@ void Interaction::focus(const AccessibleElement& element) {
 
 DisplayList Interaction::decorations() const {
     DisplayList list;
-    if (isOverPressed_ && press_ && press_->element) {
-        list.push_back(FillRect{press_->element->frame, radius(*press_->element), pressedColor});
+    if (isPressing() && press_->met.element) {
+        list.push_back(FillRect{press_->met.element->frame, radius(*press_->met.element), pressedColor});
     }
     auto focused = showsFocus_ && focused_ ? find(view_->elements(), *focused_) : nullptr;
     if (focused) {

@@ -27,7 +27,8 @@ enum class FocusCycle {
 /// and the one that has the focus.
 ///
 /// The host hands in what its toolkit tells it and paints `decorations()` above the view's own list. A press is
-/// performed when it is let go over the control that it began on. One pointer at a time. Main thread only.
+/// performed when it is let go over the control that it began on, unless the content scrolled in between. One pointer
+/// at a time. Main thread only.
 class VANTIX_EXPORT Interaction {
 public:
     Interaction(std::shared_ptr<HostedView> view, FocusCycle cycle) : view_(std::move(view)), cycle_(cycle) {}
@@ -44,7 +45,7 @@ public:
     /// Nothing comes of the press: it became a scroll, or the toolkit took it away.
     void pointerCancelled();
     /// Whether a control is pressed now.
-    bool isPressing() const { return isOverPressed_; }
+    bool isPressing() const;
 
     /// False when the message has no use for the key; the application may then have it.
     bool keyDown(Key key);
@@ -72,7 +73,15 @@ private:
     FocusCycle cycle_;
     std::function<void()> onNeedsDisplay_;
     std::function<void()> onFocusChanged_;
-    std::optional<HostedView::TapResult> press_;
+    struct Press {
+        HostedView::TapResult met;
+        /// Where the content stood.
+        double offset = 0;
+    };
+    /// Whether the press would be performed here.
+    bool isOver(const Press& press, const HostedView::TapResult& met) const;
+
+    std::optional<Press> press_;
     bool isOverPressed_ = false;
     std::optional<ElementIdentity> focused_;
     /// A focus that came by pointer is not drawn.

@@ -92,6 +92,8 @@ TEST(Interaction, MatchesItsTable) {
         {closed, "press 25 move 75 release 75", ""},
         {closed, "press 25 move 75 move 25 release 25", "tea "},
         {closed, "press 25 cancel release 25", ""},
+        {closed, "press 25 down release 5", " at 40"},
+        {closed, "press 25 down move 5", " at 40"},
         {closed, "release 25", ""},
         {closed, "activate", "unused "},
         {closed, "next activate", "tea on option0"},

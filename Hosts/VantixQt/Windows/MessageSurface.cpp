@@ -223,7 +223,6 @@ bool MessageSurface::scrollTo(double offset) {
 bool MessageSurface::scrolls() const { return !isGoing_ && content_->scrollArea().range > 0; }
 
 void MessageSurface::scrolled() {
-    interaction_.pointerCancelled();
     layer_ = {};
     emit settled();
     emit updateNeeded();

@@ -68,8 +68,7 @@ public:
     void pointerCancelled();
     /// False when the message has no use for the key.
     bool keyDown(const QKeyEvent& event);
-    /// By points; positive values show what lies further down. Nothing comes of a press any more. False when nothing
-    /// scrolls.
+    /// By points; positive values show what lies further down. False when nothing scrolls.
     bool scroll(double points);
     /// The same, to an offset.
     bool scrollTo(double offset);
