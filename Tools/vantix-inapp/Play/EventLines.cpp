@@ -96,9 +96,8 @@ void EventLines::printReport(const char* kind, std::string_view name, const Dict
     Dictionary told = printsReportAttributes_ ? attributes : answerIn(attributes);
     if (!told.isEmpty()) report.set("attributes", std::move(told));
     lines_.write("report", std::move(report));
-    if (name != rawValue(VantixDLREvents::inAppMessageShown)) return;
-    auto reported = messageOfReport(attributes);
-    if (reported.scope != shownLast().scope) rememberShown(reported);
+    bool isShown = name == rawValue(VantixDLREvents::inAppMessageShown);
+    if (isShown && !hasWindows_) rememberShown(messageOfReport(attributes));
 }
 
 void EventLines::printCallToAction(const CTA& cta, const Dictionary& payload) {

@@ -17,14 +17,18 @@ class EventLines {
 public:
     /// Log lines below the configured level are left out, and the attributes of reports, where they are not wanted.
     EventLines(LineWriter& lines, const Configuration& configuration)
-        : lines_(lines), logLevel_(configuration.logLevel), printsReportAttributes_(configuration.reportAttributes) {}
+        : lines_(lines),
+          logLevel_(configuration.logLevel),
+          printsReportAttributes_(configuration.reportAttributes),
+          hasWindows_(configuration.environment == Env::dev) {}
 
     /// A host that prints what it is told.
     VantixHost host();
     /// Prints the windows that are put up in the scene and taken away.
     void observe(OffscreenScene& scene);
 
-    /// The default payload when none was shown yet. Where no window was put up, only what the report of it tells.
+    /// The default payload when none was shown yet. In an environment without windows, only what the report of it
+    /// tells.
     VantixInAppMessagePayload shownLast() const;
 
 private:
@@ -37,6 +41,7 @@ private:
     LineWriter& lines_;
     LogLevel logLevel_;
     bool printsReportAttributes_;
+    bool hasWindows_;
     mutable std::mutex mutex_;
     VantixInAppMessagePayload shownLast_;
 };
