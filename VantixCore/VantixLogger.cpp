@@ -1,6 +1,7 @@
 #include "VantixCore/VantixLogger.h"
 
 #include "Platform/Values/AtomicPointer.h"
+#include "Platform/Values/ControlCharacters.h"
 
 #include <spdlog/logger.h>
 #include <spdlog/sinks/stdout_sinks.h>
@@ -37,8 +38,10 @@ AtomicPointer<const Sink>& installedSink() {
 
 }  // namespace
 
-void VantixLogger::write(const LogLine& line) {
-    if (!isEnabled(line.level)) return;
+void VantixLogger::write(const LogLine& given) {
+    if (!isEnabled(given.level)) return;
+    LogLine line = given;
+    line.message = withEscapedControlCharacters(given.message);
     if (auto sink = installedSink().load()) {
         (*sink)(line);
     } else {

@@ -40,6 +40,8 @@ struct SourceLocation {
 /// A line of the log, with where it comes from.
 struct LogLine {
     LogLevel level = LogLevel::debug;
+    /// A sink gets it in one line of valid UTF-8: line ends, controls of a terminal or of the reading direction, and
+    /// broken bytes, which a campaign could bring, are written as escapes ("\n", "\u202e", "\xff").
     std::string message;
     std::string file;
     std::string function;

@@ -1,5 +1,7 @@
 #include "Platform/Values/FatalError.h"
 
+#include "Platform/Values/ControlCharacters.h"
+
 #include <cstdio>
 #include <cstdlib>
 #include <utility>
@@ -22,7 +24,7 @@ void fatalError(std::string_view message) {
     if (handler()) {
         handler()(message);
     } else {
-        std::fprintf(stderr, "Fatal error: %.*s\n", static_cast<int>(message.size()), message.data());
+        std::fprintf(stderr, "Fatal error: %s\n", withEscapedControlCharacters(message).c_str());
         std::fflush(stderr);
     }
     std::abort();

@@ -1,5 +1,6 @@
 #include "Tools/vantix-inapp/Backend/Backend.h"
 
+#include "Tools/vantix-inapp/Backend/BoundedServer.h"
 #include "Tools/vantix-inapp/Backend/EventsAnswer.h"
 #include "Tools/vantix-inapp/Backend/LoopbackListener.h"
 #include "Tools/vantix-inapp/Backend/ReportIntake.h"
@@ -7,9 +8,12 @@
 #include "VantixCore/VantixConstants.h"
 #include "VantixInAppMessage/API/InAppTriggersRequest.h"
 
+#include <algorithm>
 #include <condition_variable>
 #include <httplib.h>
 #include <mutex>
+#include <optional>
+#include <system_error>
 
 namespace vantix {
 
@@ -17,9 +21,21 @@ namespace {
 
 using httplib::Request;
 using httplib::Response;
+using HandlerResponse = httplib::Server::HandlerResponse;
 
 constexpr const char* json = "application/json";
 constexpr const char* taken = R"({"status":"200"})";
+
+/// The file of that name, unless it is none or a link leads out of the folder.
+std::optional<std::string> fileWithin(const std::filesystem::path& folder, const std::string& name) {
+    if (name.find('\0') != std::string::npos) return {};
+    std::error_code problem;
+    auto root = std::filesystem::canonical(folder, problem);
+    auto file = std::filesystem::canonical(folder / name, problem);
+    if (problem || !std::filesystem::is_regular_file(file, problem)) return {};
+    bool isInside = std::mismatch(root.begin(), root.end(), file.begin(), file.end()).first == root.end();
+    return isInside ? std::optional(file.string()) : std::nullopt;
+}
 
 }  // namespace
 
@@ -41,7 +57,10 @@ public:
 
 private:
     void addRoutes(httplib::Server& server) {
-        server.set_pre_routing_handler([this](const Request&, Response& response) { return misbehave(response); });
+        server.set_pre_routing_handler([this](const Request& request, Response& response) {
+            return refuses(request, response) || misbehaves(response) ? HandlerResponse::Handled
+                                                                      : HandlerResponse::Unhandled;
+        });
         server.Get(VantixConstants::API::TriggerPath, [this](const Request&, Response& response) {
             answer(response, options_.triggers ? eventsAnswer(options_.triggers(listener_.url())) : taken, json);
         });
@@ -57,23 +76,32 @@ private:
         });
     }
 
+    /// Before a body is read: one that is too large, or that could be once it is unpacked.
+    static bool refuses(const Request& request, Response& response) {
+        bool isPacked = request.has_header("Content-Encoding");
+        bool isLarge = request.get_header_value<std::uint64_t>("Content-Length") > BoundedServer::largestRequest;
+        if (isPacked) response.status = 415;
+        if (isLarge) response.status = 413;
+        return isPacked || isLarge;
+    }
+
     /// Waits, and refuses, as asked.
-    httplib::Server::HandlerResponse misbehave(Response& response) {
+    bool misbehaves(Response& response) {
         std::unique_lock lock(mutex_);
         stopped_.wait_for(lock, std::chrono::duration<double>(options_.delay), [this] { return isStopping_; });
-        if (failuresLeft_ == 0) return httplib::Server::HandlerResponse::Unhandled;
+        if (failuresLeft_ == 0) return false;
         --failuresLeft_;
         response.status = 503;
-        return httplib::Server::HandlerResponse::Handled;
+        return true;
     }
 
     void serveImage(const std::string& name, Response& response) const {
-        bool isInside = options_.images && name != ".." && std::filesystem::is_regular_file(*options_.images / name);
-        if (!isInside) {
+        auto file = options_.images ? fileWithin(*options_.images, name) : std::nullopt;
+        if (file) {
+            answer(response, readInputFile(*file), "application/octet-stream");
+        } else {
             response.status = 404;
-            return;
         }
-        answer(response, readInputFile((*options_.images / name).string()), "application/octet-stream");
     }
 
     void answer(Response& response, const std::string& body, const char* type) const {

@@ -3,17 +3,11 @@
 #include "Platform/Values/JSON.h"
 #include "Tools/vantix-inapp/Backend/Endings.h"
 #include "Tools/vantix-inapp/Input/InputFile.h"
-
-#include <cstdio>
+#include "Tools/vantix-inapp/Output/StandardOutput.h"
 
 namespace vantix {
 
 namespace {
-
-void print(const std::string& line) {
-    std::fprintf(stdout, "%s\n", line.c_str());
-    std::fflush(stdout);
-}
 
 BackendOptions optionsOf(const BackendArguments& arguments) {
     BackendOptions options = arguments.options;
@@ -35,8 +29,9 @@ Dictionary addressOf(const Backend& backend) {
 void runBackend(const BackendArguments& arguments) {
     BackendOptions options = optionsOf(arguments);
     sigset_t endings = blockEndings();
-    Backend backend(options, print);
-    print(toJSON(addressOf(backend)));
+    Backend backend(options, printLine);
+    printLine(toJSON(addressOf(backend)));
+    requirePrinted();
 
     int signal = 0;
     sigwait(&endings, &signal);

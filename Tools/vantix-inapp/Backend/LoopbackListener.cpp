@@ -1,8 +1,8 @@
 #include "Tools/vantix-inapp/Backend/LoopbackListener.h"
 
+#include "Tools/vantix-inapp/Backend/BoundedServer.h"
 #include "Tools/vantix-inapp/Input/BadInput.h"
 
-#include <httplib.h>
 #include <sys/socket.h>
 
 namespace vantix {
@@ -26,14 +26,8 @@ int bind(httplib::Server& server, int port) {
 }  // namespace
 
 LoopbackListener::LoopbackListener(int port, bool usesTLS, const std::function<void(httplib::Server&)>& addRoutes) {
-    if (usesTLS) {
-        certificate_.emplace();
-        server_ = std::make_unique<httplib::SSLServer>(certificate_->certificate(), certificate_->key());
-    } else {
-        server_ = std::make_unique<httplib::Server>();
-    }
-    // The server library leaves the body of a GET unread, so that nothing may follow on the connection.
-    server_->set_keep_alive_max_count(1);
+    if (usesTLS) certificate_.emplace();
+    server_ = std::make_unique<BoundedServer>(certificate_ ? &*certificate_ : nullptr);
     server_->set_socket_options(refuseSharing);
     addRoutes(*server_);
     url_ = (usesTLS ? "https://" : "http://") + std::string(loopback) + ":" + std::to_string(bind(*server_, port));
@@ -42,7 +36,7 @@ LoopbackListener::LoopbackListener(int port, bool usesTLS, const std::function<v
 }
 
 LoopbackListener::~LoopbackListener() {
-    server_->stop();
+    server_->stopListening();
     thread_.join();
 }
 

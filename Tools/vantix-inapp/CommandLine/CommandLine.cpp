@@ -1,7 +1,9 @@
 #include "Tools/vantix-inapp/CommandLine/CommandLine.h"
 
+#include "Platform/Values/ControlCharacters.h"
 #include "Tools/vantix-inapp/Backend/BackendCommand.h"
 #include "Tools/vantix-inapp/Input/BadInput.h"
+#include "Tools/vantix-inapp/Output/StandardOutput.h"
 #include "Tools/vantix-inapp/Play/PlayCommand.h"
 #include "Tools/vantix-inapp/Render/RenderCommand.h"
 #include "Tools/vantix-inapp/Simulate/SimulateCommand.h"
@@ -123,8 +125,19 @@ void addBackend(CLI::App& program, Command& chosen) {
 }
 
 int complain(const std::string& problem) {
-    std::fprintf(stderr, "%s\n", problem.c_str());
+    std::fprintf(stderr, "%s\n", withEscapedControlCharacters(problem).c_str());
     return badInput;
+}
+
+int parseAndRun(CLI::App& program, const Command& command, int count, const char* const* words) {
+    try {
+        program.parse(count, words);
+    } catch (const CLI::CallForHelp&) {
+        std::fputs(program.help().c_str(), stdout);
+        return done;
+    }
+    if (!command) throw CLI::RequiredError("A command");
+    return command();
 }
 
 }  // namespace
@@ -141,18 +154,15 @@ int runCommandLine(int count, const char* const* words) {
     addSimulate(program, command);
     addBackend(program, command);
     try {
-        program.parse(count, words);
-        if (!command) throw CLI::RequiredError("A command");
-        return command();
-    } catch (const CLI::CallForHelp&) {
-        std::fputs(program.help().c_str(), stdout);
+        int status = parseAndRun(program, command, count, words);
+        requirePrinted();
+        return status;
     } catch (const CLI::ParseError& problem) {
         std::fputs(program.help().c_str(), stderr);
         return complain(problem.what());
     } catch (const BadInput& problem) {
         return complain(problem.what());
     }
-    return done;
 }
 
 }  // namespace vantix

@@ -25,7 +25,10 @@ std::filesystem::path makeGiven(const std::filesystem::path& path) {
 }
 
 std::filesystem::path makeTemporary() {
-    std::string path = std::filesystem::temp_directory_path() / "vantix-inapp-XXXXXX";
+    std::error_code problem;
+    auto folder = std::filesystem::temp_directory_path(problem);
+    if (problem) throw BadInput("there is no folder for temporary files (TMPDIR): " + problem.message());
+    std::string path = folder / "vantix-inapp-XXXXXX";
     if (!mkdtemp(path.data())) complain(path, std::strerror(errno));
     return path;
 }

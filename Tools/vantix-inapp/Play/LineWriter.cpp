@@ -1,6 +1,7 @@
 #include "Tools/vantix-inapp/Play/LineWriter.h"
 
 #include "Platform/Values/JSON.h"
+#include "Tools/vantix-inapp/Output/StandardOutput.h"
 #include "Tools/vantix-inapp/Scenario/BackendAddress.h"
 
 #include <chrono>
@@ -25,10 +26,9 @@ void LineWriter::hideBackendAddress(const std::string& address) {
 void LineWriter::write(std::string kind, Value what) {
     std::lock_guard lock(mutex_);
     auto now = std::chrono::duration<double>(clock_->now()).count();
-    std::string line = toJSON(Dictionary{{"t", roundedNumber(now, 3)}, {std::move(kind), std::move(what)}}) + "\n";
+    std::string line = toJSON(Dictionary{{"t", roundedNumber(now, 3)}, {std::move(kind), std::move(what)}});
     for (const auto& address : hiddenAddresses_) line = withoutBackendAddress(std::move(line), address);
-    std::fwrite(line.data(), 1, line.size(), stream_);
-    std::fflush(stream_);
+    printLine(line);
 }
 
 }  // namespace vantix

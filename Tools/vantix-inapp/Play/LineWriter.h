@@ -3,19 +3,16 @@
 #include "Platform/Ports/Clock.h"
 #include "Platform/Values/Value.h"
 
-#include <cstdio>
 #include <mutex>
 #include <string>
 #include <vector>
 
 namespace vantix {
 
-/// Prints what happens, one JSON object a line: the clock's time and one thing. Usable from any thread; a line is
-/// flushed before the call returns.
+/// Prints what happens on standard output, one JSON object a line: the clock's time and one thing. Usable from any
+/// thread.
 class LineWriter {
 public:
-    explicit LineWriter(std::FILE* stream) : stream_(stream) {}
-
     /// From now on lines show the placeholder instead of this address of a back end.
     void hideBackendAddress(const std::string& address);
     /// Before the first line. The clock must last as long as lines are written.
@@ -24,7 +21,6 @@ public:
     void write(std::string kind, Value what);
 
 private:
-    std::FILE* stream_;
     const Clock* clock_ = nullptr;
     std::vector<std::string> hiddenAddresses_;
     std::mutex mutex_;

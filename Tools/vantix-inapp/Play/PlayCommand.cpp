@@ -6,6 +6,7 @@
 #include "Tools/vantix-inapp/Headless/Simulation.h"
 #include "Tools/vantix-inapp/Headless/StateDirectory.h"
 #include "Tools/vantix-inapp/Input/BadInput.h"
+#include "Tools/vantix-inapp/Output/StandardOutput.h"
 #include "Tools/vantix-inapp/Play/EventLines.h"
 #include "Tools/vantix-inapp/Play/LineWriter.h"
 #include "Tools/vantix-inapp/Play/Player.h"
@@ -14,7 +15,6 @@
 #include "VantixCore/Vantix.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <unistd.h>
 
 namespace vantix {
@@ -66,7 +66,7 @@ void play(const PlayArguments& arguments) {
 
     // In this order, so that the threads end before what they print to and write to.
     StateDirectory state(arguments.stateDirectory);
-    LineWriter lines(stdout);
+    LineWriter lines;
     FatalLine fatalLine(lines, state);
     EventLines events(lines, scenario.configuration);
     RunningBackends backends;
@@ -78,7 +78,10 @@ void play(const PlayArguments& arguments) {
     Simulation simulation(scenario.configuration, state.path(), pace->dispatcher(), std::move(host));
     events.observe(simulation.scene());
     Player player(simulation, *pace, backends, events, lines, arguments.outputDirectory);
-    for (const auto& line : scenario.lines) playLine(player, scenario, line, backends.latest());
+    for (const auto& line : scenario.lines) {
+        playLine(player, scenario, line, backends.latest());
+        requirePrinted();
+    }
 }
 
 }  // namespace vantix

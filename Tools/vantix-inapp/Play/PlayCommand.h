@@ -15,7 +15,8 @@ struct PlayArguments {
     bool live = false;
 };
 
-/// Plays a scenario on standard output. Throws BadInput; a fault in the file before anything is played.
+/// Plays a scenario on standard output. Throws BadInput; a fault in the file before anything is played, output that
+/// finds no room after the step that it was for.
 void play(const PlayArguments& arguments);
 
 }  // namespace vantix

@@ -1,6 +1,7 @@
 #include "Tools/vantix-inapp/Render/RenderCommand.h"
 
 #include "Platform/Ports/Dispatcher.h"
+#include "Platform/Values/ControlCharacters.h"
 #include "Platform/Values/FatalError.h"
 #include "Tools/vantix-inapp/Headless/Pace.h"
 #include "Tools/vantix-inapp/Headless/ScreenPicture.h"
@@ -36,7 +37,7 @@ bool render(const RenderArguments& arguments) {
     auto message = std::make_shared<const VantixInAppMessagePayload>(VantixInAppMessagePayload::generate(push));
     auto findings = campaignFindings(push, *message, arguments.customer, *pace);
     for (const std::string& finding : findings) {
-        std::fprintf(stderr, "%s: %s\n", arguments.campaign.c_str(), finding.c_str());
+        std::fprintf(stderr, "%s\n", withEscapedControlCharacters(arguments.campaign + ": " + finding).c_str());
     }
     auto builder = std::make_shared<InAppMessageViewBuilder>(simulation.core().inAppDisplayManager());
 

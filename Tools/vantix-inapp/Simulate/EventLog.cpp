@@ -1,11 +1,12 @@
 #include "Tools/vantix-inapp/Simulate/EventLog.h"
 
+#include "Platform/Values/ControlCharacters.h"
+#include "Tools/vantix-inapp/Output/StandardOutput.h"
 #include "VantixQt/Host.h"
 
 #include <QJsonDocument>
 #include <QTime>
 
-#include <cstdio>
 #include <optional>
 
 namespace vantix {
@@ -27,9 +28,8 @@ std::optional<QColor> colorOf(const QString& kind) {
 
 QString compact(const QJsonObject& object) { return QJsonDocument(object).toJson(QJsonDocument::Compact); }
 
-void printLine(const QString& line) {
-    std::fprintf(stdout, "%s\n", line.toUtf8().constData());
-    std::fflush(stdout);
+QString inOneLine(const QString& text) {
+    return QString::fromStdString(withEscapedControlCharacters(text.toStdString()));
 }
 
 }  // namespace
@@ -51,7 +51,7 @@ void EventLog::follow(qt::Host& host) {
     connect(&host, &qt::Host::requestSent, this,
             [this](const QString& method, const QUrl& address, const QString& body) {
                 add("request", QJsonObject{{"method", method}, {"url", address.toString()}, {"body", body}},
-                    method + " " + address.toString() + "  " + body);
+                    inOneLine(method + " " + address.toString() + "  " + body));
             });
     // Lines come from any thread.
     VantixLogger::setSink([this](const LogLine& line) {
@@ -60,10 +60,10 @@ void EventLog::follow(qt::Host& host) {
     });
 }
 
-void EventLog::add(const QString& kind, const QJsonValue& what) { add(kind, what, what.toString()); }
+void EventLog::add(const QString& kind, const QJsonValue& what) { add(kind, what, inOneLine(what.toString())); }
 
 void EventLog::add(const QString& kind, const QJsonValue& what, const QString& words) {
-    printLine(compact({{kind, what}}));
+    printLine(compact({{kind, what}}).toStdString());
     QTextCharFormat format;
     format.setForeground(colorOf(kind).value_or(palette().color(QPalette::Text)));
     setCurrentCharFormat(format);
@@ -76,7 +76,7 @@ void EventLog::addEvent(const QString& name, const QVariantMap& attributes) {
 }
 
 void EventLog::addNamed(const QString& kind, const QString& name, const QJsonObject& attributes) {
-    add(kind, QJsonObject{{"name", name}, {"attributes", attributes}}, name + "  " + compact(attributes));
+    add(kind, QJsonObject{{"name", name}, {"attributes", attributes}}, inOneLine(name + "  " + compact(attributes)));
 }
 
 void EventLog::addLogLine(const LogLine& line) {
