@@ -37,9 +37,11 @@ public:
     virtual void reportBehavioralEvent(std::string_view name, const Dictionary& customAttributes) = 0;
 
     /// Follows the call to action of a message: an external one opens its URL, a deep link goes to the host's handler,
-    /// any other type is only told to the host's observer. The payload is the message's dictionary form.
+    /// any other type is only told to the host's observer. VantixHost says what is refused, which is an error in the
+    /// log. The payload is the message's dictionary form.
     virtual void performCTAAction(const CTA& cta, const Dictionary& notificationPayload) = 0;
-    /// Opens a URL outside the application. An empty text is no URL and is ignored.
+    /// Opens a URL outside the application, unless it is refused, as VantixHost says. An empty text is no URL and is
+    /// ignored.
     virtual void openExternal(const std::string& url) = 0;
 };
 

@@ -11,6 +11,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace vantix {
 
@@ -30,10 +31,18 @@ struct VantixHost {
 
     /// Takes the log lines instead of standard error.
     std::function<void(const LogLine&)> logSink = {};
-    /// Opens a URL outside the application.
+    /// Opens a URL outside the application. Whoever writes a campaign chooses the text; it is called only for an
+    /// absolute URL without control characters and without blanks at its ends, whose scheme is not about, blob,
+    /// content, data, file, intent, javascript, vbscript, a drive's letter or in `refusedSchemes`. What is refused is
+    /// an error in the log. What a scheme leads to on this machine remains this handler's business.
     std::function<void(const std::string& url)> openURL = {};
-    /// Follows a deep link inside the application.
+    /// Follows a deep link inside the application. The same holds, except for the schemes in `deepLinkSchemes`. What
+    /// follows the scheme is as little to be trusted as any other input.
     std::function<void(const std::string& link)> handleDeepLink = {};
+    /// Schemes that are opened as little as those above. Without their colon, in any letter case; so below.
+    std::vector<std::string> refusedSchemes = {};
+    /// The application's own schemes: deep links with them are followed even where the scheme would be refused.
+    std::vector<std::string> deepLinkSchemes = {};
 
     /// For tools: told of every report, call to action and network call as it happens.
     std::function<void(const char* kind, std::string_view name, const Dictionary& attributes)> onReport = {};

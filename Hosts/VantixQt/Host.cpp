@@ -35,9 +35,7 @@ void claimProcess() {
 Host::Host(const HostOptions& options, QObject* parent) : QObject(parent) {
     claimProcess();
     run_ = std::make_unique<HostRun>(options);
-    connect(
-        run_.get(), &HostRun::openDeepLink, this, [this](const QString& link) { emit deepLinkActivated(link); },
-        Qt::QueuedConnection);
+    connect(run_.get(), &HostRun::openDeepLink, this, &Host::deepLinkActivated, Qt::QueuedConnection);
     connect(run_.get(), &HostRun::openURL, this, &Host::openAddress, Qt::QueuedConnection);
     connect(run_.get(), &HostRun::presented, this, &Host::messageShown, Qt::QueuedConnection);
     connect(run_.get(), &HostRun::dismissed, this, &Host::messageGone, Qt::QueuedConnection);
@@ -95,7 +93,7 @@ void Host::setTextScale(double scale) { run_->surroundings().setTextScale(scale)
 
 void Host::setInForeground(bool inForeground) { run_->setInForeground(inForeground); }
 
-void Host::openAddress(const QString& address) {
+void Host::openAddress(const QUrl& address) {
     static const QMetaMethod activated = QMetaMethod::fromSignal(&Host::urlActivated);
     if (isSignalConnected(activated)) {
         emit urlActivated(address);

@@ -66,9 +66,14 @@ public:
 signals:
     // All on the GUI thread, on a later turn of the event loop than the tap that they come from.
 
-    /// A button leads to a place inside the application.
+    /// A button leads to a place inside the application. The link is refused as an address is (see urlActivated),
+    /// unless its scheme is in HostOptions::deepLinkSchemes; whatever follows the scheme was chosen by whoever wrote
+    /// the campaign.
     void deepLinkActivated(const QUrl& link);
-    /// A button leads out of the application. While nobody is connected, the desktop opens the address.
+    /// A button leads out of the application. While nobody is connected, the desktop opens the address. It is absolute,
+    /// without control characters, and of no scheme that runs what it holds or reads what is on the device (about,
+    /// blob, content, data, file, intent, javascript, vbscript, a drive's letter) or that is in
+    /// HostOptions::refusedSchemes; what is refused is an error in the log.
     void urlActivated(const QUrl& address);
     /// The message is on the screen.
     void messageShown(const QString& scope);
@@ -86,7 +91,7 @@ protected:
     HostRun& run() { return *run_; }
 
 private:
-    void openAddress(const QString& address);
+    void openAddress(const QUrl& address);
 
     std::unique_ptr<HostRun> run_;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 namespace vantix::qt {
 
@@ -21,6 +22,12 @@ struct HostOptions {
     QString customerId;
     /// The application's number in the store, for the review page. Empty: there is none.
     QString appStoreId;
+    /// Schemes that a message never leads to ("ssh"), beside those that run what they hold or read what is on the
+    /// device, which are refused anyway: see Host::urlActivated. Without their colon, in any letter case; so below.
+    QStringList refusedSchemes;
+    /// The application's own schemes, for Host::deepLinkActivated: links with them are followed even where the scheme
+    /// would be refused.
+    QStringList deepLinkSchemes;
 };
 
 }  // namespace vantix::qt

@@ -24,6 +24,8 @@ namespace vantix::qt {
 
 namespace {
 
+constexpr LogSource log{"VantixQt/HostRun"};
+
 const auto wakeUpEvent = static_cast<QEvent::Type>(QEvent::registerEventType());
 
 std::filesystem::path dataDirectory(const QString& given) {
@@ -118,9 +120,11 @@ void HostRun::installCore(const HostOptions& options) {
     VantixHost host;
     host.dataDirectory = dataDirectory(options.dataDirectory);
     host.logSink = writeToLog;
+    host.refusedSchemes = texts(options.refusedSchemes);
+    host.deepLinkSchemes = texts(options.deepLinkSchemes);
     // These are called on any thread; a queued signal brings them to this one, after the tap that they come from.
-    host.openURL = [this](const std::string& url) { emit openURL(QString::fromStdString(url)); };
-    host.handleDeepLink = [this](const std::string& link) { emit openDeepLink(QString::fromStdString(link)); };
+    host.openURL = [this](const std::string& url) { emitReadable(&HostRun::openURL, url); };
+    host.handleDeepLink = [this](const std::string& link) { emitReadable(&HostRun::openDeepLink, link); };
     host.onReport = [this](const char*, std::string_view name, const Dictionary& attributes) {
         emit reported(QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())), variantMap(attributes));
     };
@@ -131,6 +135,15 @@ void HostRun::installCore(const HostOptions& options) {
     Vantix::install(std::move(host));
     if (options.customerId.isEmpty()) return;
     if (auto settings = Vantix::getSharedUserDefaults()) settings->setCustomerId(options.customerId.toStdString());
+}
+
+void HostRun::emitReadable(void (HostRun::*opened)(const QUrl& url), const std::string& text) {
+    QUrl url(QString::fromStdString(text));
+    if (url.isValid()) {
+        emit(this->*opened)(url);
+    } else {
+        log.error("emitReadable(_:_:)", [&] { return "Refused to open \"" + text + "\": it cannot be read"; });
+    }
 }
 
 void HostRun::startModule(const HostOptions& options) {

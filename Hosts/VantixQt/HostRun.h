@@ -50,8 +50,8 @@ public:
     bool event(QEvent* event) override;
 
 signals:
-    void openURL(const QString& url);
-    void openDeepLink(const QString& link);
+    void openURL(const QUrl& url);
+    void openDeepLink(const QUrl& link);
     void presented(const QString& scope);
     void dismissed(const QString& scope);
     void reported(const QString& name, const QVariantMap& attributes);
@@ -63,6 +63,7 @@ private:
     void wakeOnWork();
     void installPorts();
     void installCore(const HostOptions& options);
+    void emitReadable(void (HostRun::*opened)(const QUrl& url), const std::string& text);
     void startModule(const HostOptions& options);
     void followApplicationState();
     void applyApplicationState();

@@ -9,6 +9,12 @@
 
 namespace vantix::qt {
 
+std::vector<std::string> texts(const QStringList& list) {
+    std::vector<std::string> result;
+    for (const QString& text : list) result.push_back(text.toStdString());
+    return result;
+}
+
 Dictionary dictionary(const QVariantMap& map) {
     QByteArray text = QJsonDocument(QJsonObject::fromVariantMap(map)).toJson(QJsonDocument::Compact);
     auto parsed = parseJSON({text.constData(), static_cast<std::size_t>(text.size())});

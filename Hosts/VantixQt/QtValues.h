@@ -2,9 +2,15 @@
 
 #include "Platform/Values/Value.h"
 
+#include <QStringList>
 #include <QVariantMap>
 
+#include <string>
+#include <vector>
+
 namespace vantix::qt {
+
+std::vector<std::string> texts(const QStringList& list);
 
 /// What JSON can say of the map; everything else is null.
 Dictionary dictionary(const QVariantMap& map);

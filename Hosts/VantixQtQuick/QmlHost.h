@@ -21,6 +21,8 @@ class QmlHost : public QObject, public QQmlParserStatus, private HostOptions {
     Q_PROPERTY(QString accessToken MEMBER accessToken)
     Q_PROPERTY(QString sslKeyHash MEMBER sslKeyHash)
     Q_PROPERTY(QString appStoreId MEMBER appStoreId)
+    Q_PROPERTY(QStringList refusedSchemes MEMBER refusedSchemes)
+    Q_PROPERTY(QStringList deepLinkSchemes MEMBER deepLinkSchemes)
     Q_PROPERTY(QString customerId MEMBER customerId NOTIFY customerIdChanged)
     Q_PROPERTY(bool messagesAllowed MEMBER messagesAllowed_ NOTIFY messagesAllowedChanged)
     Q_PROPERTY(double textScale MEMBER textScale_ NOTIFY textScaleChanged)

@@ -18,8 +18,8 @@ namespace vantix::qt {
 ///     }
 ///
 /// The window that it stands in shows messages. Properties, all of them optional:
-///   - `dataDirectory`, `accountId`, `baseUrl`, `accessToken`, `sslKeyHash`, `appStoreId`: see HostOptions; they count
-///     as they stand when the host is complete;
+///   - `dataDirectory`, `accountId`, `baseUrl`, `accessToken`, `sslKeyHash`, `appStoreId`, `refusedSchemes`,
+///     `deepLinkSchemes`: see HostOptions; they count as they stand when the host is complete;
 ///   - `customerId`, `messagesAllowed` (true), `textScale` (0: the platform's), `reducesMotion` (false),
 ///     `inForeground` (true): may change at any time. Logging out clears `customerId`.
 /// Functions: `receivePush(campaign)`, `captureEvent(name, attributes)`, `logOut()`, `dismiss()`, `addWindow(window)`,

@@ -1,5 +1,6 @@
 #include "VantixCore/VantixCore.h"
 
+#include "Platform/Values/URLRefusal.h"
 #include "VantixCore/Installation/Installation.h"
 #include "VantixCore/Reports/ReportSender.h"
 #include "VantixCore/VantixError.h"
@@ -9,6 +10,8 @@
 namespace vantix {
 
 namespace {
+
+constexpr LogSource log{"Installation/VantixCore"};
 
 /// Keeps reports until the back end has them, and tells the installed host of them; hands it the calls to action. All
 /// on the calling thread, except for the sending.
@@ -32,14 +35,33 @@ public:
         if (host_->onCallToAction) host_->onCallToAction(cta, notificationPayload);
 
         if (cta.type == rawValue(CTAActionType::external)) openExternal(cta.action);
-        if (cta.type == rawValue(CTAActionType::deepLink) && host_->handleDeepLink) host_->handleDeepLink(cta.action);
+        if (cta.type == rawValue(CTAActionType::deepLink)) followDeepLink(cta.action);
     }
 
     void openExternal(const std::string& url) override {
-        if (!url.empty() && host_->openURL) host_->openURL(url);
+        if (url.empty()) return;
+        if (auto refusal = refusalToOpen(url, host_->refusedSchemes)) {
+            log.error("openExternal(url:)", [&] { return refused("the URL", url, *refusal); });
+        } else if (host_->openURL) {
+            host_->openURL(url);
+        }
     }
 
 private:
+    void followDeepLink(const std::string& link) const {
+        if (link.empty()) return;
+        if (auto refusal = refusalToOpen(link, host_->refusedSchemes, host_->deepLinkSchemes)) {
+            log.error("performCTAAction(cta:notificationPayload:)",
+                      [&] { return refused("the deep link", link, *refusal); });
+        } else if (host_->handleDeepLink) {
+            host_->handleDeepLink(link);
+        }
+    }
+
+    static std::string refused(const char* what, const std::string& text, const std::string& reason) {
+        return std::string("Refused to open ") + what + " \"" + text + "\": " + reason;
+    }
+
     /// The host is told of nothing that could still be lost.
     bool report(const char* kind, std::string_view name, const Dictionary& attributes) {
         bool isKept = reports_ && reports_->keep(kind, name, attributes);
