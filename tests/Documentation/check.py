@@ -20,7 +20,7 @@ def anchors(text):
     return {re.sub(r"[^\w\- ]", "", heading).strip().lower().replace(" ", "-") for heading in headings}
 
 
-for page in [root / "README.md", root / "CONTRIBUTING.md", *root.glob("docs/*.md")]:
+for page in [root / "README.md", root / "CONTRIBUTING.md", root / "SECURITY.md", *root.glob("docs/*.md")]:
     text = page.read_text()
     for file, code in re.findall(r"^<!-- (\S+) -->\n```\w*\n(.*?)^```$", text, re.MULTILINE | re.DOTALL):
         if (root / file).read_text() != code:

@@ -43,7 +43,7 @@ struct Shop : testing::Test {
     void SetUp() override { ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get())); }
 
     void show(const QString& type, const QString& text = "You") {
-        QJsonObject body{{"type", type}, {"title", "Hello"}, {"message", text}, {"ctas", QJsonArray()}};
+        QJsonObject body{{"type", type}, {"title", "Hello"}, {"message", text}, {"ctas", buttons}};
         host.setReducesMotion(true);
         host.addWindow(window.get());
         QSignalSpy shown(&host, &Host::messageShown);
@@ -59,6 +59,19 @@ struct Shop : testing::Test {
         ASSERT_TRUE(QTest::qWaitFor([&] { return color(inHeader) == card || color(inMiddle) == card; }));
     }
 
+    /// Where a message with such a button leads when it is tapped.
+    QStringList ledTo(const QString& type, const QString& action) {
+        buttons = {QJsonObject{{"type", type}, {"action", action}, {"actionText", "Go"}}};
+        show("POPUP");
+        QSignalSpy links(&host, &Host::deepLinkActivated), addresses(&host, &Host::urlActivated);
+        QSignalSpy gone(&host, &Host::messageGone);
+        QTest::mouseClick(window.get(), Qt::LeftButton, {}, inMiddle);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return gone.count() == 1; }));
+        QStringList led;
+        for (const auto& arguments : links + addresses) led << arguments.first().toUrl().toString();
+        return led;
+    }
+
     int heard(QPoint place) {
         window->setProperty("heard", 0);
         QTest::mouseClick(window.get(), Qt::LeftButton, {}, place);
@@ -72,6 +85,7 @@ struct Shop : testing::Test {
 
     QColor color(QPoint place) { return window->grabWindow().pixelColor(place); }
 
+    QJsonArray buttons;
     const QColor card{"#12abcd"};
     TemporaryFolder folder;
     QQmlEngine engine;
@@ -84,6 +98,8 @@ struct Shop : testing::Test {
     QuickHost host{[this] {
         HostOptions options;
         options.dataDirectory = QString::fromStdString(folder.path().string());
+        options.refusedSchemes = QStringList{"ssh"};
+        options.deepLinkSchemes = QStringList{"content"};
         return options;
     }()};
 };
@@ -97,6 +113,14 @@ TEST_F(Shop, NoHandlerBelowAPopupHearsOfAnything) {
     ASSERT_TRUE(gone.wait());
     EXPECT_GT(heard(inLowerHalf), 4);
 }
+
+TEST_F(Shop, ALinkOfItsOwnSchemeIsFollowed) {
+    EXPECT_EQ(ledTo("DEEPLINK", "content://orders"), QStringList{"content://orders"});
+}
+
+TEST_F(Shop, AnAddressOfASchemeThatItRefusesIsNot) { EXPECT_EQ(ledTo("EXTERNAL", "ssh://host"), QStringList{}); }
+
+TEST_F(Shop, AnAddressThatNobodyCanReadIsNot) { EXPECT_EQ(ledTo("EXTERNAL", "https://["), QStringList{}); }
 
 TEST_F(Shop, ABannerLeavesTheRestToTheApplication) {
     show("HEADER");
