@@ -1,11 +1,13 @@
 #pragma once
 
+#include "Platform/Disk/GuardedDisk.h"
 #include "Platform/Ports/Clock.h"
-#include "Platform/Ports/Disk.h"
 #include "Platform/Values/WordTable.h"
 
 #include <atomic>
+#include <cstddef>
 #include <functional>
+#include <limits>
 #include <memory>
 
 namespace vantix {
@@ -17,7 +19,7 @@ enum class DiskFault {
     full,
     /// Lets nothing be changed.
     readOnly,
-    /// Each call takes 100 milliseconds longer.
+    /// Each call takes longer.
     slow,
 };
 
@@ -27,35 +29,41 @@ inline constexpr WordTable<DiskFault, 4> diskFaultWords{{{DiskFault::none, "none
                                                          {DiskFault::slow, "slow"}}};
 
 /// Another disk that misbehaves on demand, for trying out what a system makes of it. Without a fault it forwards
-/// everything. The fault may change at any time, from any thread; calls that are under way end as they began.
-class FaultyDisk final : public Disk {
+/// everything. Faults may change at any time, from any thread; calls that are under way end as they began.
+class FaultyDisk final : public GuardedDisk {
 public:
     /// `wait` takes the time of a slow call; empty: it holds up the calling thread.
     explicit FaultyDisk(std::shared_ptr<Disk> disk, std::function<void(Duration)> wait = {});
 
     void setFault(DiskFault fault);
+    /// Of each call of a slow disk; 100 milliseconds at first.
+    void setSlowness(Duration perCall);
+    /// The call that comes after so many others fails, it alone, with an input/output error.
+    void failAfter(std::size_t calls);
+    /// From the call on that comes after so many others that take room, the disk is full.
+    void fillAfter(std::size_t calls);
 
-    std::optional<std::string> readFile(const Path& file) override;
-    std::optional<std::string> readFirstLine(const Path& file) override;
-    bool exists(const Path& file) override;
-    std::vector<ListedFile> filesIn(const Path& folder) override;
+    /// How often the disk was used so far.
+    std::size_t calls() const { return calls_; }
+    /// How many of these calls took room.
+    std::size_t growingCalls() const { return growingCalls_; }
 
-    void makeFolder(const Path& folder) override;
-    void makeFile(const Path& file) override;
-    void replaceFile(const Path& file, std::string_view content) override;
-    void touchFile(const Path& file) override;
-    void renameFile(const Path& from, const Path& to) override;
-    void removeFile(const Path& file) override;
-
-    void admit(DiskUse use) override;
+protected:
+    void before(const DiskAccess& access) override;
 
 private:
-    /// What is there already need not be made.
-    void admitMaking(const Path& path);
+    static constexpr std::size_t never = std::numeric_limits<std::size_t>::max();
 
-    std::shared_ptr<Disk> disk_;
+    void failWhereDue(DiskUse use);
+
     std::function<void(Duration)> wait_;
     std::atomic<DiskFault> fault_{DiskFault::none};
+    std::atomic<Duration> slowness_{std::chrono::milliseconds(100)};
+    std::atomic<std::size_t> calls_{0};
+    std::atomic<std::size_t> growingCalls_{0};
+    /// The counts at which a fault is due.
+    std::atomic<std::size_t> failing_{never};
+    std::atomic<std::size_t> filling_{never};
 };
 
 }  // namespace vantix

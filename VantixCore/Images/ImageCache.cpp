@@ -105,7 +105,7 @@ void ImageCache::open() {
 }
 
 void ImageCache::readFolder() {
-    auto files = disk_->filesIn(folder_);
+    auto files = disk_->list(folder_);
     for (const auto& file : files) {
         if (file.path.extension() == imageEnding) attempt([&] { readImage(file); });
     }
@@ -115,16 +115,16 @@ void ImageCache::readFolder() {
     }
 }
 
-void ImageCache::readImage(const Disk::ListedFile& file) {
-    auto url = disk_->readFirstLine(file.path);
+void ImageCache::readImage(const Disk::Listed& file) {
+    auto url = disk_->readFirstLine(file.path, 1U << 16);
     if (url) add({file.path.stem(), *url, {}, file.size, file.lastChange});
 }
 
 /// Identifiers without an image lead nowhere.
-void ImageCache::readIdentifiers(const Disk::ListedFile& file) {
+void ImageCache::readIdentifiers(const Disk::Listed& file) {
     auto entry = std::ranges::find(entries_, file.path.stem().string(), &Entry::name);
     if (entry == entries_.end()) return disk_->removeFile(file.path);
-    std::istringstream lines(disk_->readFile(file.path).value_or(""));
+    std::istringstream lines(disk_->readFile(file.path, 1U << 20).value_or(""));
     for (std::string line; std::getline(lines, line);) entry->identifiers.insert(line);
     entry->size += file.size;
     totalSize_ += file.size;
@@ -143,7 +143,7 @@ void ImageCache::add(Entry entry) {
 
 std::optional<std::string> ImageCache::readBytes(const Entry& entry) {
     std::optional<std::string> bytes;
-    attempt([&] { bytes = disk_->readFile(imageFile(entry.name)); });
+    attempt([&] { bytes = disk_->readFile(imageFile(entry.name), capacity_); });
     if (!bytes || !bytes->starts_with(entry.url + '\n')) return {};
     return bytes->erase(0, entry.url.size() + 1);
 }

@@ -52,8 +52,8 @@ private:
 
     void open();
     void readFolder();
-    void readImage(const Disk::ListedFile& file);
-    void readIdentifiers(const Disk::ListedFile& file);
+    void readImage(const Disk::Listed& file);
+    void readIdentifiers(const Disk::Listed& file);
     void writeIdentifiers(const Entry& entry);
     void add(Entry entry);
     /// Absent when the image's file is not what it was.

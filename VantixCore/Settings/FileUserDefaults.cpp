@@ -17,7 +17,7 @@ constexpr const char* customerIdKey = "customerId";
 
 Dictionary readSettings(Disk& disk, const std::filesystem::path& file) {
     try {
-        auto text = disk.readFile(file);
+        auto text = disk.readFile(file, 1U << 20);
         if (!text) return {};
         auto parsed = parseJSON(*text);
         if (parsed && parsed.value().dictionary()) return *parsed.value().dictionary();

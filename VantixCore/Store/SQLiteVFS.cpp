@@ -5,6 +5,7 @@
 
 #include <sqlite3.h>
 
+#include <cstdint>
 #include <new>
 #include <string>
 #include <system_error>
@@ -24,25 +25,35 @@ int answered(Question question) {
         if (problem.code() == std::errc::no_space_on_device) return SQLITE_FULL;
         if (problem.code() == std::errc::read_only_file_system) return SQLITE_READONLY;
         return SQLITE_IOERR;
+    } catch (const std::bad_alloc&) {
+        return SQLITE_NOMEM;
     }
 }
 
-int admitted(Disk& disk, DiskUse use) {
-    return answered([&] { disk.admit(use); });
+int admitted(Disk& disk, const DiskAccess& access) {
+    return answered([&] { disk.admit(access); });
 }
 
+/// A file without a path is one that SQLite wants for a while only.
 int admittedToOpen(Disk& disk, const char* path, int flags) {
     return answered([&] {
         bool makesFile = (flags & SQLITE_OPEN_CREATE) && !(path && disk.exists(path));
-        disk.admit(makesFile ? DiskUse::grow : DiskUse::read);
+        disk.admit({makesFile ? DiskUse::make : DiskUse::read, path ? path : ""});
     });
 }
 
 /// An open file. SQLite reserves the room for it and for the machine's own file object, which stands behind it.
 struct AskingFile : sqlite3_file {
     Disk* disk;
+    /// SQLite keeps it for as long as the file is open.
+    const char* path;
 
     sqlite3_file* machine() { return reinterpret_cast<sqlite3_file*>(this + 1); }
+    int admitted(DiskUse use, sqlite3_int64 offset = 0, int size = 0) const {
+        return vantix::admitted(*disk,
+                                {use, path, static_cast<std::uint64_t>(offset), static_cast<std::uint64_t>(size)});
+    }
+    int admittedToShare() const { return vantix::admitted(*disk, {DiskUse::make, std::string(path) + "-shm"}); }
 
     static AskingFile* of(sqlite3_file* file) { return static_cast<AskingFile*>(file); }
 };
@@ -57,14 +68,24 @@ Answer forward(sqlite3_file* file, Arguments... arguments) {
 /// A method that the machine carries out when the disk admits it.
 template <auto method, DiskUse use, typename... Arguments>
 int ask(sqlite3_file* file, Arguments... arguments) {
-    int code = admitted(*AskingFile::of(file)->disk, use);
+    int code = AskingFile::of(file)->admitted(use);
     return code == SQLITE_OK ? forward<method, int>(file, arguments...) : code;
+}
+
+int write(sqlite3_file* file, const void* bytes, int size, sqlite3_int64 offset) {
+    int code = AskingFile::of(file)->admitted(DiskUse::write, offset, size);
+    return code == SQLITE_OK ? forward<&sqlite3_io_methods::xWrite, int>(file, bytes, size, offset) : code;
+}
+
+int truncate(sqlite3_file* file, sqlite3_int64 size) {
+    int code = AskingFile::of(file)->admitted(DiskUse::truncate, size);
+    return code == SQLITE_OK ? forward<&sqlite3_io_methods::xTruncate, int>(file, size) : code;
 }
 
 /// Memory that connections share lies in a file, which grows with it. SQLITE_READONLY would say that there is memory,
 /// to be read only.
 int mapSharedMemory(sqlite3_file* file, int page, int pageSize, int extends, void volatile** memory) {
-    int code = extends ? admitted(*AskingFile::of(file)->disk, DiskUse::grow) : SQLITE_OK;
+    int code = extends ? AskingFile::of(file)->admittedToShare() : SQLITE_OK;
     if (code == SQLITE_READONLY) return SQLITE_CANTOPEN;
     if (code != SQLITE_OK) return code;
     return forward<&sqlite3_io_methods::xShmMap, int>(file, page, pageSize, extends, memory);
@@ -75,10 +96,10 @@ constexpr sqlite3_io_methods fileMethods{
     .iVersion = 2,
     .xClose = forward<&sqlite3_io_methods::xClose, int>,
     .xRead = ask<&sqlite3_io_methods::xRead, DiskUse::read>,
-    .xWrite = ask<&sqlite3_io_methods::xWrite, DiskUse::grow>,
-    .xTruncate = ask<&sqlite3_io_methods::xTruncate, DiskUse::change>,
-    .xSync = ask<&sqlite3_io_methods::xSync, DiskUse::change>,
-    .xFileSize = forward<&sqlite3_io_methods::xFileSize, int>,
+    .xWrite = write,
+    .xTruncate = truncate,
+    .xSync = ask<&sqlite3_io_methods::xSync, DiskUse::sync>,
+    .xFileSize = ask<&sqlite3_io_methods::xFileSize, DiskUse::read>,
     .xLock = forward<&sqlite3_io_methods::xLock, int>,
     .xUnlock = forward<&sqlite3_io_methods::xUnlock, int>,
     .xCheckReservedLock = forward<&sqlite3_io_methods::xCheckReservedLock, int>,
@@ -144,6 +165,7 @@ int SQLiteVFS::Registration::open(sqlite3_vfs* vfs, const char* path, sqlite3_fi
     AskingFile* asking = AskingFile::of(file);
     asking->pMethods = nullptr;
     asking->disk = of(vfs).disk.get();
+    asking->path = path ? path : "";
     int code = admittedToOpen(*asking->disk, path, flags);
     if (code == SQLITE_OK) code = forward<&sqlite3_vfs::xOpen>(vfs, path, asking->machine(), flags, flagsUsed);
     if (code == SQLITE_OK) asking->pMethods = &fileMethods;
@@ -151,7 +173,7 @@ int SQLiteVFS::Registration::open(sqlite3_vfs* vfs, const char* path, sqlite3_fi
 }
 
 int SQLiteVFS::Registration::remove(sqlite3_vfs* vfs, const char* path, int syncsFolder) {
-    int code = admitted(*of(vfs).disk, DiskUse::change);
+    int code = admitted(*of(vfs).disk, {DiskUse::remove, path});
     return code == SQLITE_OK ? forward<&sqlite3_vfs::xDelete>(vfs, path, syncsFolder) : code;
 }
 

@@ -1,3 +1,4 @@
+#include "Platform/Disk/PowerCutDisk.h"
 #include "Platform/Dispatchers/ThreadedDispatcher.h"
 #include "VantixCore/Installation/Installation.h"
 #include "VantixCore/Store/SQLiteConnection.h"
@@ -224,6 +225,33 @@ TEST_F(StoreTest, ASlowDiskTakesItsTimeAndStillDoesEverything) {
     waited = Duration(0);
     EXPECT_TRUE(slow->exists(file()));
     EXPECT_EQ(waited, seconds(0.1)) << "of one call";
+}
+
+TEST_F(StoreTest, ALossOfPowerLeavesASoundFileWithoutTheLastChangesAtMost) {
+    for (std::uint32_t seed = 0; seed < 20; ++seed) {
+        auto power = std::make_shared<PowerCutDisk>(std::make_shared<FileDisk>());
+        auto settings = folder_.path() / "settings";
+        power->replaceFile(settings, "old");
+        {
+            SQLiteConnection connection(power, file(std::to_string(seed)), Duration(0));
+            connection.run("CREATE TABLE T (text)");
+            for (std::uint32_t row = 0; row < 2 * seed; ++row) {
+                connection.run("INSERT INTO T VALUES (?)", {std::string_view("some text")});
+                if (row == seed) connection.run("PRAGMA wal_checkpoint");
+            }
+            power->replaceFile(settings, "new");
+            power->cutPower();
+            EXPECT_ANY_THROW(power->exists(settings));
+        }
+        power->restorePower(seed);
+        EXPECT_EQ(power->readFile(settings, 10), "new");
+        SQLiteConnection connection(power, file(std::to_string(seed)), Duration(0));
+        EXPECT_EQ(connection.run("PRAGMA integrity_check")[0][0], "ok");
+        if (seed < 2) continue;
+        auto rows = connection.run("SELECT count(*), max(rowid) FROM T")[0];
+        EXPECT_EQ(rows[0], rows[1]) << "only the last may be missing";
+        EXPECT_GE(std::stoul(*rows[0]), seed + 1);
+    }
 }
 
 TEST_F(StoreTest, ReportsAFileThatAnotherWriterHoldsAndStaysReadable) {
