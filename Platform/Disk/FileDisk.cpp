@@ -182,7 +182,20 @@ void FileDisk::makeFolder(const Path& folder) {
     std::error_code ignored;
     if (!fs::exists(folder.parent_path(), ignored)) makeFolder(folder.parent_path());
     makeOneFolder(folder);
-    if (!openedFolder(folder).isOpen()) fail("There is no folder ", folder);
+    if (openedFolder(folder).isOpen()) return;
+    if (errno == ENOTDIR) throw OddFile(folder, "no folder");
+    fail("Cannot open the folder ", folder);
+}
+
+void FileDisk::hideFolder(const Path& folder) {
+    Place place = placeOf(folder);
+    struct stat state {};
+    bool isKnown = ::fstatat(place.folder.number(), place.name.c_str(), &state, AT_SYMLINK_NOFOLLOW) == 0;
+    if (isKnown && (state.st_mode & ALLPERMS) == thisUsersFolder) return;
+    isKnown = isKnown && S_ISDIR(state.st_mode);
+    if (!isKnown || ::fchmodat(place.folder.number(), place.name.c_str(), thisUsersFolder, AT_SYMLINK_NOFOLLOW) != 0) {
+        fail("Cannot hide ", folder);
+    }
 }
 
 /// A file that is there is not opened: closing it would drop the locks that a database of this process holds on it.
@@ -196,10 +209,15 @@ void FileDisk::makeFile(const Path& file) {
 void FileDisk::hideFile(const Path& file) {
     auto place = placeIfAny(file);
     auto state = place ? stateOfFile(*place) : std::nullopt;
-    if (!state || (state->st_mode & ALLPERMS) == thisUserOnly) return;
-    if (::fchmodat(place->folder.number(), place->name.c_str(), thisUserOnly, AT_SYMLINK_NOFOLLOW) != 0) {
+    if (!state) return;
+    int folder = place->folder.number();
+    const char* name = place->name.c_str();
+    bool isHidden = (state->st_mode & ALLPERMS) == thisUserOnly;
+    if (!isHidden && ::fchmodat(folder, name, thisUserOnly, AT_SYMLINK_NOFOLLOW) != 0 && errno != EPERM) {
         fail("Cannot hide ", file);
     }
+    bool isUsable = ::faccessat(folder, name, R_OK | W_OK, AT_EACCESS) == 0 || errno != EACCES;
+    if (!isUsable) throw OddFile(file, "another user's");
 }
 
 void FileDisk::writeFile(const Path& file, std::string_view content) {

@@ -13,6 +13,7 @@ public:
     std::vector<Listed> list(const Path& folder) override;
 
     void makeFolder(const Path& folder) override;
+    void hideFolder(const Path& folder) override;
     void makeFile(const Path& file) override;
     void hideFile(const Path& file) override;
     void writeFile(const Path& file, std::string_view content) override;

@@ -31,6 +31,11 @@ void GuardedDisk::makeFolder(const Path& folder) {
     disk_->makeFolder(folder);
 }
 
+void GuardedDisk::hideFolder(const Path& folder) {
+    before({DiskUse::read, folder.native()});
+    disk_->hideFolder(folder);
+}
+
 void GuardedDisk::makeFile(const Path& file) {
     beforeMaking(file);
     disk_->makeFile(file);

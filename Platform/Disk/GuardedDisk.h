@@ -15,6 +15,7 @@ public:
     std::vector<Listed> list(const Path& folder) final;
 
     void makeFolder(const Path& folder) final;
+    void hideFolder(const Path& folder) final;
     void makeFile(const Path& file) final;
     void hideFile(const Path& file) final;
     void writeFile(const Path& file, std::string_view content) final;

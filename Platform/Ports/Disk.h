@@ -75,11 +75,13 @@ public:
     /// What stands directly in the folder, in no order. A folder that is missing is an error.
     virtual std::vector<Listed> list(const Path& folder) = 0;
 
-    /// Makes the folder and those above it when missing.
+    /// Makes the folder and those above it when missing. OddFile when something else than a folder stands there.
     virtual void makeFolder(const Path& folder) = 0;
-    /// Makes an empty file when nothing stands there. A file that does is hidden from other users, and not opened.
+    /// Hides a folder of this user's from others, and opens it to this one.
+    virtual void hideFolder(const Path& folder) = 0;
+    /// Makes an empty file when nothing stands there; hides what does. Does not open it.
     virtual void makeFile(const Path& file) = 0;
-    /// Hides a file from other users when there is one. Does not open it.
+    /// Hides a file from other users when there is one, without opening it. OddFile also when this user may not use it.
     virtual void hideFile(const Path& file) = 0;
     /// Makes a file with that content; an error when anything stands there.
     virtual void writeFile(const Path& file, std::string_view content) = 0;

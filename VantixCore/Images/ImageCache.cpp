@@ -1,6 +1,7 @@
 #include "VantixCore/Images/ImageCache.h"
 
 #include "Platform/Ports/Disk.h"
+#include "VantixCore/VantixLogger.h"
 
 #include <algorithm>
 #include <array>
@@ -15,8 +16,12 @@ namespace fs = std::filesystem;
 
 namespace {
 
+constexpr LogSource log{"Images/ImageCache"};
 constexpr const char* imageEnding = ".image";
 constexpr const char* identifiersEnding = ".identifiers";
+/// Bytes.
+constexpr std::size_t longestURL = 1U << 16;
+constexpr std::uintmax_t largestIdentifiers = 1U << 20;
 
 /// The 64-bit FNV-1a hash in hexadecimal: the same in every process, unlike std::hash.
 std::string hashText(std::string_view text) {
@@ -27,12 +32,27 @@ std::string hashText(std::string_view text) {
     return {digits.begin(), end};
 }
 
+bool isOurs(const fs::path& file) {
+    auto ending = file.extension();
+    return ending == imageEnding || ending == identifiersEnding || ending == Disk::draftEnding;
+}
+
 /// What cannot be read is fetched anew, and what cannot be written is said when an image is to be kept.
 template <typename Action>
 void attempt(Action action) {
     try {
         action();
     } catch (const std::system_error&) {
+    }
+}
+
+/// The same where nothing else would tell of it.
+template <typename Action>
+void attemptLoudly(const char* function, Action action) {
+    try {
+        action();
+    } catch (const std::system_error& problem) {
+        log.error(function, [&] { return std::string("The image cache met an error: ") + problem.what(); });
     }
 }
 
@@ -66,7 +86,7 @@ void ImageCache::insert(const std::string& url, std::string_view bytes) {
     content += bytes;
     if (content.size() > capacity_) return;
 
-    disk_->makeFolder(folder_);
+    makeFolder();
     disk_->replaceFile(imageFile(name), content);
     add({name, url, {}, content.size(), {}});
     makeRoom();
@@ -97,37 +117,82 @@ void ImageCache::removeAll() {
 void ImageCache::open() {
     if (std::exchange(isOpen_, true)) return;
     attempt([&] {
-        disk_->makeFolder(folder_);
-        readFolder();
+        makeFolder();
+        attemptLoudly("open()", [&] { readFolder(); });
     });
     entries_.sort([](const Entry& a, const Entry& b) { return a.lastUse < b.lastUse; });
     makeRoom();
 }
 
-void ImageCache::readFolder() {
-    auto files = disk_->list(folder_);
-    for (const auto& file : files) {
-        if (file.path.extension() == imageEnding) attempt([&] { readImage(file); });
+/// The folder above it is looked at as well, since the folder's own path leads through it.
+void ImageCache::makeFolder() {
+    disk_->makeFolder(folder_.parent_path());
+    try {
+        disk_->makeFolder(folder_);
+    } catch (const OddFile& odd) {
+        setAside(folder_, odd.what());
+        disk_->makeFolder(folder_);
     }
-    for (const auto& file : files) {
-        if (file.path.extension() == identifiersEnding) attempt([&] { readIdentifiers(file); });
+    disk_->hideFolder(folder_);
+}
+
+void ImageCache::readFolder() {
+    auto listed = disk_->list(folder_);
+    std::erase_if(listed, [&](const auto& file) { return !isOurs(file.path) || !isUsable(file); });
+    for (const auto& file : listed) {
+        if (file.path.extension() == imageEnding) read(file, [&] { return readImage(file); });
+    }
+    for (const auto& file : listed) {
+        if (file.path.extension() == identifiersEnding) read(file, [&] { return readIdentifiers(file); });
         if (file.path.extension() == Disk::draftEnding) attempt([&] { disk_->removeFile(file.path); });
     }
 }
 
-void ImageCache::readImage(const Disk::Listed& file) {
-    auto url = disk_->readFirstLine(file.path, 1U << 16);
-    if (url) add({file.path.stem(), *url, {}, file.size, file.lastChange});
+bool ImageCache::isUsable(const Disk::Listed& file) {
+    if (!file.isFile) attemptLoudly("open()", [&] { setAside(file.path, "it is no file"); });
+    return file.isFile;
+}
+
+void ImageCache::setAside(const fs::path& path, const char* reason) {
+    auto name = disk_->setAside(path);
+    log.error("setAside(path:reason:)", [&] {
+        return path.filename().string() + " of the image cache is damaged (" + reason + ") and was set aside as " +
+               name.filename().string() + ".";
+    });
+}
+
+/// What a file of the cache holds came from a server and can be had again.
+template <typename Read>
+void ImageCache::read(const Disk::Listed& file, Read read) {
+    attemptLoudly("open()", [&] {
+        try {
+            if (read()) return;
+        } catch (const OddFile&) {
+        }
+        disk_->removeFile(file.path);
+        log.error("open()",
+                  [&] { return file.path.filename().string() + " of the image cache was damaged and is gone."; });
+    });
+}
+
+bool ImageCache::readImage(const Disk::Listed& file) {
+    auto url = disk_->readFirstLine(file.path, longestURL);
+    if (!url || file.path.stem() != hashText(*url)) return false;
+    add({file.path.stem(), *url, {}, file.size, file.lastChange});
+    return true;
 }
 
 /// Identifiers without an image lead nowhere.
-void ImageCache::readIdentifiers(const Disk::Listed& file) {
+bool ImageCache::readIdentifiers(const Disk::Listed& file) {
+    auto lines = disk_->readFile(file.path, largestIdentifiers);
     auto entry = std::ranges::find(entries_, file.path.stem().string(), &Entry::name);
-    if (entry == entries_.end()) return disk_->removeFile(file.path);
-    std::istringstream lines(disk_->readFile(file.path, 1U << 20).value_or(""));
-    for (std::string line; std::getline(lines, line);) entry->identifiers.insert(line);
+    if (!lines) return true;
+    if (entry == entries_.end()) return disk_->removeFile(file.path), true;
+    std::istringstream stream(*lines);
+    for (std::string line; std::getline(stream, line);) entry->identifiers.insert(line);
     entry->size += file.size;
     totalSize_ += file.size;
+    return true;
 }
 
 void ImageCache::writeIdentifiers(const Entry& entry) {

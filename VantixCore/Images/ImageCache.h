@@ -18,7 +18,8 @@ namespace vantix {
 /// Each image is a file "HASH.image": its URL, a line break, its bytes; beside it "HASH.identifiers" lists the
 /// identifiers that lead to it, a line each. An image appears by renaming a finished file, and everything that is known
 /// of the images is read from the folder, so a process that dies at any moment leaves a sound cache behind. Its time of
-/// modification is the time of its last use. Only this user may read the folder.
+/// modification is the time of its last use. Only this user may read the folder. What stands in it under such names and
+/// is no file is set aside, and a damaged file removed; both are logged.
 class ImageCache {
 public:
     /// The folder is made or read at the first operation.
@@ -51,9 +52,15 @@ private:
     using Entries = std::list<Entry>;
 
     void open();
+    void makeFolder();
     void readFolder();
-    void readImage(const Disk::Listed& file);
-    void readIdentifiers(const Disk::Listed& file);
+    bool isUsable(const Disk::Listed& file);
+    void setAside(const std::filesystem::path& path, const char* reason);
+    /// Runs a read that tells whether the file is sound, and removes one that is not.
+    template <typename Read>
+    void read(const Disk::Listed& file, Read read);
+    bool readImage(const Disk::Listed& file);
+    bool readIdentifiers(const Disk::Listed& file);
     void writeIdentifiers(const Entry& entry);
     void add(Entry entry);
     /// Absent when the image's file is not what it was.

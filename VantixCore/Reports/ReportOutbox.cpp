@@ -4,6 +4,7 @@
 #include "VantixCore/Reports/ReportPolicy.h"
 #include "VantixCore/VantixLogger.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <utility>
 
@@ -12,6 +13,7 @@ namespace vantix {
 namespace {
 
 constexpr LogSource log{"Reports/ReportOutbox"};
+constexpr auto firstOfBatch = static_cast<std::int64_t>(ReportPolicy::largestBatch);
 
 void createTable(SQLiteConnection& connection) {
     connection.run(
@@ -27,6 +29,29 @@ std::size_t dropOldest(SQLiteConnection& connection) {
         .size();
 }
 
+/// Of those that are next. One report that is no JSON would have the back end refuse all that are sent with it.
+std::size_t dropDamaged(SQLiteConnection& connection) {
+    std::size_t count = 0;
+    for (const auto& row :
+         connection.run("SELECT event, id, position FROM Report ORDER BY position LIMIT ?", {firstOfBatch})) {
+        if (row[0] && row[1] && parseJSON(*row[0])) continue;
+        connection.run("DELETE FROM Report WHERE position = ?", {std::stoll(row[2].value_or("0"))});
+        ++count;
+    }
+    return count > 0 ? count + dropDamaged(connection) : 0;
+}
+
+/// What one batch may hold of them.
+std::vector<PendingReport> limited(std::vector<PendingReport> reports) {
+    std::size_t count = 0;
+    for (std::size_t size = 0; count < std::min(reports.size(), ReportPolicy::largestBatch); ++count) {
+        size += reports[count].event.size();
+        if (count > 0 && size > ReportPolicy::largestBatchBody) break;
+    }
+    reports.resize(count);
+    return reports;
+}
+
 }  // namespace
 
 ReportOutbox::ReportOutbox(std::shared_ptr<Disk> disk, std::filesystem::path file)
@@ -34,26 +59,19 @@ ReportOutbox::ReportOutbox(std::shared_ptr<Disk> disk, std::filesystem::path fil
 
 bool ReportOutbox::add(const PendingReport& report) {
     std::lock_guard lock(mutex_);
-    return perform("add(report:)", [&](SQLiteConnection& connection) {
-        connection.run("INSERT INTO Report (id, event) VALUES (?, ?)", {report.id, report.event});
-        countDropped(dropOldest(connection));
-    });
+    inMemory_.push_back(report);
+    bool isInFile = moveIntoFile();
+    if (inMemory_.size() > ReportPolicy::mostPending) {
+        inMemory_.pop_front();
+        countDropped(1);
+    }
+    return isInFile;
 }
 
 std::vector<PendingReport> ReportOutbox::nextBatch() {
     std::lock_guard lock(mutex_);
-    std::vector<PendingReport> batch;
-    perform("nextBatch()", [&](SQLiteConnection& connection) {
-        auto rows = connection.run("SELECT id, event FROM Report ORDER BY position LIMIT ?",
-                                   {static_cast<std::int64_t>(ReportPolicy::largestBatch)});
-        std::size_t size = 0;
-        for (auto& row : rows) {
-            size += row[1]->size();
-            if (!batch.empty() && size > ReportPolicy::largestBatchBody) return;
-            batch.push_back({std::move(*row[0]), std::move(*row[1])});
-        }
-    });
-    return batch;
+    auto batch = batchOfFile();
+    return batch.empty() ? limited({inMemory_.begin(), inMemory_.end()}) : batch;
 }
 
 bool ReportOutbox::remove(const std::vector<PendingReport>& reports) {
@@ -62,14 +80,46 @@ bool ReportOutbox::remove(const std::vector<PendingReport>& reports) {
     std::string listed = toJSON(ids);
 
     std::lock_guard lock(mutex_);
+    auto wasInMemory = std::erase_if(inMemory_, [&](const PendingReport& waiting) {
+        return std::ranges::find(reports, waiting.id, &PendingReport::id) != reports.end();
+    });
+    if (wasInMemory == reports.size()) return true;
     return perform("remove(reports:)", [&](SQLiteConnection& connection) {
         connection.run("DELETE FROM Report WHERE id IN (SELECT value FROM json_each(?))", {listed});
     });
 }
 
+bool ReportOutbox::moveIntoFile() {
+    while (!inMemory_.empty()) {
+        const PendingReport& report = inMemory_.front();
+        bool isInFile = perform("add(report:)", [&](SQLiteConnection& connection) {
+            connection.run("INSERT INTO Report (id, event) VALUES (?, ?)", {report.id, report.event});
+            countDropped(dropOldest(connection));
+        });
+        if (!isInFile) return false;
+        inMemory_.pop_front();
+    }
+    return true;
+}
+
+std::vector<PendingReport> ReportOutbox::batchOfFile() {
+    std::vector<PendingReport> batch;
+    std::size_t damaged = 0;
+    perform("nextBatch()", [&](SQLiteConnection& connection) {
+        damaged = dropDamaged(connection);
+        auto rows = connection.run("SELECT id, event FROM Report ORDER BY position LIMIT ?", {firstOfBatch});
+        for (auto& row : rows) batch.push_back({std::move(*row[0]), std::move(*row[1])});
+    });
+    if (damaged > 0) {
+        log.error("nextBatch()", [&] { return "Reports damaged on the disk and dropped: " + std::to_string(damaged); });
+    }
+    return limited(std::move(batch));
+}
+
 bool ReportOutbox::perform(const char* function, const SQLiteFile::Operation& operation) {
     auto error = file_.perform(operation);
-    if (error) log.error(function, error->localizedDescription);
+    bool isSaidAlready = file_.isNewer() && std::exchange(hasSaidThatFileIsNewer_, true);
+    if (error && !isSaidAlready) log.error(function, error->localizedDescription);
     return !error;
 }
 

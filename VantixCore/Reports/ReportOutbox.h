@@ -3,6 +3,7 @@
 #include "VantixCore/Store/SQLiteFile.h"
 
 #include <cstddef>
+#include <deque>
 #include <filesystem>
 #include <mutex>
 #include <string>
@@ -18,14 +19,15 @@ struct PendingReport {
     std::string event;
 };
 
-/// The reports that the back end has not taken yet, in a file of their own, oldest first. Beyond
-/// ReportPolicy::mostPending the oldest are dropped, counted and logged. Usable from any thread but the main one: every
-/// operation waits for the disk, and logs at error level why it failed.
+/// The reports that the back end has not taken yet, in a file of their own, oldest first. Those that the file does not
+/// take wait in memory, for as long as the process lives, until it does. Beyond ReportPolicy::mostPending the oldest
+/// are dropped, counted and logged. Usable from any thread but the main one: every operation waits for the disk, and
+/// logs at error level why it failed; that the file is of a newer version it says once.
 class ReportOutbox {
 public:
     ReportOutbox(std::shared_ptr<Disk> disk, std::filesystem::path file);
 
-    /// Whether the report is kept; once it is, it survives a sudden end of the process.
+    /// Whether the report is in the file; once it is, it survives a sudden end of the process.
     bool add(const PendingReport& report);
     /// The reports of the next batch; none when nothing waits.
     std::vector<PendingReport> nextBatch();
@@ -34,10 +36,15 @@ public:
 
 private:
     bool perform(const char* function, const SQLiteFile::Operation& operation);
+    bool moveIntoFile();
+    std::vector<PendingReport> batchOfFile();
     void countDropped(std::size_t count);
 
     std::mutex mutex_;
     SQLiteFile file_;
+    /// All of them younger than those in the file.
+    std::deque<PendingReport> inMemory_;
+    bool hasSaidThatFileIsNewer_ = false;
     std::size_t dropped_ = 0;
 };
 

@@ -15,8 +15,11 @@ namespace vantix {
 class Disk;
 
 /// Settings of the installed host, kept as one JSON object in a file. The constructor reads the file; every change is
-/// written on the queue, which is serial. Keys of others stay as they are. A damaged file counts as empty and is
-/// logged; so is a failure to write.
+/// written on the queue, which is serial. Keys of others stay as they are.
+///
+/// Nothing here throws; what goes wrong is logged. A file that holds no settings, or is no file at all, counts as empty
+/// and is set aside. One that the disk fails to read counts as empty until it can be read. One of a newer version is
+/// left as it is; the settings then live in memory alone.
 class FileUserDefaults final : public SharedUserDefaults, public std::enable_shared_from_this<FileUserDefaults> {
 public:
     FileUserDefaults(std::shared_ptr<Disk> disk, std::filesystem::path file, std::shared_ptr<DispatchQueue> writer);
@@ -25,14 +28,23 @@ public:
     void setCustomerId(std::optional<std::string> customerId) override;
 
 private:
-    void write() const;
+    /// What is known of the file.
+    enum class FileState { unread, read, newer };
+
+    FileState read();
+    FileState take(Dictionary settings);
+    FileState setAside(const std::string& reason);
+    void write();
 
     std::shared_ptr<Disk> disk_;
     std::filesystem::path file_;
     std::shared_ptr<DispatchQueue> writer_;
+    /// Once made, on the queue only.
+    FileState fileState_ = FileState::unread;
     mutable std::mutex mutex_;
-    /// Only under the lock.
-    Dictionary settings_;
+    /// Only under the lock. What the file says, and what was changed since it was read.
+    Dictionary stored_;
+    Dictionary changes_;
 };
 
 }  // namespace vantix

@@ -2,6 +2,7 @@
 
 #include "Platform/Ports/Disk.h"
 #include "Platform/Values/CaseFolding.h"
+#include "VantixCore/Store/StoreVersion.h"
 
 #include <sqlite3.h>
 
@@ -63,9 +64,21 @@ struct ResetStatement {
 }  // namespace
 
 bool SQLiteError::isDamage() const {
-    int primary = code_ & 0xFF;
-    return primary == SQLITE_NOTADB || primary == SQLITE_CORRUPT;
+    switch (code_ & 0xFF) {
+        case SQLITE_NOTADB:
+        case SQLITE_CORRUPT:
+        case SQLITE_ERROR:
+        case SQLITE_CONSTRAINT:
+        case SQLITE_MISMATCH:
+            return true;
+        default:
+            return false;
+    }
 }
+
+NewerFile::NewerFile(std::int64_t version)
+    : std::runtime_error("it is of version " + std::to_string(version) + ", newer than " +
+                         std::to_string(storeVersion) + ", and stays as it is") {}
 
 /// SQLite gives its side files the permissions of the database file, so that one is made first.
 SQLiteConnection::SQLiteConnection(std::shared_ptr<Disk> disk, const std::filesystem::path& file, Duration busyTimeOut)
@@ -77,7 +90,9 @@ SQLiteConnection::SQLiteConnection(std::shared_ptr<Disk> disk, const std::filesy
     check(sqlite3_create_function(database_.get(), "contains_folded", 2,
                                   SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_DIRECTONLY, nullptr, containsFolded,
                                   nullptr, nullptr));
+    checkVersion();
     configureJournal();
+    markNewFile();
 }
 
 std::vector<SQLiteRow> SQLiteConnection::run(const std::string& sql, const std::vector<SQLiteParameter>& parameters) {
@@ -101,11 +116,26 @@ void SQLiteConnection::open(const std::filesystem::path& file) {
     check(code);
 }
 
+/// Before anything else, for the file of a newer version is not to be changed, not even as it is closed.
+void SQLiteConnection::checkVersion() {
+    check(sqlite3_db_config(database_.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr));
+    std::int64_t version = std::stoll(run("PRAGMA user_version")[0][0].value());
+    if (version > storeVersion) throw NewerFile(version);
+    check(sqlite3_db_config(database_.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr));
+}
+
+void SQLiteConnection::markNewFile() {
+    bool isNew = run("SELECT name FROM sqlite_master LIMIT 1").empty();
+    if (isNew) run("PRAGMA user_version = " + std::to_string(storeVersion));
+}
+
 /// A committed change survives the end of the process as soon as the system has taken it. A sync for each change would
 /// save the last ones from a loss of power as well, but makes them a hundred times slower; the file stays whole anyway.
 void SQLiteConnection::configureJournal() {
     run("PRAGMA journal_mode = WAL");
     run("PRAGMA synchronous = NORMAL");
+    // Else large selections would leave files outside the folder.
+    run("PRAGMA temp_store = MEMORY");
 }
 
 sqlite3_stmt* SQLiteConnection::compiled(const std::string& sql) {

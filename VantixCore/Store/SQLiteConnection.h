@@ -24,11 +24,18 @@ class SQLiteError : public std::runtime_error {
 public:
     SQLiteError(int code, const std::string& description) : std::runtime_error(description), code_(code) {}
 
-    /// Whether the file is no database, or a damaged one.
+    /// Whether it will be so for ever: the file is no database, a damaged one, or one of another shape, with which the
+    /// statements make no sense. A full disk, say, or another process that holds the file, is none.
     bool isDamage() const;
 
 private:
     int code_;
+};
+
+/// The file is of a version that this program does not know. It was left as it is.
+class NewerFile : public std::runtime_error {
+public:
+    explicit NewerFile(std::int64_t version);
 };
 
 /// A text or a number; texts are read until the call that takes them returns.
@@ -37,14 +44,15 @@ using SQLiteParameter = std::variant<std::monostate, std::string_view, std::int6
 /// The columns of one row as texts; NULL is absent.
 using SQLiteRow = std::vector<std::optional<std::string>>;
 
-/// One open database file, with write-ahead logging. Used by one thread at a time. Whatever fails throws SQLiteError.
+/// One open database file, with write-ahead logging. Used by one thread at a time. Whatever fails throws SQLiteError,
+/// or what the disk throws.
 ///
 /// Statements may call `contains_folded(text, folded)`: whether the text, letter case removed, contains the operand,
 /// from which the caller has removed it already (foldCase). NULL contains nothing.
 class SQLiteConnection {
 public:
     /// Makes the file, readable for this user alone, when it is missing. Statements wait for `busyTimeOut` while
-    /// another process holds it.
+    /// another process holds it. Throws NewerFile, too.
     SQLiteConnection(std::shared_ptr<Disk> disk, const std::filesystem::path& file, Duration busyTimeOut);
 
     /// Runs one statement with its parameters in order. The compiled statement is kept, so the text should not vary
@@ -60,7 +68,9 @@ private:
     };
 
     void open(const std::filesystem::path& file);
+    void checkVersion();
     void configureJournal();
+    void markNewFile();
     sqlite3_stmt* compiled(const std::string& sql);
     void check(int code) const;
 

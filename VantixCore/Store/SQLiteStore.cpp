@@ -3,17 +3,36 @@
 #include "Platform/Ports/RunningQueue.h"
 #include "VantixCore/Store/SQLiteTable.h"
 
+#include <algorithm>
+#include <stdexcept>
+#include <string>
+#include <string_view>
 #include <utility>
 
 namespace vantix {
 
 namespace {
 
+/// A file that only lacks what may not be added is sound.
+void requireColumns(SQLiteConnection& connection, const ObjectModel::Entity& entity) {
+    auto present = connection.run("SELECT name FROM pragma_table_info(?)", {std::string_view(entity.name)});
+    for (const auto& attribute : entity.attributes) {
+        bool isPresent = std::ranges::any_of(present, [&](const SQLiteRow& row) { return row[0] == attribute; });
+        if (!isPresent) throw std::runtime_error("the entity " + entity.name + " lacks the attribute " + attribute);
+    }
+}
+
 void extendToModel(SQLiteConnection& connection, const StoreDescription& description) {
     for (const auto& entity : description.model.entities) {
         SQLiteTable table(entity);
         table.create(connection);
-        if (description.infersMapping) table.addMissingColumns(connection);
+        if (description.infersMapping) {
+            table.addMissingColumns(connection);
+        } else {
+            requireColumns(connection, entity);
+        }
+        // Fails where the table has another shape, before anything is put into it.
+        table.fetch(connection, {}, 0);
     }
 }
 

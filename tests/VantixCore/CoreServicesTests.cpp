@@ -1,4 +1,5 @@
 #include "Platform/Dispatchers/VirtualDispatcher.h"
+#include "VantixCore/Settings/FileUserDefaults.h"
 #include "VantixCore/VantixCore.h"
 #include "tests/Support/Table.h"
 #include "tests/VantixCore/CoreFixture.h"
@@ -39,7 +40,11 @@ protected:
 
     std::string written() {
         dispatcher().runUntilIdle();
-        std::ifstream stream(file());
+        return textOf(file());
+    }
+
+    static std::string textOf(const fs::path& file) {
+        std::ifstream stream(file);
         return {std::istreambuf_iterator<char>(stream), {}};
     }
 
@@ -108,24 +113,41 @@ TEST_F(SharedSettingsTest, ReadWhateverStandsInTheFile) {
     struct Case {
         std::string text;
         std::optional<std::string> customerId;
-        std::size_t errors;
         std::string rewritten;
+        std::string aside;
     };
-    const std::string alone = R"({"customerId":"new"})";
+    const std::string alone = R"({"customerId":"new","version":1})", newer = R"({"customerId":"c","version":2})";
     fs::create_directory(file().parent_path());
-    checkRows<Case>({{R"({"other":[1],"customerId":"c"})", "c", 0, R"({"other":[1],"customerId":"new"})"},
-                     {R"({"customerId":7})", {}, 0, alone},
-                     {R"({"customerId":"c")", {}, 1, alone},
-                     {R"(["customerId"])", {}, 1, alone},
-                     {"", {}, 1, alone}},
+    checkRows<Case>({{R"({"other":[1],"customerId":"c"})", "c", R"({"other":[1],"customerId":"new","version":1})", ""},
+                     {newer, {}, newer, ""},
+                     {R"({"customerId":7})", {}, alone, R"({"customerId":7})"},
+                     {R"({"version":"1"})", {}, alone, R"({"version":"1"})"},
+                     {R"({"customerId":"c")", {}, alone, R"({"customerId":"c")"},
+                     {R"(["customerId"])", {}, alone, R"(["customerId"])"}},
                     [&](const Case& test) {
                         std::ofstream(file()) << test.text;
                         startProcess();
                         EXPECT_EQ(customerId(), test.customerId);
-                        EXPECT_EQ(takeErrors().size(), test.errors);
+                        bool isSound = test.customerId.has_value();
+                        EXPECT_EQ(takeErrors().size(), isSound ? 0U : 1U);
                         setCustomerId("new");
                         EXPECT_EQ(written(), test.rewritten);
+                        EXPECT_EQ(customerId(), "new");
+                        fs::path aside = file() += ".damaged-1";
+                        EXPECT_EQ(textOf(aside), test.aside);
+                        fs::remove(aside);
                     });
+}
+
+TEST_F(SharedSettingsTest, WaitForADiskThatFailsToReadThem) {
+    fs::create_directory(file().parent_path());
+    std::ofstream(file()) << R"({"other":1,"customerId":"old"})";
+    disk().failAfter(0);
+    auto settings = std::make_shared<FileUserDefaults>(
+        Platform::current()->disk, file(), dispatcher().makeSerialQueue("settings", QualityOfService::utility));
+    EXPECT_EQ(takeErrors().size(), 1U);
+    settings->setCustomerId("new");
+    EXPECT_EQ(written(), R"({"other":1,"customerId":"new","version":1})");
 }
 
 TEST_F(SharedSettingsTest, StayInMemoryWhileTheDiskRefusesThem) {
@@ -138,7 +160,7 @@ TEST_F(SharedSettingsTest, StayInMemoryWhileTheDiskRefusesThem) {
               Texts{"Settings/FileUserDefaults write(): The settings could not be written: No space left on device"});
     disk().setFault(DiskFault::none);
     setCustomerId("c");
-    EXPECT_EQ(written(), R"({"customerId":"c"})");
+    EXPECT_EQ(written(), R"({"customerId":"c","version":1})");
 }
 
 TEST_F(SharedSettingsTest, MayBeUsedByManyThreads) {
@@ -153,5 +175,5 @@ TEST_F(SharedSettingsTest, MayBeUsedByManyThreads) {
         });
     }
     for (auto& thread : threads) thread.join();
-    EXPECT_EQ(written(), R"({"customerId":")" + *customerId() + "\"}");
+    EXPECT_EQ(written(), R"({"customerId":")" + *customerId() + R"(","version":1})");
 }

@@ -5,6 +5,8 @@
 #include "tests/Support/LoopbackServer.h"
 #include "tests/VantixCore/CoreFixture.h"
 
+#include <sqlite3.h>
+
 #include <set>
 #include <tuple>
 
@@ -135,14 +137,54 @@ TEST_F(OutboxTest, DropsTheOldestWhenFull) {
     EXPECT_EQ(scopes().back().back(), std::to_string(ReportPolicy::mostPending + 1));
 }
 
-TEST_F(OutboxTest, SaysSoWhenAReportCannotBeKept) {
+TEST_F(OutboxTest, SaysSoWhenAReportCannotBeKeptAndSendsItAllTheSame) {
     auto core = makeCore("");
     disk().setFault(DiskFault::full);
     EXPECT_FALSE(report(*core, "a"));
     EXPECT_EQ(takeErrors(),
               Texts{"Reports/ReportOutbox add(report:): The store reports.sqlite failed: No space left on device"});
+    server_.reply(path, {});
+    core = makeCore(server_.url());
+    dispatcher().runUntilIdle();
+    EXPECT_EQ(scopes(), Calls({{"a"}}));
+
+    core = makeCore("");
+    EXPECT_FALSE(report(*core, "b"));
     disk().setFault(DiskFault::none);
-    EXPECT_TRUE(report(*core, "b"));
+    EXPECT_TRUE(report(*core, "c"));
+    install(host());
+    core = makeCore(server_.url());
+    dispatcher().runUntilIdle();
+    EXPECT_EQ(scopes(), Calls({{"a"}, {"b", "c"}})) << "what waited in memory went into the file";
+}
+
+TEST_F(OutboxTest, KeepsReportsInMemoryBesideAFileOfANewerVersionAndSendsNoneThatIsDamaged) {
+    auto file = folder_.path() / "reports.sqlite";
+    auto core = makeCore("");
+    for (const char* scope : {"a", "b", "c"}) report(*core, scope);
+    install(host());
+    auto change = [&](const char* sql) {
+        sqlite3* database = nullptr;
+        sqlite3_open(file.c_str(), &database);
+        EXPECT_EQ(sqlite3_exec(database, sql, nullptr, nullptr, nullptr), SQLITE_OK);
+        sqlite3_close(database);
+    };
+    change("UPDATE Report SET event = substr(event, 2) WHERE position = 2");
+    change("PRAGMA user_version = 2");
+    server_.reply(path, {});
+    core = makeCore(server_.url());
+    EXPECT_FALSE(report(*core, "d"));
+    EXPECT_FALSE(report(*core, "e"));
+    dispatcher().runUntilIdle();
+    EXPECT_EQ(scopes(), Calls({{"d", "e"}}));
+    EXPECT_EQ(takeErrors().size(), 1U);
+
+    install(host());
+    change("PRAGMA user_version = 0");
+    core = makeCore(server_.url());
+    dispatcher().runUntilIdle();
+    EXPECT_EQ(scopes(), Calls({{"d", "e"}, {"a", "c"}}));
+    EXPECT_EQ(takeErrors().size(), 1U) << "of the damaged one";
 }
 
 TEST_F(OutboxTest, WhatIsTakenButCannotBeRemovedIsSentAgain) {

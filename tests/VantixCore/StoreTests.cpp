@@ -189,18 +189,49 @@ TEST_F(StoreTest, SetsADamagedFileAsideAndGoesOn) {
         stream.seekp(offset) << std::string(count, '\xFE');
     };
     auto replace = [&](const std::string& text) { std::ofstream(file()) << text; };
+    auto reshape = [&](const std::string& definition) {
+        SQLiteConnection other(std::make_shared<FileDisk>(), file(), Duration(0));
+        other.run("ALTER TABLE Message RENAME TO Other");
+        other.run("CREATE " + definition);
+    };
     int number = 0;
-    checkRows<std::function<void()>>({[&] { replace("no database"); }, [&] { replace(std::string(20000, 'x')); },
-                                      [&] { overwrite(100, 400); }, [&] { overwrite(4096, 4096); }},
-                                     [&](const std::function<void()>& damage) {
-                                         insertScopes({"before"});
-                                         close();
-                                         damage();
-                                         EXPECT_EQ(insertScopes({"after"}), "true");
-                                         EXPECT_EQ(scopes(), Texts({"after"}));
-                                         EXPECT_EQ(takeErrors().size(), 1U);
-                                         EXPECT_TRUE(fs::exists(file(".damaged-" + std::to_string(++number))));
-                                     });
+    checkRows<std::function<void()>>(
+        {[&] { replace("no database"); }, [&] { replace(std::string(20000, 'x')); }, [&] { overwrite(100, 400); },
+         [&] { overwrite(4096, 4096); }, [&] { reshape("VIEW Message AS SELECT * FROM Other"); },
+         [&] { reshape("VIEW Message AS SELECT scope FROM Other"); },
+         [&] { reshape("TABLE Message (scope TEXT PRIMARY KEY, trigger, body) WITHOUT ROWID"); },
+         [&] { reshape("TABLE Message (scope, trigger, body, more NOT NULL)"); },
+         [&] { reshape("TABLE Message (scope INTEGER PRIMARY KEY)"); }},
+        [&](const std::function<void()>& damage) {
+            insertScopes({"before"});
+            close();
+            damage();
+            EXPECT_EQ(insertScopes({"after"}), "true");
+            EXPECT_EQ(scopes(), Texts({"after"}));
+            EXPECT_EQ(takeErrors().size(), 1U);
+            EXPECT_TRUE(fs::exists(file(".damaged-" + std::to_string(++number))));
+        });
+}
+
+TEST_F(StoreTest, OpensTheFilesOfVersion1AndLeavesThoseOfANewerOneAlone) {
+    auto version = [&] {
+        return *SQLiteConnection(std::make_shared<FileDisk>(), file(), Duration(0)).run("PRAGMA user_version")[0][0];
+    };
+    insertScopes({"a"});
+    close();
+    EXPECT_EQ(version(), "1");
+    SQLiteConnection(std::make_shared<FileDisk>(), file(), Duration(0)).run("PRAGMA user_version = 0");
+    EXPECT_EQ(scopes(), Texts({"a"}));
+    close();
+    EXPECT_EQ(version(), "0") << "nothing of it had to be changed";
+
+    SQLiteConnection(std::make_shared<FileDisk>(), file(), Duration(0)).run("PRAGMA user_version = 7");
+    auto bytes = [&] { return *FileDisk().readFile(file(), 1U << 20); };
+    std::string before = bytes();
+    EXPECT_EQ(insertScopes({"b"}), failed("it is of version 7, newer than 1, and stays as it is"));
+    EXPECT_EQ(remove({}), failed("it is of version 7, newer than 1, and stays as it is"));
+    close();
+    EXPECT_EQ(bytes(), before);
 }
 
 TEST_F(StoreTest, AStaleLogOfADamagedFileIsNotReadIntoItsSuccessor) {
