@@ -7,7 +7,7 @@ program_packages=(
     cmake ninja-build g++ ccache pkg-config
     qt6-base-dev qt6-svg-dev qt6-image-formats-plugins libgl-dev
     libsimdjson-dev libspdlog-dev libsqlite3-dev libcurl4-openssl-dev libutf8proc-dev libfontconfig-dev liburiparser-dev uuid-dev
-    libpng-dev zlib1g-dev libcpp-httplib-dev libssl-dev libcli11-dev
+    libpng-dev libjpeg-dev libwebp-dev zlib1g-dev libcpp-httplib-dev libssl-dev libcli11-dev
     fonts-inter fonts-dejavu-core fonts-noto-core fonts-noto-cjk fonts-noto-color-emoji libthai0
 )
 test_packages=(

@@ -1,5 +1,7 @@
 vantix_find(PUBLIC Qt6 6.4 COMPONENTS Gui)
 vantix_find(PRIVATE Qt6 6.4 COMPONENTS Svg)
+vantix_find(PRIVATE JPEG)
 vantix_find(PRIVATE PNG)
 vantix_find(PRIVATE ZLIB)
+vantix_find_module(PRIVATE libwebp)
 vantix_find_module(PRIVATE fontconfig)

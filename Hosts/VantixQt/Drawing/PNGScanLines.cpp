@@ -1,156 +1,215 @@
 #include "VantixQt/Drawing/PNGScanLines.h"
 
-#include <QColorSpace>
+#include "VantixQt/Drawing/ByteReader.h"
+
+#include <QByteArray>
+#include <QPointF>
 
 #include <algorithm>
 #include <array>
 #include <csetjmp>
-#include <cstdint>
 #include <cstring>
 #include <png.h>
+#include <utility>
 #include <vector>
+#include <zlib.h>
 
 namespace vantix {
 
 namespace {
 
-using Pixel = std::array<float, 4>;
+using namespace std::string_view_literals;
 
-/// Calls for each of `targetCount` cells that one of `sourceCount` cells over the same length touches, with the share
-/// of the former that the latter covers.
-template <typename Visit>
-void forEachShare(std::int64_t source, std::int64_t sourceCount, std::int64_t targetCount, Visit visit) {
-    const std::int64_t begin = source * targetCount;
-    const std::int64_t end = begin + targetCount;
-    for (std::int64_t target = begin / sourceCount; target * sourceCount < end; ++target) {
-        std::int64_t covered = std::min(end, (target + 1) * sourceCount) - std::max(begin, target * sourceCount);
-        visit(static_cast<std::size_t>(target), static_cast<float>(covered) / static_cast<float>(sourceCount));
+constexpr std::size_t signatureSize = 8;
+/// Of a colour profile, packed or not.
+constexpr std::size_t largestProfile = std::size_t{4} << 20;
+
+/// Whether the bytes reach to the end and agree with their checksums.
+bool isIntact(std::string_view bytes) {
+    ByteReader reader(bytes);
+    reader.skip(signatureSize);
+    std::string_view type;
+    while (type != "IEND"sv) {
+        std::uint32_t length = reader.number(4);
+        std::string_view typeAndData = reader.take(std::size_t{length} + 4);
+        std::uint32_t checksum = reader.number(4);
+        if (reader.isExhausted()) return false;
+        auto actual = crc32_z(0, reinterpret_cast<const Bytef*>(typeAndData.data()), typeAndData.size());
+        if (checksum != actual) return false;
+        bool isFirst = type.empty();
+        type = typeAndData.substr(0, 4);
+        if (isFirst && type != "IHDR"sv) return false;
     }
+    return true;
 }
 
-/// Averages lines of pixels over the areas that the pixels of a smaller picture cover.
-class AreaMean {
+/// A PNG's bytes without the chunks that its pixels do not depend on.
+class NeededChunks {
 public:
-    AreaMean(int sourceWidth, int sourceHeight, QImage& target)
-        : sourceWidth_(sourceWidth),
-          sourceHeight_(sourceHeight),
-          target_(target),
-          line_(static_cast<std::size_t>(target.width())),
-          sum_(line_.size()) {}
+    explicit NeededChunks(std::string_view bytes) : reader_(bytes), chunk_(reader_.take(signatureSize)) {}
 
-    /// `rgba` has four bytes for each pixel of a line, with straight alpha.
-    void addLine(const std::vector<png_byte>& rgba) {
-        std::fill(line_.begin(), line_.end(), Pixel{});
-        for (int x = 0; x < sourceWidth_; ++x) {
-            const png_byte* pixel = &rgba[std::size_t{4} * static_cast<std::size_t>(x)];
-            const float alpha = static_cast<float>(pixel[3]) / 255;
-            const Pixel premultiplied{alpha * pixel[0], alpha * pixel[1], alpha * pixel[2], float(pixel[3])};
-            forEachShare(x, sourceWidth_, target_.width(),
-                         [&](std::size_t column, float share) { add(premultiplied, share, line_[column]); });
+    bool read(char* target, std::size_t count) {
+        while (count > 0) {
+            if (chunk_.empty() && !findNext()) return false;
+            std::size_t size = std::min(count, chunk_.size());
+            std::memcpy(target, chunk_.data(), size);
+            chunk_.remove_prefix(size);
+            target += size;
+            count -= size;
         }
-        forEachShare(sourceLine_++, sourceHeight_, target_.height(), [this](std::size_t row, float share) {
-            if (row > static_cast<std::size_t>(targetLine_)) finishLine();
-            for (std::size_t column = 0; column < line_.size(); ++column) add(line_[column], share, sum_[column]);
-        });
-        if (sourceLine_ == sourceHeight_) finishLine();
+        return true;
     }
 
 private:
-    static void add(const Pixel& pixel, float share, Pixel& sum) {
-        for (std::size_t channel = 0; channel < sum.size(); ++channel) sum[channel] += share * pixel[channel];
-    }
+    static constexpr std::size_t lengthAndType = 8, checksum = 4;
 
-    void finishLine() {
-        auto* pixels = reinterpret_cast<QRgb*>(target_.scanLine(targetLine_++));
-        for (Pixel& sum : sum_) {
-            auto byte = [&sum](std::size_t channel) { return static_cast<int>(std::min(sum[channel], 255.0F) + 0.5F); };
-            *pixels++ = qRgba(byte(0), byte(1), byte(2), byte(3));
-            sum = {};
+    bool findNext() {
+        while (!reader_.rest().empty()) {
+            std::string_view rest = reader_.rest();
+            std::size_t length = ByteReader(rest).number(4);
+            chunk_ = reader_.take(length + lengthAndType + checksum);
+            if (isNeeded(rest.substr(4, 4), length)) return true;
         }
+        return false;
     }
 
-    int sourceWidth_;
-    int sourceHeight_;
-    QImage& target_;
-    int sourceLine_ = 0;
-    int targetLine_ = 0;
-    std::vector<Pixel> line_;
-    std::vector<Pixel> sum_;
+    bool isNeeded(std::string_view type, std::size_t length) {
+        constexpr std::array needed{"IHDR"sv, "PLTE"sv, "IDAT"sv, "IEND"sv, "tRNS"sv, "gAMA"sv, "cHRM"sv, "sRGB"sv};
+        if (type == "iCCP"sv) return !std::exchange(hadProfile_, true) && length < largestProfile;
+        return std::find(needed.begin(), needed.end(), type) != needed.end();
+    }
+
+    ByteReader reader_;
+    std::string_view chunk_;
+    bool hadProfile_ = false;
 };
 
 /// Libpng's reader. It leaves its functions by a jump when something is wrong, so what owns memory lives out here.
-class PNGReader {
+class PNGScanLines final : public ScanLines {
 public:
-    explicit PNGReader(std::string_view bytes) : rest_(bytes) {
+    explicit PNGScanLines(std::string_view bytes) : chunks_(bytes) {
         png_ = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, fail, ignore);
         info_ = png_create_info_struct(png_);
         png_set_read_fn(png_, this, read);
+        png_set_chunk_malloc_max(png_, largestProfile);
+        // The checksums were looked at before.
+        png_set_crc_action(png_, PNG_CRC_QUIET_USE, PNG_CRC_QUIET_USE);
     }
-    PNGReader(const PNGReader&) = delete;
-    PNGReader& operator=(const PNGReader&) = delete;
-    ~PNGReader() { png_destroy_read_struct(&png_, &info_, nullptr); }
+    PNGScanLines(const PNGScanLines&) = delete;
+    PNGScanLines& operator=(const PNGScanLines&) = delete;
+    ~PNGScanLines() override { png_destroy_read_struct(&png_, &info_, nullptr); }
 
-    /// Begins, with four bytes for each pixel.
     bool readHeader() {
         if (setjmp(png_jmpbuf(png_))) return false;
         png_read_info(png_, info_);
-        png_set_expand(png_);
-        png_set_scale_16(png_);
-        png_set_gray_to_rgb(png_);
-        png_set_add_alpha(png_, 0xFF, PNG_FILLER_AFTER);
-        png_read_update_info(png_, info_);
+        storedBitsPerPixel_ = png_get_bit_depth(png_, info_) * png_get_channels(png_, info_);
+        isInterlaced_ = png_get_interlace_type(png_, info_) != PNG_INTERLACE_NONE;
         return true;
     }
 
-    int width() const { return static_cast<int>(png_get_image_width(png_, info_)); }
-    int height() const { return static_cast<int>(png_get_image_height(png_, info_)); }
+    PixelSize size() const override { return {static_cast<int>(width()), static_cast<int>(height())}; }
+    bool comeInOrder() const override { return !isInterlaced_; }
 
-    QColorSpace colorSpace() const {
-        png_charp name = nullptr;
-        png_bytep profile = nullptr;
-        png_uint_32 size = 0;
-        int compression = 0;
-        if (!png_get_iCCP(png_, info_, &name, &compression, &profile, &size)) return {};
-        return QColorSpace::fromIccProfile(QByteArray(reinterpret_cast<const char*>(profile), int(size)));
+    /// Libpng holds two lines, as they are stored or as they are wanted, and one of eight bytes a pixel at most.
+    std::int64_t memory() const override { return (std::int64_t{storedBitsPerPixel_} / 4 + 24) * width(); }
+
+    std::optional<PixelSize> begin(PixelSize) override {
+        line_.resize(width());
+        if (!transform()) return std::nullopt;
+        return size();
     }
 
-    bool readLine(std::vector<png_byte>& rgba) {
-        if (setjmp(png_jmpbuf(png_))) return false;
-        png_read_row(png_, rgba.data(), nullptr);
-        return true;
+    std::optional<ScanLine> next() override {
+        while (isInterlaced_ && (row_ == PNG_PASS_ROWS(height(), pass_) || PNG_PASS_COLS(width(), pass_) == 0)) {
+            if (++pass_ == PNG_INTERLACE_ADAM7_PASSES) return std::nullopt;
+            row_ = 0;
+        }
+        if (!readLine()) return std::nullopt;
+        const auto row = static_cast<int>(row_++);
+        if (!isInterlaced_) return ScanLine{row, 0, 1, line_};
+        return ScanLine{static_cast<int>(PNG_ROW_FROM_PASS_ROW(row, pass_)),
+                        static_cast<int>(PNG_PASS_START_COL(pass_)), 1 << PNG_PASS_COL_SHIFT(pass_),
+                        std::span(line_).first(PNG_PASS_COLS(width(), pass_))};
+    }
+
+    QColorSpace colorSpace() const override {
+        if (QColorSpace own = profile(); own.isValid()) return own;
+        if (int intent = 0; png_get_sRGB(png_, info_, &intent) != 0) return QColorSpace::SRgb;
+        double gamma = 0;
+        if (png_get_gAMA(png_, info_, &gamma) == 0 || gamma <= 0) return {};
+        return withGamma(static_cast<float>(1 / gamma));
     }
 
 private:
+    png_uint_32 width() const { return png_get_image_width(png_, info_); }
+    png_uint_32 height() const { return png_get_image_height(png_, info_); }
+
+    QColorSpace profile() const {
+        png_charp name = nullptr;
+        png_bytep bytes = nullptr;
+        png_uint_32 size = 0;
+        int compression = 0;
+        if (png_get_iCCP(png_, info_, &name, &compression, &bytes, &size) == 0) return {};
+        return QColorSpace::fromIccProfile(
+            QByteArray(reinterpret_cast<const char*>(bytes), static_cast<qsizetype>(size)));
+    }
+
+    QColorSpace withGamma(float gamma) const {
+        double whiteX = 0, whiteY = 0, redX = 0, redY = 0, greenX = 0, greenY = 0, blueX = 0, blueY = 0;
+        if (png_get_cHRM(png_, info_, &whiteX, &whiteY, &redX, &redY, &greenX, &greenY, &blueX, &blueY) == 0) {
+            return {QColorSpace::Primaries::SRgb, gamma};
+        }
+        return QColorSpace({whiteX, whiteY}, {redX, redY}, {greenX, greenY}, {blueX, blueY},
+                           QColorSpace::TransferFunction::Gamma, gamma);
+    }
+
+    /// To four bytes for each pixel, which are one number.
+    bool transform() {
+        if (setjmp(png_jmpbuf(png_))) return false;
+        png_set_expand(png_);
+        png_set_scale_16(png_);
+        png_set_gray_to_rgb(png_);
+        if constexpr (isLittleEndian) {
+            png_set_bgr(png_);
+        } else {
+            png_set_swap_alpha(png_);
+        }
+        png_set_add_alpha(png_, 0xFF, isLittleEndian ? PNG_FILLER_AFTER : PNG_FILLER_BEFORE);
+        png_read_update_info(png_, info_);
+        return png_get_rowbytes(png_, info_) == 4 * std::size_t{width()};
+    }
+
+    bool readLine() {
+        if (setjmp(png_jmpbuf(png_))) return false;
+        png_read_row(png_, reinterpret_cast<png_bytep>(line_.data()), nullptr);
+        return true;
+    }
+
     [[noreturn]] static void fail(png_structp png, png_const_charp) { png_longjmp(png, 1); }
     static void ignore(png_structp, png_const_charp) {}
 
     static void read(png_structp png, png_bytep target, std::size_t count) {
-        std::string_view& rest = static_cast<PNGReader*>(png_get_io_ptr(png))->rest_;
-        if (count > rest.size()) png_error(png, "the end is missing");
-        std::memcpy(target, rest.data(), count);
-        rest.remove_prefix(count);
+        NeededChunks& chunks = static_cast<PNGScanLines*>(png_get_io_ptr(png))->chunks_;
+        if (!chunks.read(reinterpret_cast<char*>(target), count)) png_error(png, "the end is missing");
     }
 
-    std::string_view rest_;
+    NeededChunks chunks_;
     png_structp png_ = nullptr;
     png_infop info_ = nullptr;
+    int storedBitsPerPixel_ = 0;
+    bool isInterlaced_ = false;
+    int pass_ = 0;
+    png_uint_32 row_ = 0;
+    std::vector<std::uint32_t> line_;
 };
 
 }  // namespace
 
-QImage scaledFromScanLines(std::string_view png, const QSize& size) {
-    PNGReader reader(png);
-    if (!reader.readHeader()) return {};
-    QImage image(size, QImage::Format_ARGB32_Premultiplied);
-    if (image.isNull()) return {};
-    AreaMean mean(reader.width(), reader.height(), image);
-    std::vector<png_byte> line(std::size_t{4} * static_cast<std::size_t>(reader.width()));
-    for (int y = 0; y < reader.height(); ++y) {
-        if (!reader.readLine(line)) return {};
-        mean.addLine(line);
-    }
-    image.setColorSpace(reader.colorSpace());
-    return image;
+Result<std::unique_ptr<ScanLines>> pngScanLines(std::string_view bytes) {
+    if (!isIntact(bytes)) return Error{"the picture is damaged or its end is missing"};
+    auto lines = std::make_unique<PNGScanLines>(bytes);
+    if (!lines->readHeader()) return Error{"the picture's header cannot be read"};
+    return Result<std::unique_ptr<ScanLines>>(std::move(lines));
 }
 
 }  // namespace vantix

@@ -1,13 +1,15 @@
 #pragma once
 
-#include <QImage>
+#include "VantixQt/Drawing/ScanLines.h"
 
+#include <memory>
 #include <string_view>
 
 namespace vantix {
 
-/// Decodes a PNG that is not interlaced line by line, averaged to `size`, which is no enlargement: only one line and
-/// the result are in memory, however large the picture is. Null for damaged bytes. Usable from any thread.
-QImage scaledFromScanLines(std::string_view png, const QSize& size);
+/// The lines of a PNG, whose bytes must outlive them. Only the chunks that pixels or their colours depend on are read;
+/// texts and their like, however much they would inflate to, are passed over. Fails if the end is missing or a checksum
+/// is wrong.
+Result<std::unique_ptr<ScanLines>> pngScanLines(std::string_view bytes);
 
 }  // namespace vantix

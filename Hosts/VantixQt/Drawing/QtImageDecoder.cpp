@@ -1,157 +1,196 @@
 #include "VantixQt/Drawing/QtImageDecoder.h"
 
-#include "Platform/Values/WordTable.h"
+#include "VantixQt/Drawing/DecodingTime.h"
 #include "VantixQt/Drawing/EncodedImage.h"
+#include "VantixQt/Drawing/GIFScanLines.h"
+#include "VantixQt/Drawing/JPEGScanLines.h"
 #include "VantixQt/Drawing/PNGScanLines.h"
+#include "VantixQt/Drawing/ReducedPicture.h"
 #include "VantixQt/Drawing/RequiredApplication.h"
+#include "VantixQt/Drawing/WebPFrame.h"
 
-#include <QBuffer>
 #include <QColorSpace>
 #include <QImage>
-#include <QImageReader>
+#include <QLoggingCategory>
 
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
+#include <optional>
+#include <utility>
 
 namespace vantix {
 
 namespace {
 
+using Format = EncodedImage::Format;
+
 constexpr std::int64_t mostPixels = 40'000'000;
-/// Of a picture that never has all of them in memory; it takes some seconds.
-constexpr std::int64_t mostPixelsLineByLine = 16 * mostPixels;
-/// Of a picture with the most pixels, at 16 bits a channel.
-constexpr int mostMegabytes = 320;
+/// Of a picture that never has all of them in memory; so many take two seconds at most.
+constexpr std::int64_t mostPixelsLineByLine = 4 * mostPixels;
+constexpr std::int64_t mostPixelsOfResult = 10'000'000;
+/// A picture that leaves no memory for so many is refused.
+constexpr std::int64_t leastPixelsOfResult = 500'000;
+/// Of a picture's bytes, of what decoding takes, and of the result.
+constexpr std::int64_t mostMemory = std::int64_t{80} << 20;
 
-/// Qt's names.
-constexpr WordTable<EncodedImage::Format, 4> formatNames{{
-    {EncodedImage::Format::png, "png"},
-    {EncodedImage::Format::jpeg, "jpeg"},
-    {EncodedImage::Format::gif, "gif"},
-    {EncodedImage::Format::webp, "webp"},
-}};
+Error isNoPicture() { return {"the bytes are no PNG, JPEG, GIF or WebP picture"}; }
 
-std::int64_t area(const QSize& size) { return std::int64_t{size.width()} * size.height(); }
+Error cannotBeOpened() { return {"the picture's header cannot be read"}; }
 
-/// The largest size of the same shape within `bound` that is no enlargement; `bound` itself if that has the shape but
-/// for the rounding to pixels.
-QSize fitted(const QSize& size, PixelSize bound) {
-    double most = std::sqrt(double(mostPixels) / double(area(size)));
-    double ratio = std::min({1.0, most, double(bound.width) / size.width(), double(bound.height) / size.height()});
+std::int64_t area(PixelSize size) { return std::int64_t{size.width} * size.height; }
+
+/// The largest size of the same shape within `bound` and `most` pixels that is no enlargement; `bound` itself if that
+/// has the shape but for the rounding to pixels.
+PixelSize fitted(PixelSize size, PixelSize bound, std::int64_t most) {
+    double share = std::sqrt(double(most) / double(area(size)));
+    double ratio = std::min({1.0, share, double(bound.width) / size.width, double(bound.height) / size.height});
     auto scaled = [ratio](int length, int limit) {
         double exact = length * ratio;
         bool isLimit = std::abs(exact - limit) < 1 && limit > 0 && limit <= length;
         return isLimit ? limit : std::max(1, static_cast<int>(std::lround(exact)));
     };
-    return {scaled(size.width(), bound.width), scaled(size.height(), bound.height)};
+    return {scaled(size.width, bound.width), scaled(size.height, bound.height)};
 }
 
-/// The size at which a JPEG is decoded: by a half, a quarter or an eighth smaller as long as that is twice as large as
-/// what it is then scaled to, and as far as it must be to stay within the most pixels.
-QSize reduced(const QSize& size, const QSize& needed) {
-    QSize result = size;
-    for (int divisor : {2, 4, 8}) {
-        QSize smaller(size.width() / divisor, size.height() / divisor);
-        bool isPlenty = smaller.width() >= 2 * needed.width() && smaller.height() >= 2 * needed.height();
-        if (isPlenty || area(result) > mostPixels) result = smaller.expandedTo({1, 1});
+/// What a picture must leave of the memory that a decode may take.
+struct Cost {
+    std::int64_t picture = 0;
+    std::int64_t perPixelOfResult = 4;
+
+    /// Absent if the picture leaves too little.
+    std::optional<PixelSize> fitting(PixelSize size, PixelSize bound) const {
+        std::int64_t most = std::min(mostPixelsOfResult, (mostMemory - picture) / perPixelOfResult);
+        PixelSize wanted = fitted(size, bound, mostPixelsOfResult);
+        if (most < std::min(area(wanted), leastPixelsOfResult)) return std::nullopt;
+        return fitted(size, bound, most);
     }
-    return result;
-}
-
-/// A picture's bytes, opened: its header is read, its pixels are not.
-class OpenedImage {
-public:
-    OpenedImage(std::string_view bytes, EncodedImage::Format format)
-        : bytes_(QByteArray::fromRawData(bytes.data(), static_cast<qsizetype>(bytes.size()))),
-          device_(&bytes_),
-          reader_(&device_, formatNames.word(format).data()) {
-        reader_.setAutoTransform(true);
-    }
-
-    Result<QSize> uprightSize() {
-        QSize size = reader_.size();
-        if (size.isEmpty()) return error();
-        return isTurned() ? size.transposed() : size;
-    }
-
-    Result<QImage> read(const QSize& uprightSize) {
-        reader_.setScaledSize(isTurned() ? uprightSize.transposed() : uprightSize);
-        QImage pixels = reader_.read();
-        if (pixels.isNull()) return error();
-        return pixels;
-    }
-
-private:
-    Error error() const { return {reader_.errorString().toStdString()}; }
-    bool isTurned() const { return reader_.transformation().testFlag(QImageIOHandler::TransformationRotate90); }
-
-    QByteArray bytes_;
-    QBuffer device_;
-    QImageReader reader_;
 };
 
-Result<QImage> decodedScaled(std::string_view bytes, const QSize& size, const QSize& needed) {
-    EncodedImage::Format format = *EncodedImage::format(bytes);
-    if (format == EncodedImage::Format::png && area(size) > mostPixels) {
-        QImage image = scaledFromScanLines(bytes, needed);
-        if (image.isNull()) return Error{"a line cannot be read"};
-        return image;
-    }
-    OpenedImage image(bytes, format);
-    return image.read(format == EncodedImage::Format::jpeg ? reduced(size, needed) : size);
+Error tooLarge(PixelSize size) {
+    return {"the picture is too large: " + std::to_string(size.width) + " x " + std::to_string(size.height) +
+            " pixels"};
 }
 
-/// The filter must not see the colours of pixels that show none of it.
-QImage scaled(QImage image, const QSize& size) {
-    if (image.colorSpace().isValid()) image.convertToColorSpace(QColorSpace::SRgb);
-    image.convertTo(QImage::Format_ARGB32_Premultiplied);
-    return image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+Error cannotBeDecoded(const DecodingTime& time) {
+    return {time.isOver() ? "the picture takes too long to decode" : "the picture cannot be decoded"};
 }
 
-std::shared_ptr<const Bitmap> toBitmap(const QImage& image) {
-    auto bitmap = std::make_shared<Bitmap>();
-    bitmap->width = image.width();
-    bitmap->height = image.height();
-    auto width = static_cast<std::size_t>(image.width());
-    bitmap->pixels.resize(width * static_cast<std::size_t>(image.height()));
-    auto row = bitmap->pixels.begin();
-    for (int y = 0; y < image.height(); ++y, row += image.width()) {
-        const auto* line = reinterpret_cast<const std::uint32_t*>(image.constScanLine(y));
-        std::copy_n(line, width, row);
+Result<std::unique_ptr<ScanLines>> opened(std::string_view bytes, Format format, const DecodingTime& time) {
+    switch (format) {
+        case Format::png:
+            return pngScanLines(bytes);
+        case Format::jpeg:
+            return jpegScanLines(bytes, time);
+        case Format::gif:
+            return gifScanLines(bytes);
+        case Format::webp:
+            break;
     }
-    return bitmap;
+    return Error{"no format of lines"};
+}
+
+void convertToSRGB(Bitmap& bitmap, const QColorSpace& colorSpace) {
+    if (!colorSpace.isValid()) return;
+    auto* pixels = reinterpret_cast<uchar*>(bitmap.pixels.data());
+    QImage image(pixels, bitmap.width, bitmap.height, QImage::Format_ARGB32_Premultiplied);
+    image.setColorSpace(colorSpace);
+    image.convertToColorSpace(QColorSpace::SRgb);
+    if (image.constBits() != pixels) std::memcpy(pixels, image.constBits(), 4 * bitmap.pixels.size());
+}
+
+Result<Bitmap> decodedLines(ScanLines& lines, PixelSize target, const DecodingTime& time) {
+    auto source = lines.begin(target);
+    if (!source) return cannotBeDecoded(time);
+    ReducedPicture picture(*source, target, lines.orientation(), lines.comeInOrder());
+    for (std::int64_t left = area(*source); left > 0;) {
+        auto line = lines.next();
+        if (!line || time.isOver()) return cannotBeDecoded(time);
+        picture.add(*line);
+        left -= static_cast<std::int64_t>(line->pixels.size());
+    }
+    return picture.take();
+}
+
+/// Absent for a picture that needs too much memory.
+std::optional<PixelSize> affordable(const ScanLines& lines, std::int64_t bytesOfPicture, PixelSize bound) {
+    const std::int64_t picture = bytesOfPicture + lines.memory();
+    if (area(lines.size()) > (lines.comeInOrder() ? mostPixelsLineByLine : mostPixels)) return std::nullopt;
+    const Cost unreduced{picture, ReducedPicture::memoryPerPixel(false, lines.comeInOrder())};
+    auto target = unreduced.fitting(lines.size(), bound);
+    if (!target || *target == lines.size()) return target;
+    return Cost{picture, ReducedPicture::memoryPerPixel(true, lines.comeInOrder())}.fitting(lines.size(), bound);
+}
+
+Result<Image> image(Bitmap bitmap, const QColorSpace& colorSpace, PixelSize naturalSize) {
+    auto shared = std::make_shared<Bitmap>(std::move(bitmap));
+    convertToSRGB(*shared, colorSpace);
+    return Image{std::move(shared), nullptr, {double(naturalSize.width), double(naturalSize.height)}};
+}
+
+Result<Image> decodedByLines(std::string_view bytes, Format format, PixelSize bound, const DecodingTime& time) {
+    auto opening = opened(bytes, format, time);
+    if (!opening) return opening.error();
+    ScanLines& lines = *opening.value();
+    const PixelSize upright = lines.orientation().applied(lines.size());
+    auto target = affordable(lines, std::ssize(bytes), lines.orientation().applied(bound));
+    if (!target) return tooLarge(upright);
+    Result<Bitmap> bitmap = decodedLines(lines, *target, time);
+    if (!bitmap) return bitmap.error();
+    return image(std::move(bitmap).value(), lines.colorSpace(), upright);
+}
+
+Result<Image> decodedWebP(std::string_view bytes, PixelSize bound, const DecodingTime& time) {
+    auto frame = WebPFrame::find(bytes);
+    if (!frame) return cannotBeOpened();
+    if (area(frame->canvas) > mostPixels) return tooLarge(frame->canvas);
+    auto target = Cost{std::ssize(bytes) + frame->memory()}.fitting(frame->canvas, bound);
+    if (!target) return tooLarge(frame->canvas);
+    auto bitmap = frame->decoded(*target, time);
+    if (!bitmap) return cannotBeDecoded(time);
+    return image(std::move(*bitmap), frame->colorSpace(), frame->canvas);
+}
+
+/// Qt tells standard error what it dislikes about a colour profile; such a picture is shown without it.
+void silenceColorProfiles() {
+    static QLoggingCategory::CategoryFilter others = nullptr;
+    static const bool isInstalled = [] {
+        others = QLoggingCategory::installFilter([](QLoggingCategory* category) {
+            if (others) others(category);
+            if (std::strcmp(category->categoryName(), "qt.gui.icc") == 0) category->setEnabled(QtWarningMsg, false);
+        });
+        return true;
+    }();
+    static_cast<void>(isInstalled);
 }
 
 }  // namespace
 
-QtImageDecoder::QtImageDecoder() {
+QtImageDecoder::QtImageDecoder(std::chrono::milliseconds patience) : patience_(patience) {
     requireApplication("QtImageDecoder");
-    QImageReader::setAllocationLimit(mostMegabytes);
+    silenceColorProfiles();
 }
 
 Result<PixelSize> QtImageDecoder::probe(std::string_view bytes) const {
     auto format = EncodedImage::format(bytes);
-    if (!format) return Error{"the bytes are no PNG, JPEG, GIF or WebP picture"};
-    if (!EncodedImage::isIntact(bytes, *format)) return Error{"the picture is damaged or its end is missing"};
-    Result<QSize> size = OpenedImage(bytes, *format).uprightSize();
-    if (!size) return Error{"the picture's header cannot be read: " + size.error().localizedDescription};
-    return PixelSize{size.value().width(), size.value().height()};
+    if (!format) return isNoPicture();
+    if (format == Format::webp) {
+        auto frame = WebPFrame::find(bytes);
+        if (!frame) return cannotBeOpened();
+        return frame->canvas;
+    }
+    const DecodingTime time(patience_);
+    auto lines = opened(bytes, *format, time);
+    if (!lines) return lines.error();
+    return lines.value()->orientation().applied(lines.value()->size());
 }
 
 Result<Image> QtImageDecoder::decode(std::string_view bytes, PixelSize bound) const {
-    Result<PixelSize> size = probe(bytes);
-    if (!size) return size.error();
-    auto [width, height] = size.value();
-    const QSize whole(width, height);
-    const QSize needed = fitted(whole, bound);
-    bool isByLine = EncodedImage::comesLineByLine(bytes, *EncodedImage::format(bytes));
-    if (area(whole) > (isByLine ? mostPixelsLineByLine : mostPixels)) {
-        return Error{"the picture is too large: " + std::to_string(width) + " x " + std::to_string(height) + " pixels"};
-    }
-    Result<QImage> pixels = decodedScaled(bytes, whole, needed);
-    if (!pixels) return Error{"the picture cannot be decoded: " + pixels.error().localizedDescription};
-    return Image{toBitmap(scaled(pixels.value(), needed)), nullptr, {double(width), double(height)}};
+    const DecodingTime time(patience_);
+    auto format = EncodedImage::format(bytes);
+    if (!format) return isNoPicture();
+    return format == Format::webp ? decodedWebP(bytes, bound, time) : decodedByLines(bytes, *format, bound, time);
 }
 
 }  // namespace vantix

@@ -1,5 +1,3 @@
-#include "VantixQt/Drawing/EncodedImage.h"
-#include "VantixQt/Drawing/PNGScanLines.h"
 #include "VantixQt/Drawing/QtImageDecoder.h"
 #include "tests/Support/FakeImageDecoder.h"
 
@@ -49,17 +47,58 @@ std::string withOrientation(const std::string& jpeg, char orientation) {
     return jpeg.substr(0, 2) + segment + jpeg.substr(2);
 }
 
-/// An interlaced PNG that promises so many pixels and holds none.
-std::string pngHeader(PixelSize size) {
-    std::string bytes = encoded(sample(4, 4), "png");
-    auto put = [&bytes](std::size_t position, std::uint32_t number) {
-        for (std::size_t i = 0; i < 4; ++i) bytes[position + i] = static_cast<char>(number >> (24 - 8 * i));
-    };
-    put(16, static_cast<std::uint32_t>(size.width));
-    put(20, static_cast<std::uint32_t>(size.height));
-    bytes[28] = 1;
-    put(29, static_cast<std::uint32_t>(crc32(0, reinterpret_cast<const Bytef*>(&bytes[12]), 17)));
-    return bytes;
+std::string bigEndian(std::size_t number) {
+    return {char(number >> 24), char(number >> 16 & 255), char(number >> 8 & 255), char(number & 255)};
+}
+
+std::string chunk(const std::string& typeAndData) {
+    auto checksum = crc32_z(0, reinterpret_cast<const Bytef*>(typeAndData.data()), typeAndData.size());
+    return bigEndian(typeAndData.size() - 4) + typeAndData + bigEndian(checksum);
+}
+
+std::string deflated(const std::string& bytes) {
+    return qCompress(QByteArray::fromStdString(bytes)).toStdString().substr(4);
+}
+
+/// Of four bytes a pixel, interlaced, with `chunks` before the pixels.
+std::string interlacedPNG(PixelSize size, const std::string& pixels, const std::string& chunks = {}) {
+    std::string header =
+        bigEndian(static_cast<std::size_t>(size.width)) + bigEndian(static_cast<std::size_t>(size.height));
+    return "\x89PNG\r\n\x1A\n"s + chunk("IHDR" + header + "\x8\x6\0\0\1"s) + chunks + chunk("IDAT" + deflated(pixels)) +
+           chunk("IEND");
+}
+
+/// The lines of all passes, one after the other.
+std::string interlaced(const QImage& image) {
+    const struct {
+        int x, y, stepX, stepY;
+    } passes[] = {{0, 0, 8, 8}, {4, 0, 8, 8}, {0, 4, 4, 8}, {2, 0, 4, 4}, {0, 2, 2, 4}, {1, 0, 2, 2}, {0, 1, 1, 2}};
+    std::string lines;
+    for (auto [firstX, firstY, stepX, stepY] : passes) {
+        for (int y = firstY; y < image.height() && firstX < image.width(); y += stepY) {
+            lines += '\0';
+            for (int x = firstX; x < image.width(); x += stepX) {
+                QRgb pixel = image.pixel(x, y);
+                lines += {char(qRed(pixel)), char(qGreen(pixel)), char(qBlue(pixel)), char(qAlpha(pixel))};
+            }
+        }
+    }
+    return lines;
+}
+
+/// With as many scans more, each the same as the last, and of another size.
+std::string progressiveJPEG(int moreScans, PixelSize size = {64, 32}) {
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    QImageWriter writer(&buffer, "jpeg");
+    writer.setProgressiveScanWrite(true);
+    EXPECT_TRUE(writer.write(sample(64, 32)));
+    std::string jpeg = bytes.toStdString();
+    auto frame = jpeg.find("\xFF\xC2"), scan = jpeg.rfind("\xFF\xDA");
+    jpeg.replace(frame + 5, 4, bigEndian(static_cast<std::size_t>(size.height << 16 | size.width)));
+    std::string last = jpeg.substr(scan, jpeg.size() - 2 - scan);
+    while (moreScans-- > 0) jpeg.insert(scan, last);
+    return jpeg;
 }
 
 /// Whether the pixel has the colour, as far as a lossy format allows to tell.
@@ -79,7 +118,7 @@ struct Fake {
 struct OfQt {
     using Decoder = QtImageDecoder;
     static std::string picture(PixelSize size) { return encoded(sample(size.width, size.height), "png"); }
-    static std::string hugePicture(PixelSize size) { return pngHeader(size); }
+    static std::string hugePicture(PixelSize size) { return interlacedPNG(size, {}); }
 };
 
 /// What every decoder owes.
@@ -157,22 +196,16 @@ TEST(QtImageDecoder, DecodesWhatIsTooLargeForMemoryAtTheSizeNeeded) {
     QImage huge(9000, 4500, QImage::Format_Grayscale8);
     for (int y = 0; y < huge.height(); ++y) std::fill_n(huge.scanLine(y), huge.width(), y < 2250 ? 0 : 255);
     for (const char* format : {"png", "jpeg"}) {
-        Result<Image> image = QtImageDecoder().decode(encoded(huge, format), {300, 300});
+        Result<Image> image = QtImageDecoder(std::chrono::minutes(1)).decode(encoded(huge, format), {300, 300});
         ASSERT_TRUE(image) << format << ": " << image.error().localizedDescription;
         EXPECT_EQ(image.value().bitmap->height, 150);
         EXPECT_EQ(image.value().naturalSize, (Size{9000, 4500}));
         EXPECT_TRUE(hasColor(image.value(), 299, 74, Qt::black)) << format;
         EXPECT_TRUE(hasColor(image.value(), 0, 76, Qt::white)) << format;
     }
-    QByteArray progressive;
-    QBuffer buffer(&progressive);
-    QImageWriter writer(&buffer, "jpeg");
-    writer.setProgressiveScanWrite(true);
-    ASSERT_TRUE(writer.write(sample(64, 32)));
-    EXPECT_FALSE(EncodedImage::comesLineByLine(progressive.toStdString(), EncodedImage::Format::jpeg));
 }
 
-TEST(QtImageDecoder, NeitherWayOfScalingShowsTheColoursOfWhatIsTransparent) {
+TEST(QtImageDecoder, ShowsNoColoursOfWhatIsTransparentWhenItScales) {
     QImage image(101, 67, QImage::Format_ARGB32);
     for (int at = 0; at < 101 * 67; ++at) {
         image.setPixel(at % 101, at / 101, at % 7 < 3 ? 0x0000FF00U : qRgba(255, 0, at % 256, 55 + at % 200));
@@ -182,13 +215,53 @@ TEST(QtImageDecoder, NeitherWayOfScalingShowsTheColoursOfWhatIsTransparent) {
         for (std::uint32_t pixel : bitmap.pixels) ASSERT_LE(qGreen(pixel), format[0] == 'p' ? 1 : 40) << format;
         EXPECT_EQ(bitmap.width, 40) << "a bound of the same shape is filled";
     }
-    QImage byLine = scaledFromScanLines(encoded(image, "png"), {40, 26});
-    Bitmap whole = *QtImageDecoder().decode(encoded(image, "png"), {40, 26}).value().bitmap;
-    for (std::size_t at = 0; at < whole.pixels.size(); ++at) {
-        QRgb one = whole.pixels[at], other = reinterpret_cast<const QRgb*>(byLine.constBits())[at];
-        for (int shift : {0, 8, 16, 24}) ASSERT_NEAR(one >> shift & 255, other >> shift & 255, 6) << at;
+    const QImage premultiplied = image.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    for (QSize size : {QSize(101, 67), QSize(40, 26), QSize(1, 1)}) {
+        const QImage scaled = premultiplied.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+        for (const std::string& png : {encoded(image, "png"), interlacedPNG({101, 67}, interlaced(image))}) {
+            Bitmap bitmap = *QtImageDecoder().decode(png, {size.width(), size.height()}).value().bitmap;
+            const int tolerance = size == image.size() ? 0 : 6;
+            for (std::size_t at = 0; at < bitmap.pixels.size(); ++at) {
+                QRgb one = bitmap.pixels[at], other = reinterpret_cast<const QRgb*>(scaled.constBits())[at];
+                for (int shift : {0, 8, 16, 24}) ASSERT_NEAR(one >> shift & 255, other >> shift & 255, tolerance) << at;
+            }
+        }
     }
-    EXPECT_TRUE(scaledFromScanLines(encoded(image, "png").substr(0, 900), {40, 26}).isNull());
+}
+
+TEST(QtImageDecoder, PassesOverWhatNoPixelDependsOn) {
+    const std::string text = chunk("zTXtname\0\0"s + deflated(std::string(7'000'000, 'a')));
+    std::string texts;
+    for (int count = 0; count < 200; ++count) texts += text;
+    Result<Image> image = QtImageDecoder(std::chrono::milliseconds(500))
+                              .decode(interlacedPNG({64, 32}, interlaced(sample(64, 32)), texts), {64, 64});
+    ASSERT_TRUE(image) << image.error().localizedDescription;
+    EXPECT_TRUE(hasColor(image.value(), 60, 4, Qt::blue));
+}
+
+TEST(QtImageDecoder, RefusesWhatCostsMoreThanItsSizeMay) {
+    EXPECT_TRUE(QtImageDecoder().decode(progressiveJPEG(20), {64, 64}));
+    std::string hugeGIF = gif;
+    hugeGIF.replace(6, 4, "\0\x18\0\x18"s);
+    const struct {
+        std::string bytes, error;
+    } cases[] = {{progressiveJPEG(40), "the picture has too many scans"},
+                 {progressiveJPEG(0, {6320, 6320}), "the picture is too large: 6320 x 6320 pixels"},
+                 {hugeGIF, "the picture is too large"}};
+    for (const auto& [bytes, error] : cases) {
+        Result<Image> image = QtImageDecoder().decode(bytes, {64, 64});
+        ASSERT_FALSE(image) << error;
+        EXPECT_EQ(image.error().localizedDescription.substr(0, error.size()), error);
+    }
+}
+
+TEST(QtImageDecoder, GivesUpWhatTakesTooLong) {
+    for (const std::string& bytes :
+         {encoded(sample(64, 32), "png"), progressiveJPEG(0), encoded(sample(64, 32), "webp")}) {
+        Result<Image> image = QtImageDecoder(std::chrono::milliseconds(0)).decode(bytes, {64, 64});
+        ASSERT_FALSE(image);
+        EXPECT_EQ(image.error().localizedDescription, "the picture takes too long to decode");
+    }
 }
 
 TEST(QtImageDecoder, AcceptsFillBytesBeforeAMarkerAndPremultipliesAlpha) {
@@ -227,6 +300,12 @@ TEST(QtImageDecoder, RefusesOtherFormatsAndBareSignatures) {
 
 TEST(QtImageDecoder, RefusesDamagedPicturesSilently) {
     testing::internal::CaptureStderr();
+    std::string profile =
+        "\xFF\xE2\0\xD2"
+        "ICC_PROFILE\0\1\1"s +
+        std::string(194, 'p');
+    EXPECT_TRUE(QtImageDecoder().decode(encoded(sample(64, 64), "jpeg").insert(2, profile), {64, 64}));
+    EXPECT_FALSE(QtImageDecoder().decode(interlacedPNG({64, 64}, "no lines"), {64, 64}));
     for (const char* format : {"png", "jpeg", "webp", "gif"}) {
         const std::string bytes = format == std::string("gif") ? gif : encoded(sample(64, 64), format);
         for (std::size_t length = 0; length + 12 < bytes.size(); length += 7) {
