@@ -8,16 +8,31 @@ namespace vantix {
 
 namespace {
 
+std::optional<ObjectModel::Index> index(const Value& value) {
+    const Dictionary* description = value.dictionary();
+    const std::string* attribute = description ? description->text("attribute") : nullptr;
+    if (!attribute) return {};
+    const std::string* word = description->text("containing");
+    return ObjectModel::Index{*attribute, word ? std::optional(*word) : std::nullopt};
+}
+
 std::optional<ObjectModel::Entity> entity(const Value& value) {
     const Dictionary* description = value.dictionary();
     const std::string* name = description ? description->text("name") : nullptr;
     const List* attributes = description ? description->list("attributes") : nullptr;
     if (!name || !attributes) return {};
 
-    ObjectModel::Entity result{*name, {}};
+    ObjectModel::Entity result{*name, {}, {}};
     for (const Value& attribute : *attributes) {
         if (!attribute.text()) return {};
         result.attributes.push_back(*attribute.text());
+    }
+    if (const List* indexes = description->list("indexes")) {
+        for (const Value& described : *indexes) {
+            auto found = index(described);
+            if (!found) return {};
+            result.indexes.push_back(std::move(*found));
+        }
     }
     return result;
 }

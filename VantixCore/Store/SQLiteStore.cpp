@@ -33,6 +33,7 @@ void extendToModel(SQLiteConnection& connection, const StoreDescription& descrip
         }
         // Fails where the table has another shape, before anything is put into it.
         table.fetch(connection, {}, 0);
+        table.createIndexes(connection);
     }
 }
 

@@ -12,14 +12,23 @@ namespace vantix {
 
 namespace {
 
-/// A name as SQL takes it, whatever it contains.
-std::string quotedName(std::string_view name) {
-    std::string text = "\"";
-    for (char character : name) {
-        if (character == '"') text += '"';
-        text += character;
+/// A text between quotation marks that may stand in it, too.
+std::string quoted(std::string_view text, char mark) {
+    std::string result(1, mark);
+    for (char character : text) {
+        if (character == mark) result += mark;
+        result += character;
     }
-    return text + '"';
+    return result + mark;
+}
+
+/// A name as SQL takes it, whatever it contains.
+std::string quotedName(std::string_view name) { return quoted(name, '"'); }
+
+/// Whether the column contains the word, the letter case of ASCII aside: what SQLite can keep an index of by itself,
+/// whoever writes to the file.
+std::string mentions(std::string_view attribute, std::string_view word) {
+    return "instr(upper(" + quotedName(attribute) + "), upper(" + quoted(word, '\'') + ")) > 0";
 }
 
 template <typename Items, typename Words>
@@ -39,9 +48,14 @@ std::string comparableOperand(const Predicate& predicate) {
     return foldsCase ? foldCase(predicate.operand) : predicate.operand;
 }
 
-std::vector<SQLiteParameter> selection(const std::optional<std::string>& operand, std::optional<int> limit) {
+std::vector<SQLiteParameter> matching(const std::optional<std::string>& operand) {
     std::vector<SQLiteParameter> parameters;
     if (operand) parameters.emplace_back(*operand);
+    return parameters;
+}
+
+std::vector<SQLiteParameter> selection(const std::optional<std::string>& operand, std::optional<int> limit) {
+    auto parameters = matching(operand);
     parameters.emplace_back(rowCount(limit));
     return parameters;
 }
@@ -66,6 +80,19 @@ void SQLiteTable::addMissingColumns(SQLiteConnection& connection) const {
         bool isPresent =
             std::any_of(present.begin(), present.end(), [&](const auto& row) { return row[0] == attribute; });
         if (!isPresent) connection.run("ALTER TABLE " + table_ + " ADD COLUMN " + quotedName(attribute) + " TEXT");
+    }
+}
+
+void SQLiteTable::createIndexes(SQLiteConnection& connection) const {
+    for (const auto& [attribute, word] : entity_.indexes) {
+        std::string name = entity_.name + " by " + attribute + (word ? " containing " + *word : "");
+        std::string rows = word ? " WHERE " + mentions(attribute, *word) : "";
+        try {
+            connection.run("CREATE INDEX IF NOT EXISTS " + quotedName(name) + " ON " + table_ + " (" +
+                           quotedName(attribute) + ")" + rows);
+        } catch (const SQLiteError& problem) {
+            if (problem.isDamage()) throw;
+        }
     }
 }
 
@@ -100,9 +127,14 @@ std::vector<Record> SQLiteTable::fetch(SQLiteConnection& connection, const std::
 void SQLiteTable::remove(SQLiteConnection& connection, const std::optional<Predicate>& predicate,
                          std::optional<int> limit) const {
     auto operand = predicate ? std::optional(comparableOperand(*predicate)) : std::nullopt;
-    connection.run("DELETE FROM " + table_ + " WHERE rowid IN (SELECT rowid FROM " + table_ + condition(predicate) +
-                       " ORDER BY rowid LIMIT ?)",
-                   selection(operand, limit));
+    std::string deletion = "DELETE FROM " + table_;
+    // Without a limit SQLite need not collect the rows first, and drops all of them at once.
+    if (limit) {
+        deletion += " WHERE rowid IN (SELECT rowid FROM " + table_ + condition(predicate) + " ORDER BY rowid LIMIT ?)";
+        connection.run(deletion, selection(operand, limit));
+    } else {
+        connection.run(deletion + condition(predicate), matching(operand));
+    }
 }
 
 void SQLiteTable::requireAttribute(const std::string& attribute) const {
@@ -118,9 +150,16 @@ std::string SQLiteTable::condition(const std::optional<Predicate>& predicate) co
         case Predicate::Comparison::equals:
             return " WHERE " + quotedName(predicate->attribute) + " = ?";
         case Predicate::Comparison::containsIgnoringCase:
-            return " WHERE contains_folded(" + quotedName(predicate->attribute) + ", ?)";
+            return " WHERE " + indexed(*predicate) + "contains_folded(" + quotedName(predicate->attribute) + ", ?)";
     }
     return {};
+}
+
+/// The condition of the index that serves the predicate, which names it to SQLite; empty when there is none.
+std::string SQLiteTable::indexed(const Predicate& predicate) const {
+    bool isIndexed = std::find(entity_.indexes.begin(), entity_.indexes.end(),
+                               ObjectModel::Index{predicate.attribute, predicate.operand}) != entity_.indexes.end();
+    return isIndexed ? mentions(predicate.attribute, predicate.operand) + " AND " : "";
 }
 
 }  // namespace vantix

@@ -23,6 +23,8 @@ public:
     void create(SQLiteConnection& connection) const;
     /// Adds the columns that the table lacks.
     void addMissingColumns(SQLiteConnection& connection) const;
+    /// Makes the indexes that are missing. A file that cannot take them, being full, say, is used without.
+    void createIndexes(SQLiteConnection& connection) const;
 
     void insert(SQLiteConnection& connection, const std::map<std::string, std::string>& values) const;
     std::vector<Record> fetch(SQLiteConnection& connection, const std::optional<Predicate>& predicate,
@@ -33,6 +35,7 @@ public:
 private:
     void requireAttribute(const std::string& attribute) const;
     std::string condition(const std::optional<Predicate>& predicate) const;
+    std::string indexed(const Predicate& predicate) const;
 
     ObjectModel::Entity entity_;
     std::string table_;
