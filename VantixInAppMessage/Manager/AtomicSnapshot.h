@@ -13,9 +13,10 @@ class AtomicSnapshot {
 public:
     std::shared_ptr<const T> load() const { return value_.load(); }
 
-    /// Replaces the value by a changed copy; `change` may run more than once when threads collide.
+    /// Replaces the value by a changed copy; `change` may run more than once when threads collide. Returns what was
+    /// replaced.
     template <typename Change>
-    void update(Change change) {
+    std::shared_ptr<const T> update(Change change) {
         auto current = load();
         std::shared_ptr<const T> next;
         do {
@@ -23,6 +24,7 @@ public:
             change(*copy);
             next = std::move(copy);
         } while (!value_.compareExchange(current, next));
+        return current;
     }
 
 private:

@@ -8,6 +8,8 @@
 
 namespace vantix {
 
+struct VantixInAppMessagePayload;
+
 /// The stored record of one message. Every attribute is an optional text.
 struct InAppMessage {
     /// The attributes, in the store's order.
@@ -43,7 +45,9 @@ struct InAppMessage {
     static std::string name(Property property);
     /// Selects every record.
     static FetchRequest fetchRequest();
-    static InAppMessage from(const Record& record);
+    static InAppMessage from(Record record);
+    /// The record that keeps the message. A message that was read from a record of sound texts gives that record.
+    static InAppMessage from(const VantixInAppMessagePayload& message);
 };
 
 }  // namespace vantix

@@ -6,6 +6,8 @@
 #include "VantixPushNotification/NotificationCore.h"
 
 #include <algorithm>
+#include <string_view>
+#include <unordered_map>
 #include <utility>
 
 namespace vantix {
@@ -22,6 +24,23 @@ bool matches(const Dictionary& asked, const std::optional<Dictionary>& carried) 
         const Value* value = carried->find(entry.first);
         return value && VantixUtility::equals(entry.second, *value);
     });
+}
+
+/// The records' messages. Those among the known ones are taken from there.
+InAppMessageQueues::Messages decoded(const std::vector<InAppMessage>& records,
+                                     const InAppMessageQueues::Messages& known) {
+    std::unordered_map<std::string_view, SharedPayload> byImage;
+    for (const SharedPayload& message : known) byImage.emplace(message->imageIdentifier, message);
+
+    InAppMessageQueues::Messages messages;
+    for (const InAppMessage& record : records) {
+        auto found = byImage.find(record[InAppMessage::Property::imageIdentifier].value_or(""));
+        bool isKnown = found != byImage.end() && InAppMessage::from(*found->second) == record;
+        messages.push_back(
+            isKnown ? found->second
+                    : std::make_shared<const VantixInAppMessagePayload>(VantixInAppMessagePayload::generate(record)));
+    }
+    return messages;
 }
 
 }  // namespace
@@ -53,50 +72,62 @@ void InAppMessageQueueManager::updateQueues(const SharedPayload& message) {
 }
 
 void InAppMessageQueueManager::updateInAppMessagesOnAppLaunch(Completion completion) {
-    reset();
-    getAllInAppMessages(std::move(completion));
+    auto emptied = reset();
+    if (!NotificationCore::isAllowed()) return;
+    auto before = rebuilds_.update([&](Rebuilds& rebuilds) {
+        if (rebuilds.isUnderWay) {
+            rebuilds.isNextAskedFor = true;
+            if (completion) rebuilds.completions.push_back(completion);
+        }
+        rebuilds.isUnderWay = true;
+    });
+    if (before->isUnderWay) return;
+    getAllInAppMessages([emptied, completion = std::move(completion)](bool rebuilt) {
+        if (completion) completion(rebuilt);
+    });
 }
 
 void InAppMessageQueueManager::getAllInAppMessages(Completion completion) {
-    if (!NotificationCore::isAllowed()) return;
     inAppRepoHelper_->fetchAllInAppMessages(
         whileAlive(weak_from_this(), [completion = std::move(completion)](auto& manager, const auto& records) {
             manager.rebuildQueues(records);
-            if (completion) completion(true);
+            completion(true);
             if (manager.onRebuilt_) manager.onRebuilt_();
+            manager.rebuildEnded();
         }));
+}
+
+void InAppMessageQueueManager::rebuildEnded() {
+    auto before = rebuilds_.update([](Rebuilds& rebuilds) { rebuilds = {.isUnderWay = rebuilds.isNextAskedFor}; });
+    if (!before->isNextAskedFor) return;
+    getAllInAppMessages([before](bool rebuilt) {
+        for (const Completion& completion : before->completions) completion(rebuilt);
+    });
 }
 
 void InAppMessageQueueManager::rebuildQueues(const std::vector<InAppMessage>& records) {
     if (records.empty()) log.debug("getAllInAppMessages(completion:)", "No pending in app messages in database");
-    InAppMessageQueues::Messages messages;
-    for (const InAppMessage& record : records) {
-        messages.push_back(
-            std::make_shared<const VantixInAppMessagePayload>(VantixInAppMessagePayload::generate(record)));
-    }
+    auto messages = decoded(records, *queues_.load()->rebuiltMessages);
     queues_.update([&](InAppMessageQueues& queues) { queues.rebuild(messages); });
 }
 
-void InAppMessageQueueManager::reset() {
-    queues_.update([](InAppMessageQueues& queues) { queues.reset(); });
+std::shared_ptr<const InAppMessageQueues> InAppMessageQueueManager::reset() {
+    return queues_.update([](InAppMessageQueues& queues) { queues.reset(); });
 }
 
 SharedPayload InAppMessageQueueManager::getInAppMessage(const std::optional<std::string>& eventName,
                                                         const std::optional<Dictionary>& attributes) const {
     if (eventName) return getOtherTypeInAppMessage(*eventName, attributes);
     auto queues = queues_.load();
-    return queues->milestoneMessagesAvailable() ? queues->milestoneInAppMessages.front()
+    return queues->milestoneMessagesAvailable() ? queues->milestoneInAppMessages.first()
                                                 : queues->broadcastInAppMessage;
 }
 
 SharedPayload InAppMessageQueueManager::getOtherTypeInAppMessage(const std::string& eventName,
                                                                  const std::optional<Dictionary>& attributes) const {
-    auto queues = queues_.load();
-    for (const SharedPayload& message : queues->otherInAppMessages) {
-        const NotificationTrigger& trigger = message->trigger;
-        if (trigger.eventName == eventName && matches(trigger.attributes, attributes)) return message;
-    }
-    return nullptr;
+    return queues_.load()->otherInAppMessages.first(eventName, [&](const VantixInAppMessagePayload& message) {
+        return matches(message.trigger.attributes, attributes);
+    });
 }
 
 void InAppMessageQueueManager::removeShownInAppMessage(const std::optional<std::string>& eventName) {
@@ -112,11 +143,10 @@ void InAppMessageQueueManager::removeInAppMessage(const VantixInAppMessagePayloa
 }
 
 void InAppMessageQueueManager::removeAllMessages(Completion completion) {
-    reset();
-    inAppRepoHelper_->removeAllMessages(
-        whileAlive(weak_from_this(), [completion = std::move(completion)](auto& manager, bool removed) {
+    inAppRepoHelper_->removeAllMessages(whileAlive(
+        weak_from_this(), [emptied = reset(), completion = std::move(completion)](auto& manager, bool removed) {
             // Inserts and rebuilds that the store did before may have filled the queues again.
-            if (removed) manager.reset();
+            if (removed) manager.queues_.update([](InAppMessageQueues& queues) { queues.forget(); });
             if (completion) completion(removed);
         }));
 }

@@ -31,7 +31,7 @@ public:
     /// the next rebuild.
     void insert(const SharedPayload& message, Completion completion);
     /// Empties the queues and rebuilds them from the store; nothing more happens while the push library forbids the
-    /// module.
+    /// module. Rebuilds that are asked for while one is under way are done as one, after it.
     void updateInAppMessagesOnAppLaunch(Completion completion);
 
     /// The message to show: for an event when one is named, otherwise the first milestone message or else the launch
@@ -59,12 +59,23 @@ public:
 private:
     void insertInAppMessage(const SharedPayload& message, Completion completion);
     void getAllInAppMessages(Completion completion);
-    void reset();
+    void rebuildEnded();
     void rebuildQueues(const std::vector<InAppMessage>& records);
+    /// Returns what was in the queues. Whoever empties them on the main thread sees to it that it goes elsewhere, since
+    /// it takes long when many messages go.
+    std::shared_ptr<const InAppMessageQueues> reset();
     /// The completion, if it is still called for by then.
     Completion unlessGone(Completion completion);
 
+    struct Rebuilds {
+        bool isUnderWay = false;
+        bool isNextAskedFor = false;
+        /// Of those that the next one answers.
+        std::vector<Completion> completions = {};
+    };
+
     AtomicSnapshot<InAppMessageQueues> queues_;
+    AtomicSnapshot<Rebuilds> rebuilds_;
     std::shared_ptr<InAppRepoHelper> inAppRepoHelper_ = InAppRepoHelper::shared();
     std::function<void()> onRebuilt_;
 };

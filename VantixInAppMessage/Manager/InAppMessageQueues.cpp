@@ -14,18 +14,17 @@ bool isTriggeredBy(const VantixInAppMessagePayload& message, TriggerType type) {
     return message.trigger.type() == type;
 }
 
-void removeFirst(Messages& messages, const std::string& scope) {
-    auto found =
-        std::find_if(messages.begin(), messages.end(), [&](const auto& message) { return message->scope == scope; });
-    if (found != messages.end()) messages.erase(found);
-}
-
 }  // namespace
 
 void InAppMessageQueues::reset() {
     broadcastInAppMessage = nullptr;
-    milestoneInAppMessages.clear();
-    otherInAppMessages.clear();
+    milestoneInAppMessages = {};
+    otherInAppMessages = {};
+}
+
+void InAppMessageQueues::forget() {
+    reset();
+    rebuiltMessages = std::make_shared<Messages>();
 }
 
 void InAppMessageQueues::updateQueues(const SharedPayload& message) {
@@ -42,38 +41,40 @@ void InAppMessageQueues::updateQueues(const SharedPayload& message) {
 void InAppMessageQueues::remove(const VantixInAppMessagePayload& message) {
     auto type = message.trigger.type();
     if (type == TriggerType::instant) {
-        removeFirst(milestoneInAppMessages, message.scope);
+        milestoneInAppMessages.removeFirst(message.scope);
     } else if (type == TriggerType::appLaunch) {
         broadcastInAppMessage = nullptr;
     } else {
-        removeFirst(otherInAppMessages, message.scope);
+        otherInAppMessages.removeFirst(message.scope);
     }
-    removalsUnderWay_.push_back(message.scope);
+    removalsUnderWay_ = removalsUnderWay_.inserting({message.scope, nextRemoval_++});
 }
 
 void InAppMessageQueues::removalEnded(const std::string& scope) {
-    auto found = std::find(removalsUnderWay_.begin(), removalsUnderWay_.end(), scope);
-    if (found != removalsUnderWay_.end()) removalsUnderWay_.erase(found);
+    const Removal* found = removalsUnderWay_.first([&](const Removal& removal) { return removal.first <=> scope; },
+                                                   [](const Removal&) { return true; });
+    if (found) removalsUnderWay_ = removalsUnderWay_.removing(*found);
 }
 
 void InAppMessageQueues::rebuild(Messages allMessages) {
-    for (const std::string& scope : removalsUnderWay_) removeFirst(allMessages, scope);
-    if (allMessages.empty()) return;
+    rebuiltMessages = std::make_shared<Messages>(std::move(allMessages));
+    InAppMessageQueue waiting(*rebuiltMessages);
+    removalsUnderWay_.forEach([&](const Removal& removal) { waiting.removeFirst(removal.first); });
+    if (waiting.isEmpty()) return;
 
-    updateMilestoneMessages(allMessages);
-    updateOtherInAppMessages(allMessages);
+    updateMilestoneMessages(waiting.messages());
+    // Every stored message waits here, too, so that an event can name it.
+    updateOtherInAppMessages(waiting);
     broadcastInAppMessage = nullptr;
-    if (!milestoneMessagesAvailable()) updateBroadcastMessages(std::move(allMessages));
+    if (!milestoneMessagesAvailable()) updateBroadcastMessages(waiting.messages());
 }
 
 void InAppMessageQueues::updateMilestoneMessages(const Messages& allMessages) {
-    milestoneInAppMessages.clear();
-    std::copy_if(allMessages.begin(), allMessages.end(), std::back_inserter(milestoneInAppMessages),
+    Messages instant;
+    std::copy_if(allMessages.begin(), allMessages.end(), std::back_inserter(instant),
                  [](const SharedPayload& message) { return isTriggeredBy(*message, TriggerType::instant); });
+    milestoneInAppMessages = InAppMessageQueue(instant);
 }
-
-/// Every stored message waits here, too, so that an event can name it.
-void InAppMessageQueues::updateOtherInAppMessages(const Messages& allMessages) { otherInAppMessages = allMessages; }
 
 /// The newest launch message. Messages without a time of creation keep the store's order.
 void InAppMessageQueues::updateBroadcastMessages(Messages allMessages) {

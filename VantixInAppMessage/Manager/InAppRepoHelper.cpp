@@ -4,6 +4,8 @@
 #include "VantixCore/VantixLogger.h"
 #include "VantixInAppMessage/Manager/VantixInAppDBDefaults.h"
 
+#include <utility>
+
 namespace vantix {
 
 namespace {
@@ -37,24 +39,13 @@ std::function<void(Result<bool>)> reporting(OutcomeTexts texts, InAppRepoHelper:
     };
 }
 
-/// A text attribute of the record for each field of the message that has one.
-std::map<std::string, std::string> insertValues(const VantixInAppMessagePayload& message) {
-    using Property = InAppMessage::Property;
+/// The attributes of the record that have a text.
+std::map<std::string, std::string> insertValues(const InAppMessage& record) {
     std::map<std::string, std::string> values;
-    auto set = [&](Property property, const std::string& text) { values[InAppMessage::name(property)] = text; };
-    set(Property::cuid, message.cuid);
-    set(Property::scope, message.scope);
-    if (message.campaignId) set(Property::campaignId, *message.campaignId);
-    if (message.variationId) set(Property::variationId, *message.variationId);
-    set(Property::senderID, message.senderID);
-    set(Property::senderSource, message.senderSource);
-    set(Property::custom, message.custom);
-    set(Property::priority, message.priority);
-    set(Property::validity, message.validity);
-    set(Property::body, message.body.textRepresentation);
-    set(Property::trigger, message.trigger.textRepresentation);
-    set(Property::templateText, message.style.textRepresentation);
-    set(Property::imageIdentifier, message.imageIdentifier);
+    for (int at = 0; at < InAppMessage::propertyCount; ++at) {
+        auto property = static_cast<InAppMessage::Property>(at);
+        if (record[property]) values[InAppMessage::name(property)] = *record[property];
+    }
     return values;
 }
 
@@ -66,7 +57,7 @@ InAppRepoHelper::InAppRepoHelper(Env environment)
     : inAppRepo_(VantixInAppDBDefaults::repository(environment)), settings_(Vantix::getSharedUserDefaults()) {}
 
 void InAppRepoHelper::insert(const SharedPayload& message, Completion completion) {
-    inAppRepo_->insert(insertValues(*message),
+    inAppRepo_->insert(insertValues(InAppMessage::from(*message)),
                        reporting({"insert(message:completion:)", "Successfully inserted in app message with message ",
                                   "Failed to insert in app message with message ", " with error ",
                                   [message] { return message->description(); }},
@@ -88,10 +79,10 @@ void InAppRepoHelper::fetchAllInAppMessages(ListCompletion completion) {
     }
 
     Predicate ofCustomer{InAppMessage::name(InAppMessage::Property::cuid), Predicate::Comparison::equals, *customerId};
-    inAppRepo_->fetch(ofCustomer, {}, [completion = std::move(completion)](const Result<std::vector<Record>>& result) {
+    inAppRepo_->fetch(ofCustomer, {}, [completion = std::move(completion)](Result<std::vector<Record>> result) {
         std::vector<InAppMessage> messages;
         if (result) {
-            for (const Record& record : result.value()) messages.push_back(InAppMessage::from(record));
+            for (Record& record : std::move(result).value()) messages.push_back(InAppMessage::from(std::move(record)));
         } else {
             log.error(function, [&] {
                 return "Failed to fetch in app messages with error " + result.error().localizedDescription;

@@ -8,9 +8,9 @@ namespace {
 
 /// "milestones | broadcast | others"
 std::string scopesOf(const InAppMessageQueues& queues) {
-    auto list = [](const InAppMessageQueues::Messages& messages) {
+    auto list = [](const InAppMessageQueue& queue) {
         std::string scopes;
-        for (const auto& message : messages) scopes += message->scope + " ";
+        for (const auto& message : queue.messages()) scopes += message->scope + " ";
         return scopes;
     };
     auto broadcast = queues.broadcastInAppMessage;

@@ -27,12 +27,13 @@ TEST_F(StoreTest, EachFailureIsToldAndAnsweredAndChangesNoQueue) {
     settle();
     queueManager()->updateQueues(Campaign{.scope = "before"}.shared());
     core->userLoggedOut();
-    EXPECT_TRUE(queueManager()->queues()->milestoneInAppMessages.empty()) << "emptied at once";
+    EXPECT_TRUE(queueManager()->queues()->milestoneInAppMessages.isEmpty()) << "emptied at once";
     queueManager()->updateQueues(Campaign{.scope = "after"}.shared());
     queueManager()->removeInAppMessage(Campaign{.event = "sell"}.payload());
     settle();
     EXPECT_EQ(outcomes, std::vector{false});
-    EXPECT_EQ(queueManager()->queues()->milestoneInAppMessages.size(), 1U) << "a failure empties nothing again";
+    EXPECT_EQ(queueManager()->queues()->milestoneInAppMessages.messages().size(), 1U)
+        << "a failure empties nothing again";
     EXPECT_TRUE(stored().empty());
 
     const std::string helper = "Manager/InAppRepoHelper ";

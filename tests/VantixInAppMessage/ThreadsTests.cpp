@@ -119,7 +119,7 @@ TEST_F(ThreadsTest, PushesEventsLogOutsAndRebuildsMayAllMeet) {
     queueManager()->removeAllMessages(completion());
     runUntil([&] { return answered == asked; });
     auto queues = queueManager()->queues();
-    EXPECT_TRUE(queues->milestoneInAppMessages.empty() && queues->otherInAppMessages.empty());
+    EXPECT_TRUE(queues->milestoneInAppMessages.isEmpty() && queues->otherInAppMessages.isEmpty());
     EXPECT_FALSE(queues->broadcastInAppMessage);
     waitForReports();
     EXPECT_GT(timesShown, 0);

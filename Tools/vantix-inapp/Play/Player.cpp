@@ -25,9 +25,9 @@ std::shared_ptr<HostedView> topmostContent(OffscreenScene& scene) {
     return windows.empty() ? nullptr : windows.back().content;
 }
 
-List scopes(const InAppMessageQueues::Messages& messages) {
+List scopes(const InAppMessageQueue& queue) {
     List list;
-    for (const auto& message : messages) list.push_back(message->scope);
+    for (const auto& message : queue.messages()) list.push_back(message->scope);
     return list;
 }
 
