@@ -8,15 +8,12 @@
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <optional>
-#include <set>
 #include <utility>
 
 namespace vantix {
 
 namespace {
 
-namespace ondemand = simdjson::ondemand;
 using simdjson::dom::element_type;
 
 /// The implementations that simdjson would choose from are destroyed at exit, when threads may still read JSON. This
@@ -77,22 +74,6 @@ std::string widenLongIntegers(std::string_view text) {
         at += length;
     }
     return widened;
-}
-
-/// Calls `visit` with each member of an object, in the order in which they are written, until it answers false. Nothing
-/// happens for a text that is no object.
-template <typename Visit>
-void forEachMember(std::string_view object, Visit visit) {
-    ondemand::parser parser;
-    simdjson::padded_string source(object);
-    ondemand::document document;
-    ondemand::object members;
-    if (parser.iterate(source).get(document) || document.get_object().get(members)) return;
-    for (auto member : members) {
-        std::string_view key;
-        if (member.unescaped_key().get(key)) return;
-        if (!visit(key, member.value())) return;
-    }
 }
 
 void writeText(std::string_view text, std::string& out) {
@@ -210,31 +191,6 @@ std::string minifyJSON(std::string_view text) {
     if (simdjson::minify(text.data(), text.size(), out.data(), length)) return std::string(text);
     out.resize(length);
     return out;
-}
-
-std::optional<std::string> repeatedKey(std::string_view object) {
-    std::optional<std::string> repeated;
-    std::set<std::string, std::less<>> keys;
-    forEachMember(object, [&](std::string_view key, auto) {
-        if (!keys.emplace(key).second) repeated = key;
-        return !repeated;
-    });
-    return repeated;
-}
-
-std::optional<std::string> objectAsWritten(std::string_view object, std::string_view key) {
-    std::optional<std::string> found;
-    forEachMember(object, [&](std::string_view name, auto member) {
-        if (name != key) return true;
-        found.reset();
-        ondemand::object nested;
-        std::string_view text;
-        if (!member.get_object().get(nested) && !nested.raw_json().get(text)) {
-            found.emplace(text.substr(0, text.find_last_not_of(" \t\r\n") + 1));
-        }
-        return true;
-    });
-    return found;
 }
 
 }  // namespace vantix

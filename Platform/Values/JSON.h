@@ -4,7 +4,6 @@
 #include "Platform/Values/Result.h"
 #include "Platform/Values/Value.h"
 
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -25,13 +24,5 @@ VANTIX_EXPORT std::string toJSON(const Value& value);
 
 /// The text without the white space between its tokens, everything else as written. Only for valid JSON.
 VANTIX_EXPORT std::string minifyJSON(std::string_view text);
-
-/// A key that an object's text writes more than once; absent when it writes none twice. Only for valid JSON.
-VANTIX_EXPORT std::optional<std::string> repeatedKey(std::string_view object);
-
-/// The object that stands under the key of an object, as it is written, white space included. Of a repeated key the
-/// last value counts. Absent when the text is no object, or the key is missing or holds anything else. Only for valid
-/// JSON.
-VANTIX_EXPORT std::optional<std::string> objectAsWritten(std::string_view object, std::string_view key);
 
 }  // namespace vantix

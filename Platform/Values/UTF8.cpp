@@ -15,6 +15,11 @@ std::size_t decodeFront(std::string_view text, utf8proc_int32_t& codePoint) {
 
 }  // namespace
 
+std::size_t codePointLength(std::string_view text) {
+    utf8proc_int32_t codePoint = 0;
+    return decodeFront(text, codePoint);
+}
+
 std::string repairUTF8(std::string_view text) {
     std::string repaired;
     repaired.reserve(text.size());

@@ -2,11 +2,15 @@
 
 #include "Platform/Values/LayoutDirection.h"
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
 
 namespace vantix {
+
+/// The number of bytes of the character at the front; 0 when there is no valid UTF-8.
+std::size_t codePointLength(std::string_view text);
 
 /// The text with every byte that is no part of valid UTF-8 replaced by the replacement character (U+FFFD).
 std::string repairUTF8(std::string_view text);

@@ -29,6 +29,19 @@ Dictionary::Dictionary(std::initializer_list<Entry> entries) {
     for (const auto& [key, value] : entries) set(key, value);
 }
 
+Dictionary::Dictionary(const Dictionary& other)
+    : entries_(other.entries_), index_(other.index_ ? std::make_unique<Index>(*other.index_) : nullptr) {}
+
+Dictionary::Dictionary(Dictionary&& other) noexcept = default;
+
+Dictionary& Dictionary::operator=(Dictionary other) noexcept {
+    entries_.swap(other.entries_);
+    index_.swap(other.index_);
+    return *this;
+}
+
+Dictionary::~Dictionary() = default;
+
 bool Dictionary::isEmpty() const { return entries_.empty(); }
 
 std::size_t Dictionary::size() const { return entries_.size(); }
@@ -44,19 +57,20 @@ void Dictionary::set(std::string key, Value value) {
     }
     entries_.emplace_back(std::move(key), std::move(value));
     if (entries_.size() <= scannedEntries) return;
-    for (std::size_t at = index_.size(); at < entries_.size(); ++at) {
-        index_.emplace(std::hash<std::string_view>{}(entries_[at].first), at);
+    if (!index_) index_ = std::make_unique<Index>();
+    for (std::size_t at = index_->size(); at < entries_.size(); ++at) {
+        index_->emplace(std::hash<std::string_view>{}(entries_[at].first), at);
     }
 }
 
 std::optional<std::size_t> Dictionary::position(std::string_view key) const {
-    if (index_.empty()) {
+    if (!index_) {
         for (std::size_t at = 0; at < entries_.size(); ++at) {
             if (entries_[at].first == key) return at;
         }
         return {};
     }
-    auto [first, last] = index_.equal_range(std::hash<std::string_view>{}(key));
+    auto [first, last] = index_->equal_range(std::hash<std::string_view>{}(key));
     for (; first != last; ++first) {
         if (entries_[first->second].first == key) return first->second;
     }

@@ -28,6 +28,10 @@ public:
 
     Dictionary();
     Dictionary(std::initializer_list<Entry> entries);
+    Dictionary(const Dictionary& other);
+    Dictionary(Dictionary&& other) noexcept;
+    Dictionary& operator=(Dictionary other) noexcept;
+    ~Dictionary();
 
     bool isEmpty() const;
     std::size_t size() const;
@@ -50,9 +54,12 @@ public:
 private:
     std::optional<std::size_t> position(std::string_view key) const;
 
+    /// Positions by hash of the key.
+    using Index = std::unordered_multimap<std::size_t, std::size_t>;
+
     std::vector<Entry> entries_;
-    /// Positions by hash of the key, kept only once a scan would be slow.
-    std::unordered_multimap<std::size_t, std::size_t> index_;
+    /// Kept only once a scan would be slow; apart, since most dictionaries are small and there are many.
+    std::unique_ptr<Index> index_;
 };
 
 /// A value of unknown type: what JSON can say, or an opaque value of the host that only passes through.

@@ -1,29 +1,37 @@
 #include "VantixInAppMessage/API/InAppTriggerAPIResponse.h"
 
-#include "VantixInAppMessage/Core/InAppMessagePayload/NestedJSON.h"
+#include "Platform/Values/JSON.h"
 
 namespace vantix {
 
 namespace {
 
-std::optional<std::string> textUnder(const char* key, const Dictionary& answer) {
-    const std::string* text = answer.text(key);
-    return text ? std::optional(*text) : std::nullopt;
-}
-
-std::optional<std::vector<VantixInAppMessagePayload>> decodedTriggers(const List& list) {
-    auto items = dictionaries(list);
-    if (!items) return {};
-    std::vector<VantixInAppMessagePayload> triggers;
-    for (const Dictionary& item : *items) triggers.push_back(VantixInAppMessagePayload::generate(item));
-    return triggers;
+std::optional<std::string> textUnder(const char* key, std::string_view answer) {
+    auto written = memberAsWritten(answer, key);
+    if (!written || !written->starts_with('"')) return {};
+    return *parseJSON(*written).value().text();
 }
 
 }  // namespace
 
-InAppTriggerAPIResponse InAppTriggerAPIResponse::generate(const Dictionary& answer) {
+std::optional<InAppTriggers> InAppTriggers::in(std::string_view value) {
+    if (!value.starts_with('[')) return {};
+    const WrittenElements objects(value);
+    for (WrittenElements rest = objects; auto element = rest.next();) {
+        if (!element->starts_with('{')) return {};
+    }
+    return InAppTriggers(objects);
+}
+
+std::optional<VantixInAppMessagePayload> InAppTriggers::next() {
+    auto object = objects_.next();
+    if (!object) return {};
+    return VantixInAppMessagePayload::generate(*parseJSON(*object).value().dictionary());
+}
+
+InAppTriggerAPIResponse InAppTriggerAPIResponse::generate(std::string_view answer) {
     InAppTriggerAPIResponse response{textUnder("message", answer), textUnder("status", answer), {}};
-    if (const List* list = answer.list("triggers")) response.triggers = decodedTriggers(*list);
+    if (auto triggers = memberAsWritten(answer, "triggers")) response.triggers = InAppTriggers::in(*triggers);
     return response;
 }
 

@@ -24,15 +24,15 @@ InAppTriggersRequest::InAppTriggersRequest(const InAppTriggersRequest& other)
       timeOut_(other.timeOut_),
       shouldSendAccessToken_(other.shouldSendAccessToken_) {}
 
-std::shared_ptr<const VantixResponseGenerator> InAppTriggersRequest::syncTriggers(const Dictionary& body,
-                                                                                  const std::string& accountId) {
+TransferHandle InAppTriggersRequest::syncTriggers(const Dictionary& body, const std::string& accountId,
+                                                  std::function<void(VantixNetworkManager::Outcome)> completion) {
     auto content = std::make_shared<const Content>(Content{toJSON(body), URLRequestHeaders::authEventReportHeaders()});
     content_.store(content);
 
     InAppTriggersRequest request = *this;
     request.accountId_ = accountId;
     request.content_.store(content);
-    return apiManager_.callAPI(request);
+    return apiManager_.callAPI(request, std::move(completion));
 }
 
 }  // namespace vantix

@@ -5,6 +5,7 @@
 #include "VantixCore/ConfiguredRequest.h"
 #include "VantixCore/VantixNetworkManager.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -27,10 +28,10 @@ public:
     InAppTriggersRequest(const InAppTriggersRequest& other);
     InAppTriggersRequest& operator=(const InAppTriggersRequest&) = delete;
 
-    /// Gives this request the body and the headers of an event call, sends a copy of it and waits for the answer; so
-    /// not on the main thread. Of two calls at once each sends its own body, and one of both stays. Throws what
-    /// VantixNetworkManager::callAPI throws.
-    std::shared_ptr<const VantixResponseGenerator> syncTriggers(const Dictionary& body, const std::string& accountId);
+    /// Gives this request the body and the headers of an event call and sends a copy of it, as
+    /// VantixNetworkManager::callAPI does. Of two calls at once each sends its own body, and one of both stays.
+    TransferHandle syncTriggers(const Dictionary& body, const std::string& accountId,
+                                std::function<void(VantixNetworkManager::Outcome)> completion);
 
     std::string accountId() const override { return accountId_; }
     HTTPMethod method() const override { return method_; }

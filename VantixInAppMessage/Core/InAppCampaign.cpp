@@ -1,6 +1,7 @@
 #include "VantixInAppMessage/Core/InAppCampaign.h"
 
 #include "Platform/Values/JSON.h"
+#include "Platform/Values/JSONText.h"
 
 namespace vantix {
 

@@ -3,11 +3,12 @@
 #include "Platform/Ports/Dispatcher.h"
 #include "Platform/Ports/Platform.h"
 #include "Platform/Values/JSON.h"
+#include "Platform/Values/JSONText.h"
+#include "VantixCore/VantixDomainFactory.h"
 #include "VantixCore/VantixLogger.h"
 #include "VantixInAppMessage/Core/InAppMessagePayload/WholeNumber.h"
 #include "VantixInAppMessage/Manager/InAppRepoHelper.h"
 
-#include <exception>
 #include <string>
 #include <utility>
 
@@ -30,47 +31,56 @@ std::shared_ptr<VantixInAppTriggerManager> VantixInAppTriggerManager::create(
 }
 
 VantixInAppTriggerManager::VantixInAppTriggerManager(std::shared_ptr<ConfigurationGenerator> configData)
-    : configData_(std::move(configData)), triggerAPIRequest_(configData_) {}
+    : configData_(std::move(configData)),
+      triggerAPIRequest_(configData_),
+      queue_(Platform::current()->dispatcher->makeSerialQueue(VantixDomainFactory::getDomain("triggers"),
+                                                              QualityOfService::utility)) {}
 
 void VantixInAppTriggerManager::syncTriggers(const InAppTriggersRequestPayload& payload) {
-    Platform::current()->dispatcher->utilityQueue().async(
-        [self = shared_from_this(), payload] { self->callAndProcess(payload); });
+    queue_->async([self = shared_from_this(), payload] { self->call(payload); });
 }
 
-void VantixInAppTriggerManager::callAndProcess(const InAppTriggersRequestPayload& payload) {
-    auto logError = [](const std::exception& error) {
-        log.error("syncTriggers(withPayload:)", [&] { return std::string("Error: ") + error.what(); });
+void VantixInAppTriggerManager::call(const InAppTriggersRequestPayload& payload) {
+    auto process = [self = shared_from_this(), payload](const VantixNetworkManager::Outcome& outcome) {
+        self->queue_->async([self, payload, outcome] { self->process(outcome, payload); });
     };
-    try {
-        auto response = triggerAPIRequest_.syncTriggers(payload.generateJSON(), configData_->accountID());
-        processReceived(response, payload);
-    } catch (const VantixError& error) {
-        logError(error);
-        handleFailure({}, error.code(), error, payload);
-    } catch (const std::exception& error) {
-        logError(error);
-    }
+    triggerAPIRequest_.syncTriggers(payload.generateJSON(), configData_->accountID(), process).detach();
 }
 
-void VantixInAppTriggerManager::processReceived(const std::shared_ptr<const VantixResponseGenerator>& response,
+void VantixInAppTriggerManager::process(const VantixNetworkManager::Outcome& outcome,
+                                        const InAppTriggersRequestPayload& payload) {
+    if (outcome) return processReceived(outcome.value(), payload);
+    const VantixError& error = outcome.error();
+    log.error("syncTriggers(withPayload:)", [&] { return std::string("Error: ") + error.what(); });
+    handleFailure({}, error.code(), error, payload);
+}
+
+void VantixInAppTriggerManager::processReceived(const Response& response,
                                                 const InAppTriggersRequestPayload& requestPayload) {
     constexpr auto function = "processReceived(response:requestPayload:)";
     if (!response || !response->rcvdData()) return log.error(function, "Recieved nil data");
 
-    auto parsed = parseJSON(*response->rcvdData());
-    if (!parsed) {
-        return log.error(function,
-                         [&] { return "Event API Response decoding failed: " + parsed.error().localizedDescription; });
+    const std::string& data = *response->rcvdData();
+    if (!isJSON(data)) {
+        return log.error(function, [&] {
+            return "Event API Response decoding failed: " + parseJSON(data).error().localizedDescription;
+        });
     }
-    const Dictionary* dictionary = parsed.value().dictionary();
-    if (!dictionary) return;
+    if (!isObject(data)) return;
 
-    auto answer = InAppTriggerAPIResponse::generate(*dictionary);
+    auto answer = InAppTriggerAPIResponse::generate(data);
     if (!isSuccess(answer)) return handleFailure(answer, 0, response->error(), requestPayload);
-    if (!answer.triggers) return;
-    for (auto& message : *answer.triggers) {
-        InAppRepoHelper::shared()->insert(std::make_shared<const VantixInAppMessagePayload>(std::move(message)), {});
-    }
+    if (answer.triggers) storeNext(response, *answer.triggers);
+}
+
+/// One is decoded when the one before it is stored, so that a long answer does not wait before the store in pieces.
+void VantixInAppTriggerManager::storeNext(const Response& response, InAppTriggers triggers) {
+    auto message = triggers.next();
+    if (!message) return;
+    auto next = [self = shared_from_this(), response, triggers](bool) {
+        self->queue_->async([self, response, triggers] { self->storeNext(response, triggers); });
+    };
+    InAppRepoHelper::shared()->insert(std::make_shared<const VantixInAppMessagePayload>(*std::move(message)), next);
 }
 
 /// Nothing on purpose: a sync that failed is neither repeated nor reported.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Ports/DispatchQueue.h"
 #include "VantixCore/VantixConfiguration.h"
 #include "VantixCore/VantixError.h"
 #include "VantixCore/VantixResponseGenerator.h"
@@ -22,20 +23,26 @@ public:
     /// Asks the back end once, in the background, and returns at once. What goes wrong is a log line.
     void syncTriggers(const InAppTriggersRequestPayload& payload);
 
-    /// Stores every message of a successful answer, as it comes. Of success tells the status within the answer alone,
-    /// the texts "200" and "201". A host may bring an answer of its own; null counts as one without data.
+    /// Stores every message of a successful answer, as it comes, one after the other, in the background. Of success
+    /// tells the status within the answer alone, the texts "200" and "201". A host may bring an answer of its own; null
+    /// counts as one without data.
     void processReceived(const std::shared_ptr<const VantixResponseGenerator>& response,
                          const InAppTriggersRequestPayload& requestPayload);
 
 private:
     explicit VantixInAppTriggerManager(std::shared_ptr<ConfigurationGenerator> configData);
 
-    void callAndProcess(const InAppTriggersRequestPayload& payload);
+    using Response = std::shared_ptr<const VantixResponseGenerator>;
+
+    void call(const InAppTriggersRequestPayload& payload);
+    void process(const VantixNetworkManager::Outcome& outcome, const InAppTriggersRequestPayload& payload);
+    void storeNext(const Response& response, InAppTriggers triggers);
     void handleFailure(const std::optional<InAppTriggerAPIResponse>& response, int rcvdHTTPStatusCode,
                        const std::optional<VantixError>& error, const InAppTriggersRequestPayload& requestPayload);
 
     std::shared_ptr<ConfigurationGenerator> configData_;
     InAppTriggersRequest triggerAPIRequest_;
+    std::shared_ptr<DispatchQueue> queue_;
 };
 
 }  // namespace vantix

@@ -1,4 +1,5 @@
 #include "Platform/Values/JSON.h"
+#include "Platform/Values/JSONText.h"
 
 #include <gtest/gtest.h>
 

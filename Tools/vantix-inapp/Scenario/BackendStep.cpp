@@ -1,6 +1,7 @@
 #include "Tools/vantix-inapp/Scenario/BackendStep.h"
 
 #include "Platform/Values/JSON.h"
+#include "Platform/Values/JSONText.h"
 #include "Tools/vantix-inapp/Backend/EventsAnswer.h"
 #include "Tools/vantix-inapp/Input/Fields.h"
 #include "Tools/vantix-inapp/Scenario/BackendAddress.h"

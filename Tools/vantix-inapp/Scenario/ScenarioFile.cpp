@@ -1,6 +1,7 @@
 #include "Tools/vantix-inapp/Scenario/ScenarioFile.h"
 
 #include "Platform/Values/JSON.h"
+#include "Platform/Values/JSONText.h"
 #include "Tools/vantix-inapp/Input/BadInput.h"
 #include "Tools/vantix-inapp/Input/Fields.h"
 #include "Tools/vantix-inapp/Input/InputFile.h"

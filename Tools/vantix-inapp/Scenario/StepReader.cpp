@@ -1,6 +1,6 @@
 #include "Tools/vantix-inapp/Scenario/StepReader.h"
 
-#include "Platform/Values/JSON.h"
+#include "Platform/Values/JSONText.h"
 #include "Tools/vantix-inapp/Input/Campaign.h"
 #include "Tools/vantix-inapp/Input/Fields.h"
 #include "Tools/vantix-inapp/Scenario/BackendStep.h"
