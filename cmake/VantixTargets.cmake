@@ -26,7 +26,7 @@ if(VANTIX_SANITIZE)
   target_compile_options(vantix_options INTERFACE "-fsanitize=${VANTIX_SANITIZE}" -fno-omit-frame-pointer -fno-sanitize-recover=all)
   target_link_options(vantix_options INTERFACE "-fsanitize=${VANTIX_SANITIZE}")
   # GCC 12 calls variants and optionals uninitialised once a sanitizer has taken their code apart; the sanitizers themselves look.
-  target_compile_options(vantix_options INTERFACE -Wno-maybe-uninitialized)
+  target_compile_options(vantix_options INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
 endif()
 
 # vantix_library(NAME LINKS target… PRIVATE_LINKS target… SOURCES file…)

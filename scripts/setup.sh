@@ -16,6 +16,8 @@ test_packages=(
     qml6-module-qtqml qml6-module-qtqml-workerscript
     xvfb openbox xdotool wmctrl x11-utils imagemagick dbus at-spi2-core python3-gi gir1.2-atspi-2.0
 )
+# The fuzzer comes with Clang's own libraries.
+fuzz_packages=(clang libclang-rt-14-dev)
 
 say() { echo "$@" >&2; }
 
