@@ -195,5 +195,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         default:
             showMessage(randomPayload(choices), choices, actions, acted);
     }
+    Vantix::uninstall();
+    Platform::uninstall();
+    VantixLogger::setSink({});
     return 0;
 }

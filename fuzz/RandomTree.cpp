@@ -43,6 +43,12 @@ std::optional<double> perhaps(Choices& choices) {
 
 Edge edges(Choices& choices) { return static_cast<Edge>(choices.below(16)); }
 
+/// Dividers alone are dividers.
+Role role(Choices& choices) {
+    auto role = static_cast<Role>(choices.below(static_cast<int>(std::size(roleWords.entries))));
+    return role == Role::divider ? Role::mark : role;
+}
+
 View leaf(Choices& choices) {
     switch (choices.below(10)) {
         case 0:
@@ -122,8 +128,7 @@ View modified(View view, Choices& choices, const std::function<void()>& acted) {
         case 11:
             return view.onLayout(choices.text(), [](Size) {});
         case 12:
-            return view.element(static_cast<Role>(choices.below(static_cast<int>(std::size(roleWords.entries)))),
-                                choices.text());
+            return view.element(role(choices), choices.text());
         case 13:
             return view.selected(choices.flag()).accessibleName(choices.text()).actsOnTap(choices.flag());
         case 14:

@@ -4,8 +4,10 @@
 usage: seeds.py ROOT OUTPUT
 """
 
+import hashlib
 import json
 import shutil
+import subprocess
 import sys
 from pathlib import Path
 
@@ -36,6 +38,27 @@ def as_push(campaign):
     return {key: text_of(value) if key in ("trigger", "body", "template") else value for key, value in campaign.items()}
 
 
+def encoded_pictures():
+    """A small picture in the formats and kinds that no example has, as far as there is a program to make them."""
+    kinds = {"jpg": [["-quality", "60"], ["-interlace", "JPEG"], ["-colorspace", "CMYK"], ["-colorspace", "Gray"]],
+             "png": [["-interlace", "PNG"], ["-depth", "16"], ["-colors", "3"], ["-alpha", "set", "-define", "png:color-type=4"]],
+             "gif": [[], ["-duplicate", "2"], ["-interlace", "GIF"]],
+             "webp": [[], ["-define", "webp:lossless=true"]]}
+    if not shutil.which("convert"):
+        return
+    for ending, variants in kinds.items():
+        for options in variants:
+            made = subprocess.run(["convert", "-size", "24x17", "gradient:red-blue", *options, f"{ending}:-"],
+                                  capture_output=True)
+            if made.returncode == 0:
+                yield made.stdout
+
+
+def random_bytes(kind, number):
+    """The same ones each time; the first byte is the kind."""
+    return bytes([kind]) + b"".join(hashlib.sha512(bytes((kind, number, part))).digest() for part in range(4 + 4 * number))
+
+
 def seeds(root):
     """The inputs of each target."""
     every = list(campaigns(root))
@@ -50,8 +73,8 @@ def seeds(root):
         "StyleTarget": [text for campaign in every for text in nested_texts(campaign, "template")],
         "EventsAnswerTarget": [json.dumps(answer, ensure_ascii=False) for answer in answers],
         "ScenarioLineTarget": [line for line in lines if len(line) < 4096],
-        "LayoutTarget": [bytes((kind, *range(start, 256, 7))) * 4 for kind in range(4) for start in range(7)],
-        "ImageTarget": [picture for picture in pictures if len(picture) < 65536],
+        "LayoutTarget": [random_bytes(kind, number) for kind in range(4) for number in range(8)],
+        "ImageTarget": [*(picture for picture in pictures if len(picture) < 65536), *encoded_pictures()],
     }
 
 

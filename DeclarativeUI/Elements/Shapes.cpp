@@ -42,7 +42,9 @@ public:
     }
     void place(const Rect& frame, const Proposal&, const Environment&, LayoutPass& pass) const override {
         if (lineWidth_) {
-            double lineWidth = std::max(pass.grid().pixel(), pass.grid().settled(*lineWidth_));
+            double room = std::min(frame.size.width, frame.size.height);
+            double lineWidth = std::min(room, std::max(pass.grid().pixel(), pass.grid().settled(*lineWidth_)));
+            if (lineWidth <= 0) return;
             double inside = lineWidth / 2;
             pass.draw(StrokeEllipse{frame.inset({inside, inside, inside, inside}), lineWidth, color_});
         } else {
