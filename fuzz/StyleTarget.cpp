@@ -16,8 +16,14 @@ Dictionary asPushed(const InAppMessageComponentStyle& component) {
     return dictionary;
 }
 
+/// Written colours are opaque.
+bool isSame(const std::optional<Color>& a, const std::optional<Color>& b) {
+    return a.has_value() == b.has_value() && (!a || a->hexString() == b->hexString());
+}
+
 bool isSame(const InAppMessageComponentStyle& a, const InAppMessageComponentStyle& b) {
-    return a.getJSON() == b.getJSON() && a.getFont() == b.getFont();
+    return isSame(a.textColor, b.textColor) && isSame(a.backgroundColor, b.backgroundColor) &&
+           a.textSize == b.textSize && a.getFont() == b.getFont();
 }
 
 }  // namespace
@@ -36,7 +42,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (const auto& cta : style.ctas) ctas.emplace_back(asPushed(cta));
     dictionary.set("ctas", ctas);
     auto again = InAppMessageStyle::generate(toJSON(dictionary));
-    fuzz::expect(again.rating.getJSON() == style.rating.getJSON(), "colours are read back");
+    fuzz::expect(isSame(again.rating.selectedColor, style.rating.selectedColor) &&
+                     isSame(again.rating.unselectedColor, style.rating.unselectedColor) &&
+                     isSame(again.phoneBackgroundColor, style.phoneBackgroundColor) &&
+                     isSame(again.layoutBackgroundColor, style.layoutBackgroundColor),
+                 "colours are read back");
     bool isExact = std::abs(style.title.textSize) < 1e15 && std::abs(style.message.textSize) < 1e15;
     if (isExact) fuzz::expect(isSame(again.title, style.title) && isSame(again.message, style.message), "as are texts");
     fuzz::expect(again.ctas.size() == style.ctas.size(), "as are buttons");

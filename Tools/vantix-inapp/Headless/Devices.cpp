@@ -1,6 +1,7 @@
 #include "Tools/vantix-inapp/Headless/Devices.h"
 
 #include "Tools/vantix-inapp/Input/BadInput.h"
+#include "Tools/vantix-inapp/Input/Fields.h"
 
 #include <algorithm>
 #include <array>
@@ -68,13 +69,13 @@ const std::vector<Device>& landscapeDevices() {
 
 const Device& deviceNamed(std::string_view name) {
     if (const Device* device = find(name)) return *device;
-    throw BadInput("unknown device \"" + std::string(name) + "\"");
+    throw BadInput("unknown device " + inQuotes(name));
 }
 
 Device deviceFromText(const std::string& text) {
     if (const Device* device = find(text)) return *device;
     auto traits = traitsFromText(text);
-    if (!traits) throw BadInput("\"" + text + "\" is neither a device nor WIDTHxHEIGHT@SCALE");
+    if (!traits) throw BadInput(inQuotes(text) + " is neither a device nor WIDTHxHEIGHT@SCALE");
     expectUsable(*traits);
     return {text, *traits};
 }

@@ -1,5 +1,7 @@
 #include "Tools/vantix-inapp/Input/Fields.h"
 
+#include "Platform/Values/JSON.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
@@ -16,7 +18,7 @@ namespace {
 
 }  // namespace
 
-std::string inQuotes(std::string_view key) { return '"' + std::string(key) + '"'; }
+std::string inQuotes(std::string_view key) { return toJSON(std::string(key)); }
 
 std::string inShort(double number) {
     char text[32];

@@ -29,7 +29,7 @@ const List& listField(std::string_view key, const Value& value);
 /// Throws BadInput for the first key that is not among `known`; `owner` names the object.
 void expectOnlyKeys(std::string_view owner, const Dictionary& object, std::initializer_list<std::string_view> known);
 
-/// The key in quotation marks, for complaints.
+/// The key as a JSON text, for complaints: whatever stands in it, they stay one line.
 std::string inQuotes(std::string_view key);
 
 /// The number as complaints write it.
