@@ -8,8 +8,6 @@
 
 namespace vantix {
 
-struct VantixInAppMessagePayload;
-
 /// The stored record of one message. Every attribute is an optional text.
 struct InAppMessage {
     /// The attributes, in the store's order.
@@ -46,8 +44,6 @@ struct InAppMessage {
     /// Selects every record.
     static FetchRequest fetchRequest();
     static InAppMessage from(Record record);
-    /// The record that keeps the message. A message that was read from a record of sound texts gives that record.
-    static InAppMessage from(const VantixInAppMessagePayload& message);
 };
 
 }  // namespace vantix

@@ -35,7 +35,7 @@ InAppMessageQueues::Messages decoded(const std::vector<InAppMessage>& records,
     InAppMessageQueues::Messages messages;
     for (const InAppMessage& record : records) {
         auto found = byImage.find(record[InAppMessage::Property::imageIdentifier].value_or(""));
-        bool isKnown = found != byImage.end() && InAppMessage::from(*found->second) == record;
+        bool isKnown = found != byImage.end() && InAppRepoHelper::record(*found->second) == record;
         messages.push_back(
             isKnown ? found->second
                     : std::make_shared<const VantixInAppMessagePayload>(VantixInAppMessagePayload::generate(record)));

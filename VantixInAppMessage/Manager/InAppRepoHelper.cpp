@@ -56,8 +56,30 @@ std::shared_ptr<InAppRepoHelper> InAppRepoHelper::shared() { return Vantix::shar
 InAppRepoHelper::InAppRepoHelper(Env environment)
     : inAppRepo_(VantixInAppDBDefaults::repository(environment)), settings_(Vantix::getSharedUserDefaults()) {}
 
+InAppMessage InAppRepoHelper::record(const VantixInAppMessagePayload& message) {
+    using Property = InAppMessage::Property;
+    InAppMessage record;
+    auto set = [&](Property property, const std::optional<std::string>& text) {
+        record.values[static_cast<std::size_t>(property)] = text;
+    };
+    set(Property::cuid, message.cuid);
+    set(Property::scope, message.scope);
+    set(Property::campaignId, message.campaignId);
+    set(Property::variationId, message.variationId);
+    set(Property::senderID, message.senderID);
+    set(Property::senderSource, message.senderSource);
+    set(Property::custom, message.custom);
+    set(Property::priority, message.priority);
+    set(Property::validity, message.validity);
+    set(Property::trigger, message.trigger.textRepresentation);
+    set(Property::body, message.body.textRepresentation);
+    set(Property::imageIdentifier, message.imageIdentifier);
+    set(Property::templateText, message.style.textRepresentation);
+    return record;
+}
+
 void InAppRepoHelper::insert(const SharedPayload& message, Completion completion) {
-    inAppRepo_->insert(insertValues(InAppMessage::from(*message)),
+    inAppRepo_->insert(insertValues(record(*message)),
                        reporting({"insert(message:completion:)", "Successfully inserted in app message with message ",
                                   "Failed to insert in app message with message ", " with error ",
                                   [message] { return message->description(); }},

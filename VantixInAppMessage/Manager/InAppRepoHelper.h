@@ -27,6 +27,9 @@ public:
 
     explicit InAppRepoHelper(Env environment = Env::dev);
 
+    /// The record that keeps the message. A message that was read from a record of sound texts gives that record.
+    static InAppMessage record(const VantixInAppMessagePayload& message);
+
     /// Adds a record, whether or not one with the same scope exists.
     void insert(const SharedPayload& message, Completion completion);
     /// The current customer's records, in the order of insertion. Without settings or customer there are none, and the
