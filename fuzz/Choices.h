@@ -25,6 +25,15 @@ public:
     }
     int below(int limit) { return byte() % limit; }
     bool flag() { return below(2) == 1; }
+    /// A case of an enumeration that has so many.
+    template <typename Case>
+    Case word(int count) {
+        return static_cast<Case>(below(count));
+    }
+    template <typename Choice, std::size_t count>
+    Choice of(const std::array<Choice, count>& all) {
+        return all[byte() % count];
+    }
 
     /// As many bytes as the next one says: often no UTF-8.
     std::string text() {
@@ -39,8 +48,7 @@ public:
     double anyLength() {
         constexpr double huge = 1e300, endless = std::numeric_limits<double>::infinity();
         constexpr std::array odd{-1.0, -1e9, huge, -huge, endless, -endless, std::numeric_limits<double>::quiet_NaN()};
-        int which = below(8 * static_cast<int>(odd.size()));
-        return which % 8 == 7 ? odd[static_cast<std::size_t>(which / 8)] : length();
+        return below(8) == 7 ? of(odd) : length();
     }
     double coordinate(double extent) { return (byte() - 16) / 224.0 * extent; }
 

@@ -5,54 +5,35 @@
 #include "VantixInAppMessage/templates/InAppMessageView.h"
 #include "fuzz/FuzzTarget.h"
 #include "fuzz/RandomTree.h"
-#include "tests/Support/FixedTextMeasurer.h"
 #include "tests/Support/PaintedEdges.h"
+#include "tests/VantixInAppMessage/Campaign.h"
 
 #include <cmath>
-#include <optional>
 
 using namespace vantix;
 
 namespace {
 
-struct CountedActions final : InAppMessageActions {
-    explicit CountedActions(std::function<void()> told) : acted(std::move(told)) {}
-    void dismissInAppMessage(const SharedPayload&, bool) override { acted(); }
-    void handleInAppMessageButtonAction(const SharedPayload&, const std::optional<InAppCTA>&, std::optional<int>,
-                                        const std::optional<std::string>&,
-                                        const std::optional<std::vector<int>>&) override {
-        acted();
-    }
-    std::function<void()> acted;
-};
-
-Dictionary styled(fuzz::Choices& choices) {
-    return {{"textSize", std::to_string(choices.byte())}, {"backgroundColor", choices.color().hexString()}};
-}
-
-/// A payload as it comes from bytes, of any type, with any texts.
+/// A message as it comes from bytes, of any type, with any texts.
 VantixInAppMessagePayload randomPayload(fuzz::Choices& choices) {
-    auto type = supportedInAppMessageTypes[static_cast<std::size_t>(choices.below(7))];
-    Dictionary body{{"type", std::string(rawValue(type))}, {"title", choices.text()}, {"message", choices.text()}};
-    if (choices.flag()) body.set("image", "https://a.example/" + choices.text());
-    List ctas, options, styles;
-    for (int count = choices.below(9); count > 0; --count) {
-        ctas.emplace_back(Dictionary{{"type", "EXTERNAL"}, {"actionText", choices.text()}});
-        styles.emplace_back(styled(choices));
-    }
-    for (int count = choices.below(9); count > 0; --count) options.emplace_back(choices.text());
-    body.set("ctas", ctas);
-    body.set("feedbackOptions", Dictionary{{"selectionType", choices.flag() ? "multiSelection" : "singleSelection"},
-                                           {"options", options}});
-    Dictionary style{{"title", styled(choices)}, {"message", styled(choices)}, {"ctas", styles}};
-    return VantixInAppMessagePayload::generate({{"body", toJSON(body)}, {"template", toJSON(style)}});
+    Campaign campaign;
+    campaign.type = rawValue(choices.of(supportedInAppMessageTypes));
+    campaign.title = choices.text();
+    campaign.message = choices.text();
+    campaign.image = choices.flag() ? "https://a.example/a.png" : "";
+    campaign.buttons.assign(static_cast<std::size_t>(choices.below(9)), choices.text());
+    for (int count = choices.below(9); count > 0; --count) campaign.feedbackOptions.emplace_back(choices.text());
+    const Dictionary style{{"textSize", std::to_string(choices.byte())},
+                           {"backgroundColor", choices.color().hexString()}};
+    campaign.style = {{"title", style}, {"message", style}, {"ctas", List{style, Dictionary()}}};
+    return campaign.payload();
 }
 
 SceneTraits randomTraits(fuzz::Choices& choices) {
     SceneTraits traits{{choices.byte() * 4.0, choices.byte() * 4.0}, {choices.length(), 0, choices.length(), 0}};
     traits.scale = 1 + choices.below(9) / 4.0;
     traits.textScale = 0.5 + choices.below(12) / 4.0;
-    traits.layoutDirection = static_cast<LayoutDirection>(choices.below(2));
+    traits.layoutDirection = choices.word<LayoutDirection>(2);
     if (choices.below(16) == 15) traits.size.width = choices.anyLength();
     return traits;
 }
@@ -93,7 +74,7 @@ public:
                 view_->scroll(choices_.anyLength() - choices_.length());
                 break;
             case 2:
-                interaction_.keyDown(static_cast<Key>(choices_.below(12)));
+                interaction_.keyDown(choices_.word<Key>(12));
                 break;
             case 3:
                 interaction_.pointerDown(point);
@@ -156,10 +137,9 @@ void watch(fuzz::Choices& choices, const int& actions, std::function<View()> bod
     for (int count = 0; count < 32 && !choices.isEmpty(); ++count) person.act();
 }
 
-void showMessage(VantixInAppMessagePayload payload, fuzz::Choices& choices, int& actions,
-                 const std::function<void()>& acted) {
+void showMessage(VantixInAppMessagePayload payload, fuzz::Choices& choices, const int& actions) {
     auto shared = std::make_shared<const VantixInAppMessagePayload>(std::move(payload));
-    auto root = std::make_shared<InAppMessageView>(shared, std::make_shared<CountedActions>(acted));
+    auto root = std::make_shared<InAppMessageView>(shared, nullptr);
     watch(choices, actions, [root] { return root->body(); });
 }
 
@@ -178,22 +158,21 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     fuzz::Choices choices(fuzz::textOf(data, size));
     int actions = 0;
-    auto acted = [&actions] { ++actions; };
     switch (choices.below(4)) {
         case 0:
             fuzz::untilFatalCondition([&] {
-                View tree = fuzz::randomTree(choices, acted);
+                View tree = fuzz::RandomTree{choices, [&] { ++actions; }}.tree();
                 watch(choices, actions, [tree] { return tree; });
             });
             break;
         case 1: {
             auto payload = randomPayload(choices);
             for (InAppCTA& cta : payload.body.ctas) cta.actionText.reset();
-            fuzz::untilFatalCondition([&] { showMessage(std::move(payload), choices, actions, acted); });
+            fuzz::untilFatalCondition([&] { showMessage(std::move(payload), choices, actions); });
             break;
         }
         default:
-            showMessage(randomPayload(choices), choices, actions, acted);
+            showMessage(randomPayload(choices), choices, actions);
     }
     Vantix::uninstall();
     Platform::uninstall();
