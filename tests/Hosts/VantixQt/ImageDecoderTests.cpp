@@ -1,4 +1,5 @@
 #include "VantixQt/Drawing/QtImageDecoder.h"
+#include "VantixQt/Drawing/WebPCodes.h"
 #include "tests/Support/FakeImageDecoder.h"
 
 #include <QBuffer>
@@ -253,6 +254,25 @@ TEST(QtImageDecoder, RefusesWhatCostsMoreThanItsSizeMay) {
         ASSERT_FALSE(image) << error;
         EXPECT_EQ(image.error().localizedDescription.substr(0, error.size()), error);
     }
+}
+
+TEST(QtImageDecoder, CountsTheGroupsOfCodesOfALosslessWebP) {
+    std::string bits;
+    auto put = [&bits](std::uint32_t number, int count) {
+        while (count-- > 0) bits += (number & 1) != 0 ? '1' : '0', number >>= 1;
+    };
+    put(0x2F, 8), put(63, 14), put(63, 14), put(0, 4);  // 64 x 64 pixels
+    put(0, 1), put(0, 1), put(1, 1), put(0, 3);         // No transform, no cache, a group for each block of 4 x 4.
+    put(0, 1);
+    // Green has 256 words of eight bits, whose lengths have one bit each, and then zeros, 138 at most at a time.
+    put(0, 1), put(8, 4), put(0, 3), put(1, 3), put(0, 27), put(1, 3), put(0, 1);
+    bits += std::string(256, '0');
+    put(1, 1), put(13, 7);
+    for (int code = 0; code < 4; ++code) put(1, 4);  // One symbol each.
+    for (std::uint32_t pixel = 0; pixel < 256; ++pixel) put(pixel, 8);
+    std::string payload((bits.size() + 7) / 8, '\0');
+    for (std::size_t at = 0; at < bits.size(); ++at) payload[at / 8] |= static_cast<char>((bits[at] - '0') << (at % 8));
+    EXPECT_EQ(memoryForCodesOfVP8L(payload), 256 * (4 * 2957 + 568));
 }
 
 TEST(QtImageDecoder, GivesUpWhatTakesTooLong) {
