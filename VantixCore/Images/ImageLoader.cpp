@@ -22,7 +22,9 @@ ImageLoader::ImageLoader(std::shared_ptr<ImageService> images, std::shared_ptr<c
     : images_(std::move(images)),
       platform_(std::move(platform)),
       request_(std::move(request)),
-      onChange_(std::move(onChange)) {}
+      onChange_(std::move(onChange)) {
+    request_.acceptsRecentFailure = true;
+}
 
 void ImageLoader::start() {
     assertOnQueue(platform_->dispatcher->mainQueue(), "ImageLoader::start");

@@ -13,6 +13,7 @@
 #include "VantixCore/VantixDomainFactory.h"
 
 #include <utility>
+#include <vector>
 
 namespace vantix {
 
@@ -59,8 +60,10 @@ std::shared_ptr<BackEndClient> Installation::backEnd() {
 
 std::shared_ptr<ImageService> Installation::images() {
     return images_.get([this] {
+        std::vector decodingQueues{makeQueue(*platform_, "decoding-1"), makeQueue(*platform_, "decoding-2")};
         return std::make_shared<ImageService>(httpClient(), platform_->imageDecoder, makeQueue(*platform_, "images"),
-                                              disk_, host_->dataDirectory / "images", host_->imageCacheCapacity);
+                                              std::move(decodingQueues), disk_, host_->dataDirectory / "images",
+                                              host_->imageCacheCapacity);
     });
 }
 

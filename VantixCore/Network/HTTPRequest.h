@@ -10,6 +10,9 @@
 
 namespace vantix {
 
+/// Images share the room that there is for transfers, and leave some of it to calls of the back end.
+enum class TransferPurpose { call, image };
+
 /// One exchange over HTTP, with its limits.
 struct HTTPRequest {
     /// A web address.
@@ -27,6 +30,7 @@ struct HTTPRequest {
     /// "sha256//BASE64": over TLS, the server's public key decides instead of its certificate. Empty: the certificate
     /// must be valid.
     std::string pin = {};
+    TransferPurpose purpose = TransferPurpose::call;
 };
 
 }  // namespace vantix

@@ -58,9 +58,10 @@ TransferHandle HTTPTransport::send(HTTPRequest request, HTTPCompletion completio
     auto claim = std::make_shared<CallClaim>();
     auto start = std::chrono::steady_clock::now() + (fault == NetworkFault::slow ? slowness : Duration{});
     std::string origin = request.url.origin();
+    TransferPurpose purpose = request.purpose;
     {
         std::lock_guard lock(mutex_);
-        waiting_.push_back({std::move(request), std::move(completion), claim, std::move(origin), start});
+        waiting_.push_back({std::move(request), std::move(completion), claim, std::move(origin), purpose, start});
         callDriver();
     }
     auto wakeUp = whileAlive(weak_from_this(), [](HTTPTransport& self) { self.multi_.wakeUp(); });
@@ -142,7 +143,7 @@ void HTTPTransport::startWaiting(Time now) {
         std::lock_guard lock(mutex_);
         for (auto next = waiting_.begin(); next != waiting_.end() && underWay_.size() < mostTransfers_;) {
             auto candidate = next++;
-            if (candidate->start <= now && hasRoomFor(candidate->origin))
+            if (candidate->start <= now && hasRoomFor(*candidate))
                 underWay_.splice(underWay_.end(), waiting_, candidate);
         }
     }
@@ -163,9 +164,16 @@ Duration HTTPTransport::timeToNextStart(Time now) {
     return time;
 }
 
-bool HTTPTransport::hasRoomFor(const std::string& origin) const {
-    auto share = static_cast<std::size_t>(std::ranges::count(underWay_, origin, &Transfer::origin));
-    return share < NetworkPolicy::mostTransfersPerOrigin;
+bool HTTPTransport::hasRoomFor(const Transfer& candidate) const {
+    std::size_t ofItsKind = 0, toItsOrigin = 0;
+    for (const Transfer& transfer : underWay_) {
+        if (transfer.purpose != candidate.purpose) continue;
+        ++ofItsKind;
+        if (transfer.origin == candidate.origin) ++toItsOrigin;
+    }
+    std::size_t reserved = candidate.purpose == TransferPurpose::image ? NetworkPolicy::transfersForCalls : 0;
+    bool hasRoom = ofItsKind == 0 || ofItsKind + reserved < mostTransfers_;
+    return hasRoom && toItsOrigin < NetworkPolicy::mostTransfersPerOrigin;
 }
 
 /// Ends the driving when nothing is left to drive.

@@ -28,7 +28,7 @@ class HTTPTransport : public std::enable_shared_from_this<HTTPTransport> {
 public:
     /// `queue` is the network queue: serial, and for this transport alone. At most so many transfers are under way at a
     /// time; the others wait and start in order, except that those to an origin that has its share
-    /// (NetworkPolicy::mostTransfersPerOrigin) let others pass.
+    /// (NetworkPolicy::mostTransfersPerOrigin), and images where only the room for calls is left, let others pass.
     HTTPTransport(std::shared_ptr<DispatchQueue> queue, std::size_t maximumConcurrentTransfers);
 
     /// Why such a request is not even sent, but fails at once, if so.
@@ -53,6 +53,7 @@ private:
         HTTPCompletion completion;
         std::shared_ptr<CallClaim> claim;
         std::string origin;
+        TransferPurpose purpose;
         /// Not before.
         Time start;
         /// From the start on.
@@ -68,7 +69,7 @@ private:
     void dropUnwanted();
     void startWaiting(Time now);
     Duration timeToNextStart(Time now);
-    bool hasRoomFor(const std::string& origin) const;
+    bool hasRoomFor(const Transfer& candidate) const;
     bool rests();
     void finish(const CurlMulti::Ended& ended);
 

@@ -26,8 +26,11 @@ inline constexpr Duration imageConnectTimeOut = seconds(10);
 /// A redirect leads to http or https only, and never from https to http.
 inline constexpr int mostRedirects = 5;
 
-/// So that a host that does not answer holds up nobody else.
+/// So that a host that does not answer holds up nobody else; for images and for calls of the back end each, which may
+/// live on one host.
 inline constexpr std::size_t mostTransfersPerOrigin = 6;
+/// Of all transfers so many are never images, as far as there are more than one.
+inline constexpr std::size_t transfersForCalls = 4;
 
 }  // namespace NetworkPolicy
 

@@ -9,6 +9,7 @@
 #include "VantixInAppMessage/Core/InAppMessagePayload/WholeNumber.h"
 #include "VantixInAppMessage/Manager/InAppRepoHelper.h"
 
+#include <exception>
 #include <string>
 #include <utility>
 
@@ -17,6 +18,20 @@ namespace vantix {
 namespace {
 
 constexpr LogSource log{"Manager/InAppMessageTriggerManager"};
+
+void logError(const std::exception& error) {
+    log.error("syncTriggers(withPayload:)", [&] { return std::string("Error: ") + error.what(); });
+}
+
+/// Runs a step of a sync; one that fails, for want of memory perhaps, is the last one.
+template <typename Step>
+void attempt(Step step) {
+    try {
+        step();
+    } catch (const std::exception& error) {
+        logError(error);
+    }
+}
 
 bool isSuccess(const InAppTriggerAPIResponse& response) {
     auto status = response.status ? wholeNumber(*response.status) : std::nullopt;
@@ -37,12 +52,12 @@ VantixInAppTriggerManager::VantixInAppTriggerManager(std::shared_ptr<Configurati
                                                               QualityOfService::utility)) {}
 
 void VantixInAppTriggerManager::syncTriggers(const InAppTriggersRequestPayload& payload) {
-    queue_->async([self = shared_from_this(), payload] { self->call(payload); });
+    queue_->async([self = shared_from_this(), payload] { attempt([&] { self->call(payload); }); });
 }
 
 void VantixInAppTriggerManager::call(const InAppTriggersRequestPayload& payload) {
     auto process = [self = shared_from_this(), payload](const VantixNetworkManager::Outcome& outcome) {
-        self->queue_->async([self, payload, outcome] { self->process(outcome, payload); });
+        self->queue_->async([self, payload, outcome] { attempt([&] { self->process(outcome, payload); }); });
     };
     triggerAPIRequest_.syncTriggers(payload.generateJSON(), configData_->accountID(), process).detach();
 }
@@ -51,7 +66,7 @@ void VantixInAppTriggerManager::process(const VantixNetworkManager::Outcome& out
                                         const InAppTriggersRequestPayload& payload) {
     if (outcome) return processReceived(outcome.value(), payload);
     const VantixError& error = outcome.error();
-    log.error("syncTriggers(withPayload:)", [&] { return std::string("Error: ") + error.what(); });
+    logError(error);
     handleFailure({}, error.code(), error, payload);
 }
 
@@ -78,7 +93,7 @@ void VantixInAppTriggerManager::storeNext(const Response& response, InAppTrigger
     auto message = triggers.next();
     if (!message) return;
     auto next = [self = shared_from_this(), response, triggers](bool) {
-        self->queue_->async([self, response, triggers] { self->storeNext(response, triggers); });
+        self->queue_->async([self, response, triggers] { attempt([&] { self->storeNext(response, triggers); }); });
     };
     InAppRepoHelper::shared()->insert(std::make_shared<const VantixInAppMessagePayload>(*std::move(message)), next);
 }

@@ -24,19 +24,47 @@ TEST(JSONTest, ReadsWhatJSONCanSayAndWritesItBack) {
         auto value = parseJSON(text);
         ASSERT_TRUE(value) << text;
         EXPECT_EQ(toJSON(value.value()), written);
+        EXPECT_TRUE(isJSON(text)) << text;
     }
 }
 
 TEST(JSONTest, RejectsWhatIsNoJSON) {
     const std::string deep = std::string(513, '[') + std::string(513, ']');
-    for (const std::string& text :
-         std::vector<std::string>{"", "{", "{'a':1}", "[1,]", "nul", "\"\\ud800\"", "\xEF\xBB\xBF{}", "\"\xff\"",
-                                  "{} {}", "01", "NaN", deep, std::string("{}\0", 3)}) {
+    for (const std::string& text : std::vector<std::string>{"",
+                                                            "{",
+                                                            "{'a':1}",
+                                                            "[1,]",
+                                                            "nul",
+                                                            "\"\\ud800\"",
+                                                            "\xEF\xBB\xBF{}",
+                                                            "\"\xff\"",
+                                                            "{} {}",
+                                                            "01",
+                                                            "NaN",
+                                                            deep,
+                                                            std::string("{}\0", 3),
+                                                            "\"\\udc00\"",
+                                                            "\"\\u00g0\"",
+                                                            "\"\x01\"",
+                                                            "\"\\x\"",
+                                                            "\"a",
+                                                            "1.",
+                                                            "-",
+                                                            "1e",
+                                                            "1e400",
+                                                            "[1 2]",
+                                                            "{\"a\" 1}",
+                                                            "{1:2}",
+                                                            "[}"}) {
+        EXPECT_FALSE(isJSON(text)) << text;
         auto value = parseJSON(text);
         ASSERT_FALSE(value) << text;
         EXPECT_FALSE(value.error().localizedDescription.empty());
     }
-    EXPECT_TRUE(parseJSON(std::string(512, '[') + std::string(512, ']')));
+    for (const std::string& text : {std::string(512, '[') + std::string(512, ']'), std::string("1e-400"),
+                                    "0." + std::string(400, '0') + "1", std::string("\"\\ud83d\\ude00\"")}) {
+        EXPECT_TRUE(parseJSON(text) && isJSON(text)) << text;
+    }
 }
 
 TEST(JSONTest, WritesBytesThatAreNoUTF8AsReplacementCharacters) {
@@ -67,5 +95,17 @@ TEST(JSONTest, GivesANestedObjectAsItIsWritten) {
     };
     for (const auto& [object, written] : cases) {
         EXPECT_EQ(objectAsWritten(object, "a"), written ? std::optional<std::string>(written) : std::nullopt) << object;
+    }
+}
+
+TEST(JSONTest, GivesTheElementsOfAContainerAsTheyAreWritten) {
+    for (const char* text :
+         {R"([ 1 ,"]\"" , {"a":[2]},[ ], -1e2 ])", R"({"1" :"]\"","{}": [[]] , "\\" : null})", "[ ]"}) {
+        std::string written;
+        for (WrittenElements elements(text); auto element = elements.next();) (written += *element) += ';';
+        std::erase_if(written, [](char character) { return character == ' '; });
+        EXPECT_EQ(written, text[0] == '{'   ? R"("1";"]\"";"{}";[[]];"\\";null;)"
+                           : text[2] == '1' ? R"(1;"]\"";{"a":[2]};[];-1e2;)"
+                                            : "");
     }
 }

@@ -2,13 +2,16 @@
 #include "VantixCore/ImageUtility.h"
 #include "VantixCore/Images/ImageCache.h"
 #include "VantixCore/Images/ImageService.h"
+#include "VantixCore/Images/ReducedImage.h"
 #include "VantixCore/Installation/Installation.h"
 #include "tests/Support/KilledChild.h"
 #include "tests/Support/LoopbackServer.h"
 #include "tests/VantixCore/CoreFixture.h"
 
+#include <atomic>
 #include <fstream>
 #include <future>
+#include <latch>
 
 using namespace vantix;
 
@@ -211,6 +214,64 @@ TEST_F(ImageTest, RemovingAllEmptiesTheCache) {
 
 namespace {
 
+/// Counts what is decoded; a picture that is slow is held until it is let go.
+struct WatchedDecoder final : ImageDecoder {
+    Result<PixelSize> probe(std::string_view bytes) const override { return fake.probe(bytes); }
+    Result<Image> decode(std::string_view bytes, PixelSize bound) const override {
+        ++decoded;
+        if (bytes.find("slow") != std::string_view::npos) letGo.wait();
+        return fake.decode(bytes, bound);
+    }
+
+    FakeImageDecoder fake;
+    mutable std::atomic<int> decoded = 0;
+    mutable std::latch letGo{1};
+};
+
+std::shared_ptr<WatchedDecoder> installWatchedDecoder(VantixHost host) {
+    auto decoder = std::make_shared<WatchedDecoder>();
+    Platform platform = *Platform::current();
+    platform.imageDecoder = decoder;
+    Platform::install(std::move(platform));
+    Vantix::install(std::move(host));
+    return decoder;
+}
+
+}  // namespace
+
+TEST_F(ImageTest, WhatWasFetchedIsShownWithoutASecondDecodingForAShortTime) {
+    auto decoder = installWatchedDecoder(host());
+    server_.reply("/large", {.body = FakeImageDecoder::encode(4000, 4000)});
+    struct {
+        const char* path;
+        double wait;
+        int decoded;
+    } const cases[] = {
+        {"/picture", 0, 1}, {"/picture", 29, 1}, {"/large", 0, 2}, {"/picture", 2, 3}, {"/large", 30, 4}};
+    for (const auto& [path, wait, decoded] : cases) {
+        ASSERT_TRUE(download(server_.url(path)));
+        dispatcher().advance(seconds(wait));
+        Image shown;
+        auto handle = askForPixels(server_.url(path), [&](const auto& image) { shown = image.value(); });
+        dispatcher().runUntilIdle();
+        ASSERT_TRUE(shown.bitmap);
+        EXPECT_EQ(shown.bitmap->width, 10);
+        EXPECT_EQ(decoder->decoded, decoded) << path;
+    }
+}
+
+TEST(ReducedImageTest, EachPixelIsTheMeanOfThoseThatItCovers) {
+    const Image picture = bitmapImage(4, 2,
+                                      {0xff000000, 0xff000040, 0, 0xff0000ff,  //
+                                       0xff000080, 0xff0000c0, 0, 0xff0000ff});
+    EXPECT_EQ(reduced(picture, {2, 9})->bitmap->pixels, (std::vector<std::uint32_t>{0xff000060, 0x80000080}));
+    EXPECT_EQ(reduced(picture, {3, 9})->bitmap->pixels.size(), 6U);
+    EXPECT_EQ(reduced(picture, {9, 9}), picture);
+    EXPECT_FALSE(reduced({picture.bitmap, {}, {8, 4}}, {5, 9})) << "it was decoded with fewer pixels";
+}
+
+namespace {
+
 class ThreadedImageTest : public CoreFixture<ThreadedDispatcher> {
 protected:
     ThreadedImageTest() {
@@ -243,4 +304,20 @@ TEST_F(ThreadedImageTest, ADownloadLastsAsLongAsSomebodyWaitsForIt) {
     dead_.release();
     EXPECT_TRUE(kept.get_future().get());
     EXPECT_EQ(dead_.requests().size(), 2U);
+}
+
+TEST_F(ThreadedImageTest, APictureThatTakesLongHoldsUpNoOther) {
+    auto decoder = installWatchedDecoder(host());
+    LoopbackServer alive;
+    alive.reply("/slow", {.body = FakeImageDecoder::encode(40, 30, "slow")});
+    std::promise<bool> slow;
+    auto first = ask(alive.url("/slow"), succeed(slow));
+    for (const char* path : {"/a", "/b"}) {
+        alive.reply(path, {.body = FakeImageDecoder::encode(40, 30)});
+        std::promise<bool> other;
+        auto handle = ask(alive.url(path), succeed(other));
+        EXPECT_TRUE(other.get_future().get());
+    }
+    decoder->letGo.count_down();
+    EXPECT_TRUE(slow.get_future().get());
 }

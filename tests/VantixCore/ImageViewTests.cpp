@@ -72,6 +72,18 @@ TEST_F(ImageViewTest, KeepsThePlaceholderWhenThereIsNoPicture) {
     EXPECT_EQ(server_.requests().size(), 1U);
 }
 
+TEST_F(ImageViewTest, AnImageThatFailedBeforeTheShowingIsFetchedAgainAtALaterOne) {
+    auto url = URL::parse(server_.url("/missing"));
+    ImageUtility::downloadImage(*url, {}, [](const auto&) {}).detach();
+    for (std::size_t requests : {1U, 2U}) {
+        dispatcher().runUntilIdle();
+        show({.url = url});
+        dispatcher().runUntilIdle();
+        EXPECT_EQ(server_.requests().size(), requests);
+        dispatcher().advance(seconds(5));
+    }
+}
+
 TEST_F(ImageViewTest, ShowsWhatWasDownloadedBeforeAndFetchesWhatTheCacheHasLostSince) {
     ImageUtility::downloadImage(*url_, "identifier", [](const auto&) {}).detach();
     dispatcher().runUntilIdle();

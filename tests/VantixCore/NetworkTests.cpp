@@ -221,6 +221,12 @@ protected:
             {.url = *URL::parse(url), .largestBody = 1000, .timeOut = seconds(600)}, std::move(completion));
     }
 
+    TransferHandle sendForImage(const std::string& url, HTTPCompletion completion) {
+        return Installation::current()->httpClient()->send(
+            {.url = *URL::parse(url), .largestBody = 1000, .timeOut = seconds(600), .purpose = TransferPurpose::image},
+            std::move(completion));
+    }
+
     void useOneTransferAtATime() {
         auto host = this->host();
         host.maximumConcurrentTransfers = 1;
@@ -311,6 +317,25 @@ TEST_F(ThreadedTransferTest, AHostThatDoesNotAnswerHoldsUpNobodyElse) {
     dead_.release();
     fromDead.toCome.wait();
     EXPECT_EQ(fromDead.failed, 0);
+}
+
+TEST_F(ThreadedTransferTest, ImagesLeaveRoomForCalls) {
+    LoopbackServer others[5];
+    Answers images(36), calls(1);
+    for (LoopbackServer* server : {&dead_, &others[0], &others[1], &others[2], &others[3], &others[4]}) {
+        server->hold();
+        for (int at = 0; at < 6; ++at) sendForImage(server->url(), images.next()).detach();
+    }
+    ASSERT_TRUE(dead_.waitForRequests(6));
+    send(alive_.url(), calls.next()).detach();
+    calls.toCome.wait();
+    Answers ofTheSameHost(1);
+    send(dead_.url(), ofTheSameHost.next()).detach();
+    EXPECT_TRUE(dead_.waitForRequests(7));
+    dead_.release();
+    for (LoopbackServer& server : others) server.release();
+    ofTheSameHost.toCome.wait();
+    images.toCome.wait();
 }
 
 TEST_F(ThreadedTransferTest, RequestsFromManyThreadsAllEndUnlessTheyAreDropped) {

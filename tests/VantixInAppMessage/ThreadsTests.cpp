@@ -1,9 +1,11 @@
 #include "Platform/Dispatchers/ThreadedDispatcher.h"
+#include "VantixInAppMessage/Manager/VantixInAppTriggerManager.h"
 #include "tests/Support/LoopbackServer.h"
 #include "tests/VantixInAppMessage/ModuleFixture.h"
 
 #include <atomic>
 #include <condition_variable>
+#include <latch>
 #include <thread>
 
 using namespace vantix;
@@ -152,4 +154,38 @@ TEST_F(ThreadsTest, AnImageOnItsWayHoldsUpNeitherAnotherPushNorItsImage) {
     runUntil([&] { return answered == asked; });
     EXPECT_EQ(shown(), Texts{"slow"});
     waitForReports();
+}
+
+TEST_F(ThreadsTest, ThreadsThatWaitForImagesHoldUpNeitherASyncNorAnotherImage) {
+    LoopbackServer silent, backEnd;
+    silent.hold();
+    backEnd.reply("/mapp/events", {.body = R"({"status":"200","triggers":[)" + toJSON(Campaign{}.push()) + "]}"});
+    start();
+    constexpr int mostThreads = 16;
+    std::latch waiting(mostThreads), ended(mostThreads);
+    for (int at = 0; at < mostThreads; ++at) {
+        dispatcher().utilityQueue().async([&, at] {
+            waiting.count_down();
+            displayManager()->downloadInAppMessageImageIfAvailable(
+                Campaign{.image = silent.url("/" + std::to_string(at))}.shared(), false);
+            ended.count_down();
+        });
+    }
+    waiting.wait();
+    auto account = std::make_shared<VantixConfiguration>();
+    account->base = backEnd.url();
+    VantixInAppTriggerManager::create(account)->syncTriggers({.cuID = "customer"});
+    backEnd.reply("/image", {.body = FakeImageDecoder::encode(4, 3)});
+    core->silentPushListener(*Campaign{.scope = "b", .image = backEnd.url("/image")}.shared(), completion());
+    runUntil([&] { return answered == asked; });
+    for (auto isSynced = std::make_shared<std::atomic<bool>>(false); !*isSynced; signal->wait()) {
+        InAppRepoHelper::shared()->fetchAllInAppMessages([isSynced, signal = signal](const auto& records) {
+            for (const InAppMessage& record : records) {
+                if (record[InAppMessage::Property::scope] == "a") *isSynced = true;
+            }
+            signal->raise();
+        });
+    }
+    silent.release();
+    ended.wait();
 }
