@@ -196,14 +196,14 @@ void Interaction::focus(const AccessibleElement& element) {
 DisplayList Interaction::decorations() const {
     DisplayList list;
     if (isPressing() && press_->met.element) {
-        list.push_back(FillRect{press_->met.element->frame, radius(*press_->met.element), pressedColor});
+        list.emplace_back(FillRect{press_->met.element->frame, radius(*press_->met.element), pressedColor});
     }
     auto focused = showsFocus_ && focused_ ? find(view_->elements(), *focused_) : nullptr;
     if (focused) {
         Rect inner = grown(focused->frame, -ringWidth / 2);
-        list.push_back(
+        list.emplace_back(
             StrokeRect{grown(inner, ringWidth), radius(*focused) + ringWidth / 2, ringWidth, outerRingColor});
-        list.push_back(StrokeRect{inner, radius(*focused), ringWidth, innerRingColor});
+        list.emplace_back(StrokeRect{inner, radius(*focused), ringWidth, innerRingColor});
     }
     return list;
 }

@@ -34,7 +34,7 @@ std::uint32_t widened(std::uint32_t rgb) {
 
 }  // namespace
 
-std::string Color::hexString() const { return "#" + pair(red) + pair(green) + pair(blue); }
+std::string Color::hexString() const { return std::string("#") + pair(red) + pair(green) + pair(blue); }
 
 std::string Color::hexStringWithAlpha() const {
     std::string text = hexString();
