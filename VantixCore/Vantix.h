@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Ports/Clock.h"
 #include "Platform/Values/Export.h"
 #include "Platform/Values/Value.h"
 #include "VantixCore/SharedUserDefaults.h"
@@ -20,6 +21,10 @@ public:
     /// network, images, stores, reports) belongs to this installation and is made at its first use. A later call
     /// replaces all of it at once; who still holds a part of the earlier installation may go on using that part.
     static void install(VantixHost host);
+    /// For a program that wants to end, before it shuts its dispatcher down: what waits for the disk may go on for that
+    /// long; from then on it fails at once instead of being done, and completions say so. What was confirmed stays.
+    /// Any thread.
+    static void endDiskUse(Duration within = seconds(2));
     /// Lets go of the installation, once everything that could still ask for it has ended: stores are closed, lines of
     /// the log go to standard error again. Main thread.
     static void uninstall();

@@ -92,6 +92,7 @@ HostRun::~HostRun() {
     core_ = nullptr;
     application_->removeAll();
     VantixNetworkManager::cancelAll();
+    Vantix::endDiskUse();
     dispatcher_->shutDown();
     Vantix::uninstall();
     Platform::uninstall();

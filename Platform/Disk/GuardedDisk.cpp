@@ -83,7 +83,8 @@ void GuardedDisk::admit(const DiskAccess& access) {
 }
 
 void GuardedDisk::beforeMaking(const Path& path) {
-    before({disk_->exists(path) ? DiskUse::read : DiskUse::make, path.native()});
+    before({DiskUse::read, path.native()});
+    if (!disk_->exists(path)) before({DiskUse::make, path.native()});
 }
 
 }  // namespace vantix

@@ -1,5 +1,6 @@
 #include "VantixCore/Installation/Installation.h"
 
+#include "Platform/Disk/EndingDisk.h"
 #include "Platform/Disk/FileDisk.h"
 #include "Platform/Ports/Dispatcher.h"
 #include "Platform/Values/AtomicPointer.h"
@@ -33,7 +34,7 @@ std::shared_ptr<DispatchQueue> makeQueue(const Platform& platform, std::string_v
 
 Installation::Installation(VantixHost host)
     : platform_(Platform::current()),
-      disk_(platform_->disk ? platform_->disk : std::make_shared<FileDisk>()),
+      disk_(std::make_shared<EndingDisk>(platform_->disk ? platform_->disk : std::make_shared<FileDisk>())),
       host_(std::make_shared<const VantixHost>(std::move(host))) {
     if (!host_->appGroup || host_->dataDirectory.empty()) return;
     settings_ = std::make_shared<FileUserDefaults>(disk_, host_->dataDirectory / "settings.json",
@@ -49,6 +50,8 @@ std::shared_ptr<Installation> Installation::current() {
 }
 
 void Installation::replace(std::shared_ptr<Installation> installation) { installed().store(std::move(installation)); }
+
+void Installation::endDiskUse(Duration within) { disk_->endAfter(within); }
 
 std::shared_ptr<HTTPClient> Installation::httpClient() {
     return httpClient_.get([this] { return std::make_shared<HTTPClient>(makeQueue(*platform_, "network"), host_); });

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Ports/Clock.h"
 #include "Platform/Ports/Platform.h"
 #include "Platform/Values/Image.h"
 #include "VantixCore/VantixHost.h"
@@ -13,6 +14,7 @@
 namespace vantix {
 
 class BackEndClient;
+class EndingDisk;
 class FileUserDefaults;
 class HTTPClient;
 class ImageService;
@@ -44,6 +46,9 @@ public:
     std::shared_ptr<ReportSender> reports();
     std::shared_ptr<SQLiteStores> stores();
 
+    /// See Vantix::endDiskUse.
+    void endDiskUse(Duration within);
+
     /// The object of that type that another library keeps here, made at first use.
     std::shared_ptr<void> sharedObject(std::type_index type, const std::function<std::shared_ptr<void>()>& make);
 
@@ -67,7 +72,7 @@ private:
     };
 
     std::shared_ptr<const Platform> platform_;
-    std::shared_ptr<Disk> disk_;
+    std::shared_ptr<EndingDisk> disk_;
     std::shared_ptr<const VantixHost> host_;
     std::shared_ptr<FileUserDefaults> settings_;
     Lazy<HTTPClient> httpClient_;

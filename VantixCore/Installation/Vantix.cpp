@@ -17,6 +17,8 @@ void Vantix::install(VantixHost host) {
     Installation::replace(std::make_shared<Installation>(std::move(host)));
 }
 
+void Vantix::endDiskUse(Duration within) { Installation::current()->endDiskUse(within); }
+
 void Vantix::uninstall() {
     assertMainThread("Vantix::uninstall");
     Installation::replace(nullptr);

@@ -342,6 +342,37 @@ TEST_F(ThreadedStoreTest, RunsOperationsOfManyThreadsInOrderOnOneThread) {
     EXPECT_EQ(completingThreads.size(), 1U);
 }
 
+TEST_F(ThreadedStoreTest, AProgramThatEndsWaitsForNoSlowDiskAndKeepsWhatWasConfirmed) {
+    auto repository = makeRepository();
+    disk().setFault(DiskFault::slow);
+    disk().setSlowness(std::chrono::milliseconds(5));
+    std::promise<void> first;
+    Texts confirmed;
+    std::size_t refused = 0;
+    for (int number = 0; number < 400; ++number) {
+        repository->insert({{"scope", std::to_string(number)}}, [&, number](const Result<bool>& result) {
+            if (number == 0) first.set_value();
+            if (result) {
+                confirmed.push_back(std::to_string(number));
+            } else {
+                ++refused;
+            }
+        });
+    }
+    first.get_future().wait();
+    std::size_t calls = disk().calls();
+    Vantix::endDiskUse(std::chrono::milliseconds(50));
+    repository.reset();
+    dispatcher().shutDown();
+    EXPECT_LT(disk().calls() - calls, 100U);
+    EXPECT_EQ(confirmed.size() + refused, 400U);
+    EXPECT_GT(refused, 0U);
+    install(host());
+    std::promise<Texts> stored;
+    makeRepository()->fetch({}, {}, [&](const auto& result) { stored.set_value(scopesOf(result.value())); });
+    EXPECT_EQ(stored.get_future().get(), confirmed);
+}
+
 TEST(StoreOfAKilledProcess, LosesNoInsertThatWasConfirmed) {
     for (std::size_t inserts : {1U, 2U, 9U, 40U, 150U, 600U}) {
         TemporaryFolder folder;

@@ -56,6 +56,7 @@ Simulation::~Simulation() {
     scene_->setOnHidden({});
     if (core_) core_->tearDown();
     VantixNetworkManager::cancelAll();
+    Vantix::endDiskUse();
 }
 
 InAppMessagingCore& Simulation::core() {

@@ -1,5 +1,6 @@
 #include "Tools/vantix-inapp/Headless/StateDirectory.h"
 
+#include "Platform/Disk/FileDisk.h"
 #include "Tools/vantix-inapp/Input/BadInput.h"
 
 #include <cerrno>
@@ -16,12 +17,19 @@ namespace {
     throw BadInput("the state directory " + path.string() + " cannot be made: " + reason);
 }
 
+/// Whoever names a link means the folder to which it leads.
 std::filesystem::path makeGiven(const std::filesystem::path& path) {
     std::error_code problem;
-    std::filesystem::create_directories(path, problem);
+    auto folder = std::filesystem::weakly_canonical(path, problem);
     if (problem) complain(path, problem.message());
-    if (!std::filesystem::is_directory(path)) complain(path, "it is a file");
-    return path;
+    try {
+        FileDisk().makeFolder(folder);
+    } catch (const OddFile&) {
+        complain(path, "Not a directory");
+    } catch (const std::system_error& refusal) {
+        complain(path, refusal.code().message());
+    }
+    return folder;
 }
 
 std::filesystem::path makeTemporary() {

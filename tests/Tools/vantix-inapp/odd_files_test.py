@@ -108,21 +108,46 @@ def check_rights(state):
     assert not list(state.rglob("*.new")), "a draft is left"
 
 
+def copied(folder):
+    """The files of version 1.0, for the user as whom the program is run."""
+    state = folder / "state"
+    shutil.copytree(FILES, state)
+    for path in [state, *state.rglob("*")]:
+        path.chmod(0o700 if path.is_dir() else 0o600)
+    give(folder, state, *state.rglob("*"))
+    return state
+
+
+def give(*paths):
+    for path in paths if USER else []:
+        os.chown(path, NOBODY, NOBODY, follow_symlinks=False)
+
+
+def check_sound():
+    with tempfile.TemporaryDirectory() as folder:
+        state = copied(Path(folder))
+        image = (state / (IMAGE + ".image")).read_bytes()
+        lines, errors = play(state)
+        assert not errors, errors
+        assert "kept" in [record["scope"] for record in lines[-1]["store"]], "a stored message is lost"
+        sent = next(line["request"]["body"] for line in lines if line.get("request", {}).get("url", "").endswith("/reports"))
+        events = json.loads(sent)["events"]
+        assert [event["name"] for event in events[:2]] == ["inAppMessageShown", "inAppMessageDismissed"], "reports are lost"
+        assert (state / (IMAGE + ".image")).read_bytes() == image, "an image is lost"
+
+
 def check(group, oddity):
     with tempfile.TemporaryDirectory() as folder:
         folder = Path(folder)
-        state, elsewhere = folder / "state", folder / "elsewhere"
-        shutil.copytree(FILES, state)
+        state, elsewhere = copied(folder), folder / "elsewhere"
         elsewhere.mkdir()
         (elsewhere / "file").write_text("elsewhere")
-        for path in [state, *state.rglob("*")]:
-            path.chmod(0o700 if path.is_dir() else 0o600)
+        give(elsewhere, elsewhere / "file")
         odd = [state / name for name in GROUPS[group]]
         for path in odd:
             shutil.rmtree(path) if path.is_dir() else path.unlink(missing_ok=True)
             ODDITIES[oddity](path, elsewhere)
-        for path in [folder, elsewhere, elsewhere / "file", state, *state.rglob("*")] if USER else []:
-            os.chown(path, NOBODY, NOBODY, follow_symlinks=False)
+            give(path)
         before = (elsewhere / "file").stat()
         try:
             errors = check_run(state)
@@ -146,6 +171,7 @@ def main():
     cases = [(group, oddity) for group in GROUPS for oddity in ODDITIES]
     if len(sys.argv) > 3:
         cases = [(sys.argv[3], sys.argv[4])]
+    check_sound()
     with ThreadPoolExecutor(2) as pool:
         problems = [problem for problem in pool.map(lambda case: check(*case), cases) if problem]
     print("\n".join(problems))
