@@ -18,8 +18,8 @@ namespace vantix {
 /// What the core library needs of the application it runs in, and what it tells it. Every handler may be empty and may
 /// be called on any thread, one at a time for each handler only if the handler sees to it.
 struct VantixHost {
-    /// Made when missing; the folder itself, not a link to it. Holds the stores, the settings, the reports and the image
-    /// cache; one process at a time.
+    /// Made when missing; the folder itself, not a link to it. Holds the stores, the settings, the reports and the
+    /// image cache; one process at a time.
     std::filesystem::path dataDirectory = {};
     /// Whether the app group is set up; without it there are no shared settings.
     bool appGroup = true;

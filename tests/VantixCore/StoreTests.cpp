@@ -11,6 +11,7 @@
 #include <fstream>
 #include <future>
 #include <set>
+#include <sys/stat.h>
 #include <thread>
 
 using namespace vantix;
@@ -232,6 +233,25 @@ TEST_F(StoreTest, OpensTheFilesOfVersion1AndLeavesThoseOfANewerOneAlone) {
     EXPECT_EQ(remove({}), failed("it is of version 7, newer than 1, and stays as it is"));
     close();
     EXPECT_EQ(bytes(), before);
+}
+
+TEST_F(StoreTest, GoesOnWhereTheDataDirectoryIsNoFolder) {
+    fs::path data = folder_.path() / "data", elsewhere = folder_.path() / "elsewhere";
+    fs::create_directory(elsewhere);
+    checkRows<std::function<void()>>(
+        {[&] { std::ofstream(data) << "x"; }, [&] { ASSERT_EQ(::mkfifo(data.c_str(), 0600), 0); },
+         [&] { fs::create_symlink(elsewhere, data); }, [&] { fs::create_symlink("nowhere", data); }},
+        [&](const std::function<void()>& make) {
+            make();
+            repository_.reset();
+            VantixHost host = this->host();
+            host.dataDirectory = data;
+            install(std::move(host));
+            EXPECT_EQ(takeErrors().size(), 1U);
+            EXPECT_EQ(insertScopes({"a"}), failed(data.string() + " is no folder"));
+            fs::remove(data);
+        });
+    EXPECT_TRUE(fs::is_empty(elsewhere));
 }
 
 TEST_F(StoreTest, AStaleLogOfADamagedFileIsNotReadIntoItsSuccessor) {
