@@ -74,12 +74,17 @@ build_program() {
     build "$1" --target vantix-inapp
 }
 
-# build_with_tests PRESET [CMAKE ARGUMENT…]
-build_with_tests() {
+# configure_with_tests PRESET [CMAKE ARGUMENT…]
+configure_with_tests() {
     local folder="$root/build/$1"
     if [ ! -e "$folder/build.ninja" ] || ! cached "$folder" "CMAKE_HOME_DIRECTORY:INTERNAL=$root" ||
         ! cached "$folder" "VANTIX_TESTS:BOOL=ON"; then
         configure "$@" -DVANTIX_TESTS=ON
     fi
+}
+
+# build_with_tests PRESET [CMAKE ARGUMENT…]
+build_with_tests() {
+    configure_with_tests "$@"
     build "$1"
 }

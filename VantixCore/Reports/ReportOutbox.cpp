@@ -29,13 +29,28 @@ std::size_t dropOldest(SQLiteConnection& connection) {
         .size();
 }
 
+/// Whether a row of event and id can be sent, and be found again once it is.
+bool isWhole(const SQLiteRow& row) {
+    auto event = row[0] && row[1] ? parseJSON(*row[0]) : Error{"no report"};
+    const Dictionary* content = event ? event.value().dictionary() : nullptr;
+    const std::string* id = content ? content->text("id") : nullptr;
+    return id && *id == *row[1];
+}
+
+/// A row that stays would be met again for ever.
+void assertRemoved(bool isRemoved) {
+    if (!isRemoved) throw SQLiteError::damage("a report cannot be removed");
+}
+
 /// Of those that are next. One report that is no JSON would have the back end refuse all that are sent with it.
 std::size_t dropDamaged(SQLiteConnection& connection) {
     std::size_t count = 0;
     for (const auto& row :
          connection.run("SELECT event, id, position FROM Report ORDER BY position LIMIT ?", {firstOfBatch})) {
-        if (row[0] && row[1] && parseJSON(*row[0])) continue;
-        connection.run("DELETE FROM Report WHERE position = ?", {std::stoll(row[2].value_or("0"))});
+        if (isWhole(row)) continue;
+        auto removed = connection.run("DELETE FROM Report WHERE position = ? RETURNING position",
+                                      {std::stoll(row[2].value_or("0"))});
+        assertRemoved(!removed.empty());
         ++count;
     }
     return count > 0 ? count + dropDamaged(connection) : 0;
@@ -86,6 +101,9 @@ bool ReportOutbox::remove(const std::vector<PendingReport>& reports) {
     if (wasInMemory == reports.size()) return true;
     return perform("remove(reports:)", [&](SQLiteConnection& connection) {
         connection.run("DELETE FROM Report WHERE id IN (SELECT value FROM json_each(?))", {listed});
+        assertRemoved(
+            connection.run("SELECT id FROM Report WHERE id IN (SELECT value FROM json_each(?)) LIMIT 1", {listed})
+                .empty());
     });
 }
 

@@ -63,6 +63,8 @@ struct ResetStatement {
 
 }  // namespace
 
+SQLiteError SQLiteError::damage(const std::string& description) { return {SQLITE_CORRUPT, description}; }
+
 bool SQLiteError::isDamage() const {
     switch (code_ & 0xFF) {
         case SQLITE_NOTADB:

@@ -23,6 +23,8 @@ namespace vantix {
 class SQLiteError : public std::runtime_error {
 public:
     SQLiteError(int code, const std::string& description) : std::runtime_error(description), code_(code) {}
+    /// Of a file that contradicts itself without SQLite's noticing.
+    static SQLiteError damage(const std::string& description);
 
     /// Whether it will be so for ever: the file is no database, a damaged one, or one of another shape, with which the
     /// statements make no sense. A full disk, say, or another process that holds the file, is none.

@@ -2,6 +2,7 @@
 
 #include "VantixQt/Drawing/RequiredApplication.h"
 
+#include <QtDebug>
 #include <fontconfig/fontconfig.h>
 
 #include <optional>
@@ -73,6 +74,7 @@ void QtFontCatalogue::read() const {
             const FcFontSet* fonts = FcConfigGetFonts(fontconfig_.get(), set);
             for (int index = 0; fonts && index < fonts->nfont; ++index) add(fonts->fonts[index]);
         }
+        if (faces_.empty()) qCritical("There is no font on this machine: texts are painted as boxes");
     });
 }
 
