@@ -1,3 +1,4 @@
+#include "Platform/Values/JSONText.h"
 #include "VantixInAppMessage/Core/InAppMessagePayload/InAppBody.h"
 #include "VantixInAppMessage/Core/InAppMessagePayload/NotificationTrigger.h"
 #include "fuzz/FuzzTarget.h"

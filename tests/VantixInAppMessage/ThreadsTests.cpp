@@ -167,7 +167,7 @@ TEST_F(ThreadsTest, ThreadsThatWaitForImagesHoldUpNeitherASyncNorAnotherImage) {
         dispatcher().utilityQueue().async([&, at] {
             waiting.count_down();
             displayManager()->downloadInAppMessageImageIfAvailable(
-                Campaign{.image = silent.url("/" + std::to_string(at))}.shared(), false);
+                Campaign{.image = silent.url(std::string("/") + std::to_string(at))}.shared(), false);
             ended.count_down();
         });
     }
