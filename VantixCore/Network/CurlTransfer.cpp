@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <string_view>
 #include <utility>
 
 namespace vantix {
@@ -94,6 +95,15 @@ void CurlTransfer::setReceiver() {
     set(CURLOPT_ERRORBUFFER, errorText_.data());
     set(CURLOPT_WRITEDATA, static_cast<void*>(this));
     set(CURLOPT_WRITEFUNCTION, &CurlTransfer::receive);
+    set(CURLOPT_HEADERDATA, static_cast<void*>(this));
+    set(CURLOPT_HEADERFUNCTION, &CurlTransfer::receiveHeader);
+}
+
+std::size_t CurlTransfer::receiveHeader(char* bytes, std::size_t size, std::size_t count, void* transfer) {
+    std::string_view line(bytes, size * count);
+    bool isEnd = line == "\r\n" || line == "\n";
+    if (isEnd || line.starts_with("HTTP/")) static_cast<CurlTransfer*>(transfer)->hasWholeHead_ = isEnd;
+    return line.size();
 }
 
 std::size_t CurlTransfer::receive(char* bytes, std::size_t size, std::size_t count, void* transfer) {
@@ -108,7 +118,8 @@ std::size_t CurlTransfer::append(const char* bytes, std::size_t count) {
 }
 
 HTTPOutcome CurlTransfer::outcome(int code) {
-    if (code == CURLE_OK) return response();
+    if (code == CURLE_OK && hasWholeHead_) return response();
+    if (code == CURLE_OK) return transferError(VantixError::Kind::connection, "the answer broke off in its headers");
     if (isTooLarge_) {
         return transferError(VantixError::Kind::tooLarge,
                              "more than " + std::to_string(request_.largestBody) + " bytes");

@@ -46,6 +46,7 @@ private:
     void setReceiver();
 
     static std::size_t receive(char* bytes, std::size_t size, std::size_t count, void* transfer);
+    static std::size_t receiveHeader(char* bytes, std::size_t size, std::size_t count, void* transfer);
     std::size_t append(const char* bytes, std::size_t count);
     HTTPResponse response();
 
@@ -56,6 +57,8 @@ private:
     std::vector<char> errorText_;
     std::string body_;
     bool isTooLarge_ = false;
+    /// libcurl takes the end of the connection for the end of the headers.
+    bool hasWholeHead_ = false;
 };
 
 }  // namespace vantix
