@@ -23,6 +23,13 @@ constexpr const char* identifiersEnding = ".identifiers";
 constexpr std::size_t longestURL = 1U << 16;
 constexpr std::uintmax_t largestIdentifiers = 1U << 20;
 
+/// Of one image. Every message brings one of its own.
+constexpr std::size_t mostIdentifiers = 32;
+
+bool isIn(const std::deque<std::string>& identifiers, const std::string& identifier) {
+    return std::ranges::find(identifiers, identifier) != identifiers.end();
+}
+
 /// The 64-bit FNV-1a hash in hexadecimal: the same in every process, unlike std::hash.
 std::string hashText(std::string_view text) {
     std::uint64_t hash = 0xcbf29ce484222325;
@@ -96,10 +103,15 @@ void ImageCache::identify(const std::string& url, const std::string& identifier)
     open();
     auto entry = withURL(url);
     bool isOneLine = !identifier.empty() && identifier.find('\n') == std::string::npos;
-    if (entry == entries_.end() || !isOneLine || !entry->identifiers.insert(identifier).second) return;
+    if (entry == entries_.end() || !isOneLine || isIn(entry->identifiers, identifier)) return;
 
+    totalSize_ -= entry->size;
     entry->size += identifier.size() + 1;
-    totalSize_ += identifier.size() + 1;
+    entry->identifiers.push_back(identifier);
+    for (auto& known = entry->identifiers; known.size() > mostIdentifiers; known.pop_front()) {
+        entry->size -= known.front().size() + 1;
+    }
+    totalSize_ += entry->size;
     attempt([&] { writeIdentifiers(*entry); });
     makeRoom();
 }
@@ -186,10 +198,16 @@ bool ImageCache::readImage(const Disk::Listed& file) {
 bool ImageCache::readIdentifiers(const Disk::Listed& file) {
     auto lines = disk_->readFile(file.path, largestIdentifiers);
     auto entry = std::ranges::find(entries_, file.path.stem().string(), &Entry::name);
+<<<<<<< ours
     if (!lines) return true;
     if (entry == entries_.end()) return disk_->removeFile(file.path), true;
     std::istringstream stream(*lines);
     for (std::string line; std::getline(stream, line);) entry->identifiers.insert(line);
+=======
+    if (entry == entries_.end()) return disk_->removeFile(file.path);
+    std::istringstream lines(disk_->readFile(file.path, 1U << 20).value_or(""));
+    for (std::string line; std::getline(lines, line);) entry->identifiers.push_back(line);
+>>>>>>> theirs
     entry->size += file.size;
     totalSize_ += file.size;
     return true;
@@ -237,7 +255,7 @@ ImageCache::Entries::iterator ImageCache::withURL(const std::string& url) {
 }
 
 ImageCache::Entries::iterator ImageCache::withIdentifier(const std::string& identifier) {
-    return std::ranges::find_if(entries_, [&](const Entry& entry) { return entry.identifiers.contains(identifier); });
+    return std::ranges::find_if(entries_, [&](const Entry& entry) { return isIn(entry.identifiers, identifier); });
 }
 
 fs::path ImageCache::imageFile(const std::string& name) const { return folder_ / (name + imageEnding); }

@@ -3,11 +3,11 @@
 #include "Platform/Ports/Disk.h"
 
 #include <cstdint>
+#include <deque>
 #include <filesystem>
 #include <list>
 #include <memory>
 #include <optional>
-#include <set>
 #include <string>
 #include <string_view>
 
@@ -31,7 +31,7 @@ public:
 
     /// Keeps an image, unless it alone is larger than the capacity. Throws std::system_error when the disk refuses.
     void insert(const std::string& url, std::string_view bytes);
-    /// Lets the identifier lead to an image that is kept.
+    /// Lets the identifier lead to an image that is kept. Of many, the latest do.
     void identify(const std::string& url, const std::string& identifier);
 
     /// Forgets what `find` would find.
@@ -43,7 +43,8 @@ private:
         /// Of its files, without their endings.
         std::string name;
         std::string url;
-        std::set<std::string> identifiers;
+        /// The latest at the end.
+        std::deque<std::string> identifiers;
         /// Of its files together.
         std::uintmax_t size = 0;
         std::filesystem::file_time_type lastUse;
