@@ -8,6 +8,7 @@
 #include "VantixCore/VantixConstants.h"
 #include "VantixCore/VantixLogger.h"
 #include "VantixInAppMessage/Core/InAppMessageObjections.h"
+#include "VantixInAppMessage/Core/OutOfMemory.h"
 #include "VantixInAppMessage/Manager/InAppDisplayManager.h"
 #include "VantixInAppMessage/Manager/InAppImageFetcher.h"
 #include "VantixInAppMessage/Manager/InAppMessageQueueManager.h"
@@ -43,12 +44,15 @@ InAppMessageIntake::InAppMessageIntake(std::shared_ptr<InAppMessageQueueManager>
 
 void InAppMessageIntake::handleSilentPushNotification(const Dictionary& notification) {
     constexpr auto function = "handleSilentPushNotification(with:)";
-    auto message = decoded(notification);
-    log.debug(function, [&] {
-        return VantixConstants::checkMark + std::string("-Notification Payload: ") + toJSON(notification);
+    dropWhenOutOfMemory(log, function, [&] {
+        auto message = decoded(notification);
+        log.debug(function, [&] {
+            return VantixConstants::checkMark + std::string("-Notification Payload: ") + toJSON(notification);
+        });
+        log.debug(function,
+                  [] { return VantixConstants::checkMark + std::string("-Processing Selvane InApp message"); });
+        silentPushListener(message, {});
     });
-    log.debug(function, [] { return VantixConstants::checkMark + std::string("-Processing Selvane InApp message"); });
-    silentPushListener(message, {});
 }
 
 void InAppMessageIntake::silentPushListener(const SharedPayload& notification, Completion completion) {
@@ -62,7 +66,8 @@ void InAppMessageIntake::notificationsReceived(
     if (!notifications) return;
     for (const VantixNotificationPayload& notification : *notifications) {
         if (notification.type() != rawValue(VantixNotificationType::inapp)) continue;
-        inAppMessaseReceived(decoded(notification.getJSON()), false);
+        dropWhenOutOfMemory(log, "notificationsReceived(_:)",
+                            [&] { inAppMessaseReceived(decoded(notification.getJSON()), false); });
     }
 }
 
@@ -79,12 +84,9 @@ void InAppMessageIntake::inAppMessaseReceived(const SharedPayload& message, bool
         });
     }
 
-    auto prepare = whileAlive(
-        weak_from_this(),
-        [message, showInAppImmediately](auto& intake, auto answer) {
-            intake.prepare(message, showInAppImmediately, std::move(answer));
-        },
-        [](auto answer) { answer(); });
+    auto prepare = whileAlive(weak_from_this(), [message, showInAppImmediately](auto& intake, auto answer) {
+        intake.prepare(message, showInAppImmediately, std::move(answer));
+    });
     queueManager_->insert(message, [message, prepare, completion = std::move(completion)](bool inserted) {
         auto answer = [completion, inserted] {
             if (completion) completion(inserted);
@@ -104,10 +106,11 @@ void InAppMessageIntake::inAppMessaseReceived(const SharedPayload& message, bool
 void InAppMessageIntake::prepare(const SharedPayload& message, bool showInAppImmediately,
                                  std::function<void()> completion) {
     auto show = whileAlive(weak_from_this(), [](auto& intake) { intake.displayManager_->showInAppMessage({}, {}); });
-    imageFetcher_->fetchImage(message, [show, showInAppImmediately, completion = std::move(completion)] {
+    auto ended = [show, showInAppImmediately, completion = std::move(completion)](auto&) {
         if (showInAppImmediately) Platform::current()->dispatcher->mainQueue().async(show);
         completion();
-    });
+    };
+    imageFetcher_->fetchImage(message, whileAlive(weak_from_this(), std::move(ended)));
 }
 
 void InAppMessageIntake::inAppTriggerCaptured(const Notification& notification) {

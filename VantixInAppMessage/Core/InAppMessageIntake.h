@@ -30,7 +30,7 @@ public:
     /// Takes a push, stores its message and shows it.
     void handleSilentPushNotification(const Dictionary& notification);
     /// The same for a push that is decoded already. The completion learns whether the message was stored; it is not
-    /// called when the message is refused.
+    /// called when the message is refused, nor once this object is gone.
     void silentPushListener(const SharedPayload& notification, Completion completion);
     /// Stores the messages among delivered notifications and shows none.
     void notificationsReceived(const std::optional<std::vector<VantixNotificationPayload>>& notifications);
@@ -45,7 +45,7 @@ public:
 private:
     void inAppMessaseReceived(const SharedPayload& message, bool showInAppImmediately = true,
                               Completion completion = {});
-    /// Fetches the image, then shows the next message, if asked for. Calls the completion in any case.
+    /// Fetches the image, or fails to, then shows the next message, if asked for, and calls the completion.
     void prepare(const SharedPayload& message, bool showInAppImmediately, std::function<void()> completion);
     /// A block as background work of the module; no path of the intake schedules one.
     std::shared_ptr<DispatchWorkItem> generateWorkItem(std::function<void()> block) const;

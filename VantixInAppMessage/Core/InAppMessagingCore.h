@@ -46,8 +46,8 @@ public:
     void tearDown();
 
     /// Takes a campaign that is already decoded. One without scope or trigger event name is dropped, and the completion
-    /// is not called; otherwise it learns whether the message was stored, on a thread of the module's, which it must
-    /// not hold up. Any thread.
+    /// is not called, nor is it once the module is gone; otherwise it learns whether the message was stored, on a
+    /// thread of the module's, which it must not hold up. Any thread.
     void silentPushListener(const VantixInAppMessagePayload& notification, Completion completion = {});
     /// Removes every stored message and every cached image. A message on screen stays there. Any thread.
     void userLoggedOut();
