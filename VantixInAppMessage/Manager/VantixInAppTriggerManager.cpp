@@ -7,6 +7,7 @@
 #include "VantixCore/VantixDomainFactory.h"
 #include "VantixCore/VantixLogger.h"
 #include "VantixInAppMessage/Core/InAppMessagePayload/WholeNumber.h"
+#include "VantixInAppMessage/Core/OutOfMemory.h"
 #include "VantixInAppMessage/Manager/InAppRepoHelper.h"
 
 #include <exception>
@@ -72,6 +73,10 @@ void VantixInAppTriggerManager::process(const VantixNetworkManager::Outcome& out
 
 void VantixInAppTriggerManager::processReceived(const Response& response,
                                                 const InAppTriggersRequestPayload& requestPayload) {
+    dropWhenOutOfMemory(log, "processReceived(response:requestPayload:)", [&] { store(response, requestPayload); });
+}
+
+void VantixInAppTriggerManager::store(const Response& response, const InAppTriggersRequestPayload& requestPayload) {
     constexpr auto function = "processReceived(response:requestPayload:)";
     if (!response || !response->rcvdData()) return log.error(function, "Recieved nil data");
 
@@ -90,7 +95,8 @@ void VantixInAppTriggerManager::processReceived(const Response& response,
 
 /// One is decoded when the one before it is stored, so that a long answer does not wait before the store in pieces.
 void VantixInAppTriggerManager::storeNext(const Response& response, InAppTriggers triggers) {
-    auto message = triggers.next();
+    std::optional<VantixInAppMessagePayload> message;
+    while (!dropWhenOutOfMemory(log, "storeNext(response:triggers:)", [&] { message = triggers.next(); })) continue;
     if (!message) return;
     auto next = [self = shared_from_this(), response, triggers](bool) {
         self->queue_->async([self, response, triggers] { attempt([&] { self->storeNext(response, triggers); }); });

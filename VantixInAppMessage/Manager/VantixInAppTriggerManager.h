@@ -36,6 +36,7 @@ private:
 
     void call(const InAppTriggersRequestPayload& payload);
     void process(const VantixNetworkManager::Outcome& outcome, const InAppTriggersRequestPayload& payload);
+    void store(const Response& response, const InAppTriggersRequestPayload& requestPayload);
     void storeNext(const Response& response, InAppTriggers triggers);
     void handleFailure(const std::optional<InAppTriggerAPIResponse>& response, int rcvdHTTPStatusCode,
                        const std::optional<VantixError>& error, const InAppTriggersRequestPayload& requestPayload);
