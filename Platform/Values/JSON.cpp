@@ -8,6 +8,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <new>
 #include <utility>
 
 namespace vantix {
@@ -171,10 +172,14 @@ Result<Value> parseJSON(std::string_view text) {
     simdjson::dom::element document;
     auto parse = [&](std::string_view source) {
         if (auto error = parser.allocate(source.size(), maximumNesting)) return error;
-        return parser.parse(simdjson::padded_string(source)).get(document);
+        simdjson::padded_string padded(source);
+        if (padded.size() != source.size()) return simdjson::MEMALLOC;
+        return parser.parse(padded).get(document);
     };
     auto error = parse(text);
     if (error == simdjson::NUMBER_ERROR) error = parse(widenLongIntegers(text));
+    // Which says nothing of the text.
+    if (error == simdjson::MEMALLOC) throw std::bad_alloc();
     if (error) return Error{simdjson::error_message(error)};
     return convert(document);
 }
