@@ -198,16 +198,10 @@ bool ImageCache::readImage(const Disk::Listed& file) {
 bool ImageCache::readIdentifiers(const Disk::Listed& file) {
     auto lines = disk_->readFile(file.path, largestIdentifiers);
     auto entry = std::ranges::find(entries_, file.path.stem().string(), &Entry::name);
-<<<<<<< ours
     if (!lines) return true;
     if (entry == entries_.end()) return disk_->removeFile(file.path), true;
     std::istringstream stream(*lines);
-    for (std::string line; std::getline(stream, line);) entry->identifiers.insert(line);
-=======
-    if (entry == entries_.end()) return disk_->removeFile(file.path);
-    std::istringstream lines(disk_->readFile(file.path, 1U << 20).value_or(""));
-    for (std::string line; std::getline(lines, line);) entry->identifiers.push_back(line);
->>>>>>> theirs
+    for (std::string line; std::getline(stream, line);) entry->identifiers.push_back(line);
     entry->size += file.size;
     totalSize_ += file.size;
     return true;

@@ -36,22 +36,13 @@ InAppMessageQueues::Messages decoded(const std::vector<InAppMessage>& records,
     InAppMessageQueues::Messages messages;
     for (const InAppMessage& record : records) {
         auto found = byImage.find(record[InAppMessage::Property::imageIdentifier].value_or(""));
-<<<<<<< ours
         bool isKnown = found != byImage.end() && InAppRepoHelper::record(*found->second) == record;
-        messages.push_back(
-            isKnown ? found->second
-                    : std::make_shared<const VantixInAppMessagePayload>(VantixInAppMessagePayload::generate(record)));
-=======
-        bool isKnown = found != byImage.end() && InAppMessage::from(*found->second) == record;
-        auto decode = [&] {
+        auto take = [&, known = isKnown ? found->second : nullptr] {
             messages.push_back(
-                std::make_shared<const VantixInAppMessagePayload>(VantixInAppMessagePayload::generate(record)));
+                known ? known
+                      : std::make_shared<const VantixInAppMessagePayload>(VantixInAppMessagePayload::generate(record)));
         };
-        if (isKnown)
-            messages.push_back(found->second);
-        else
-            dropWhenOutOfMemory(log, "getAllInAppMessages(completion:)", decode);
->>>>>>> theirs
+        dropWhenOutOfMemory(log, "getAllInAppMessages(completion:)", take);
     }
     return messages;
 }

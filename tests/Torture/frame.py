@@ -39,10 +39,11 @@ class Trial:
 
 @dataclass
 class Outcome:
-    """What one fault did to the module: how often it was tried, and in words what was lost."""
+    """What one fault did to the module: how often it was tried, and in words what was lost, and what else is worth knowing."""
 
     tried: int = 0
     losses: list = field(default_factory=list)
+    notes: list = field(default_factory=list)
 
 
 @dataclass

@@ -92,6 +92,8 @@ class BackEnd:
                 self.wfile.write(body)
 
             def do_GET(self):
+                # A sync has a body, too.
+                self.rfile.read(int(self.headers["Content-Length"] or 0))
                 self.answer(f"FAKE 40 30 {self.path} ".encode() + b"p" * 3000)
 
             def do_POST(self):
@@ -99,7 +101,7 @@ class BackEnd:
                 back_end.calls_with_reports += 1
                 if back_end.refuses:
                     return self.answer(b"{}", 503)
-                back_end.reported |= {event["attributes"].get("scope") for event in body["events"]}
+                back_end.reported |= {event["attributes"].get("scope") for event in body.get("events", [])}
                 self.answer(b"{}")
 
             def log_message(self, *_):

@@ -1,13 +1,17 @@
 // One life of the module in a process of its own, for torture.py: installs the platform, the core library and the
 // module, obeys what standard input says line by line, and answers each order on standard output by "ORDER: ANSWER",
-// whenever its answer comes; the answer is "yes" or "no" unless said otherwise. An error of the log goes out as "log:
-// TEXT". Ends in good order with its input; a life of more than a minute is stopped by SIGALRM.
+// whenever its answer comes; the answer is "yes" or "no" unless said otherwise. An error of the log, or that
+// a report has to be sent again, goes out as "log: TEXT". Ends in good order with its input; a life of more than a
+// minute is stopped by SIGALRM.
 //
 // Arguments: the data directory, the back end's address, and orders that are obeyed before anything is installed.
 //
 //   insert SCOPE SIZE [PATH]   a message with a text of that size, and the back end's picture of that path
 //   delete SCOPE               a stored message
 //   report SCOPE               is kept
+//   resend                     what waits of reports, at once
+//   descriptors NUMBER         are left to the module, at most 64
+//   sync NAME                  asks the back end for messages
 //   image PATH                 is got, and is the right one
 //   list                       answers with the scopes of what is stored, each followed by a blank
 //   event NAME                 is captured
@@ -27,6 +31,7 @@
 #include "VantixCore/VantixNetworkManager.h"
 #include "VantixInAppMessage/Core/InAppMessagingCore.h"
 #include "VantixInAppMessage/Manager/InAppMessageQueueManager.h"
+#include "VantixInAppMessage/Manager/VantixInAppTriggerManager.h"
 #include "VantixInAppMessage/templates/InAppMessageView.h"
 #include "tests/Support/FakeImageDecoder.h"
 #include "tests/Support/FixedTextMeasurer.h"
@@ -38,6 +43,7 @@
 #include <map>
 #include <mutex>
 #include <sstream>
+#include <sys/resource.h>
 #include <thread>
 #include <unistd.h>
 
@@ -54,8 +60,10 @@ void say(const std::string& order, const std::string& answer) {
     std::cout << order << ": " << answer << std::endl;
 }
 
-void sayError(const LogLine& line) {
-    if (line.level != LogLevel::error) return;
+/// What a host would want to know.
+void sayLine(const LogLine& line) {
+    bool isAnError = line.level == LogLevel::error;
+    if (!isAnError && !line.message.starts_with("Reports to be sent again")) return;
     std::string text = (line.file + " " + line.function + ": " + line.message).substr(0, 400);
     std::ranges::replace(text, '\n', ' ');
     say("log", text);
@@ -99,13 +107,12 @@ public:
             std::make_shared<OffscreenScene>(SceneTraits{.size = {390, 844}, .safeArea = {}}, dispatcher_, measurer);
         platform.application = std::make_shared<OffscreenApplication>(scene_);
         Platform::install(std::move(platform));
-        Vantix::install({.dataDirectory = dataDirectory, .logSink = sayError});
+        Vantix::install({.dataDirectory = dataDirectory, .logSink = sayLine});
         Vantix::getSharedUserDefaults()->setCustomerId("customer");
-        auto configuration = std::make_shared<VantixConfiguration>();
-        configuration->base = backEnd_;
-        core_ = InAppMessagingCore::create(std::make_shared<VantixInAppMessageConfiguration>(configuration), Env::dev,
+        configuration_->base = backEnd_;
+        core_ = InAppMessagingCore::create(std::make_shared<VantixInAppMessageConfiguration>(configuration_), Env::dev,
                                            ApplicationState::active);
-        reports_ = VantixCore::generate(configuration, {}, false, {}, {}, Env::dev);
+        reports_ = VantixCore::generate(configuration_, {}, false, {}, {}, Env::dev);
     }
     ~Module() {
         core_->tearDown();
@@ -122,9 +129,12 @@ public:
 
     void obey(const std::string& order) {
         static const std::map<std::string, void (Module::*)(const std::string&, const Answer&)> verbs{
-            {"insert", &Module::insert},  {"delete", &Module::remove},       {"report", &Module::report},
-            {"image", &Module::getImage}, {"list", &Module::list},           {"event", &Module::capture},
-            {"scene", &Module::setScene}, {"screen", &Module::lookAtScreen}, {"calls", &Module::countCalls}};
+            {"insert", &Module::insert},       {"delete", &Module::remove},
+            {"report", &Module::report},       {"image", &Module::getImage},
+            {"list", &Module::list},           {"event", &Module::capture},
+            {"scene", &Module::setScene},      {"sync", &Module::sync},
+            {"resend", &Module::resend},       {"descriptors", &Module::leaveDescriptors},
+            {"screen", &Module::lookAtScreen}, {"calls", &Module::countCalls}};
         Answer answer = [order](const std::string& text) { say(order, text); };
         auto verb = verbs.find(order.substr(0, order.find(' ')));
         if (verb != verbs.end()) return (this->*verb->second)(order, answer);
@@ -152,10 +162,36 @@ private:
         });
     }
 
+    void resend(const std::string&, const Answer& answer) {
+        reports_ = VantixCore::generate(configuration_, {}, false, {}, {}, Env::dev);
+        answer("yes");
+    }
+
+    void leaveDescriptors(const std::string& order, const Answer& answer) {
+        constexpr rlim_t most = 64;
+        rlimit limit{most, most};
+        ::setrlimit(RLIMIT_NOFILE, &limit);
+        for (int descriptor : taken_) ::close(descriptor);
+        taken_.clear();
+        auto [left] = wordsOf<std::size_t>(order);
+        for (int next = ::dup(0); next >= 0; next = ::dup(0)) taken_.push_back(next);
+        for (; left > 0 && !taken_.empty(); --left) {
+            ::close(taken_.back());
+            taken_.pop_back();
+        }
+        answer("yes");
+    }
+
+    void sync(const std::string&, const Answer& answer) {
+        VantixInAppTriggerManager::create(configuration_)->syncTriggers({.cuID = "customer"});
+        answer("yes");
+    }
+
     void getImage(const std::string& order, const Answer& answer) {
         auto [path] = wordsOf<std::string>(order);
         std::string expected = FakeImageDecoder::encode(40, 30, path);
         ImageUtility::downloadImage(*URL::parse(backEnd_ + path), path, [expected, answer](const auto& bytes) {
+            if (!bytes) say("log", bytes.error().localizedDescription);
             answer(yesOrNo(bytes && bytes.value()->starts_with(expected)));
         }).detach();
     }
@@ -191,6 +227,8 @@ private:
     void countCalls(const std::string&, const Answer& answer) { answer(std::to_string(Machine::calls())); }
 
     std::string backEnd_;
+    std::vector<int> taken_;
+    std::shared_ptr<VantixConfiguration> configuration_ = std::make_shared<VantixConfiguration>();
     std::shared_ptr<ThreadedDispatcher> dispatcher_ = std::make_shared<ThreadedDispatcher>();
     std::shared_ptr<OffscreenScene> scene_;
     std::shared_ptr<InAppMessagingCore> core_;

@@ -15,8 +15,11 @@ from pathlib import Path
 import clocks
 import disk_faults
 import displays
+import exhaustion
 import flips
 import kills
+import loads
+import network
 import power_cuts
 from frame import Fault, Outcome, Trial
 
@@ -31,6 +34,21 @@ FAULTS = [
     Fault("databases locked by another process", disk_faults.locked),
     Fault("clocks that jump and stand still", clocks.change_clocks),
     Fault("no font, no display, no place for a window", displays.draw_with_nothing),
+    Fault("answers cut at each byte", network.cut),
+    Fault("answers stalled at each byte", network.stall),
+    Fault("answers with a byte changed", network.change),
+    Fault("answers that lie, loop or never end", network.lie),
+    Fault("no descriptor left", exhaustion.take_descriptors),
+    Fault("each allocation fails while decoding", loads.family("allocations")),
+    Fault("each allocation fails while decoding, watched", loads.family("allocations", "asan")),
+    Fault("10,000 pushes, 100,000 events, 10,000 at launch", loads.family("load")),
+    Fault("1,000 messages shown and dismissed", loads.family("rounds")),
+    Fault("2,000 restarts", loads.family("restarts")),
+    Fault("a week with a message an hour", loads.family("week")),
+    Fault("torn down at any moment", loads.family("teardown")),
+    Fault("torn down at any moment, addresses watched", loads.family("teardown", "asan")),
+    Fault("torn down at any moment, threads watched", loads.family("teardown", "tsan")),
+    Fault("load, threads watched", loads.family("load", "tsan")),
 ]
 
 # Of one fault, in words.
@@ -65,7 +83,7 @@ def main():
         return 0
 
     end = time.monotonic() + options.minutes * 60
-    losses = []
+    losses, notes = [], []
     print_row("fault", "tried", "lost", "seconds")
     with tempfile.TemporaryDirectory(prefix="vantix-") as folder:
         for at, fault in enumerate(faults):
@@ -73,8 +91,10 @@ def main():
             share = (end - time.monotonic()) / (len(faults) - at)
             outcome, seconds = inflict(fault, Trial(options.build, Path(folder) / "trial", share, options.seed))
             print_row(fault.name, outcome.tried, len(outcome.losses), f"{seconds:.1f}")
+            notes += [f"{fault.name}: {note}" for note in outcome.notes]
             losses += [f"{fault.name}: {loss}" for loss in outcome.losses[:MOST_LOSSES]]
             losses += [] if outcome.tried else [f"{fault.name}: was not tried"]
+    print("".join(note + "\n" for note in notes), end="")
     print("\n".join(losses or ["Nothing was lost."]))
     print(f"Seed {options.seed}.")
     return 1 if losses or not faults else 0
