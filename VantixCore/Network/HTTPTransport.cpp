@@ -59,11 +59,9 @@ TransferHandle HTTPTransport::send(HTTPRequest request, HTTPCompletion completio
     auto start = std::chrono::steady_clock::now() + (fault == NetworkFault::slow ? slowness : Duration{});
     std::string origin = request.url.origin();
     TransferPurpose purpose = request.purpose;
-    {
-        std::lock_guard lock(mutex_);
-        waiting_.push_back({std::move(request), std::move(completion), claim, std::move(origin), purpose, start});
-        callDriver();
-    }
+    std::unique_lock lock(mutex_);
+    waiting_.push_back({std::move(request), std::move(completion), claim, std::move(origin), purpose, start});
+    callDriver(std::move(lock));
     auto wakeUp = whileAlive(weak_from_this(), [](HTTPTransport& self) { self.multi_.wakeUp(); });
     return TransferHandle([claim, wakeUp] {
         if (claim->take()) wakeUp();
@@ -79,10 +77,10 @@ TransferHandle HTTPTransport::refuse(VantixError error, HTTPCompletion completio
 }
 
 void HTTPTransport::cancelAll() {
-    std::lock_guard lock(mutex_);
+    std::unique_lock lock(mutex_);
     cancelled_.splice(cancelled_.end(), waiting_);
     isCancelling_ = true;
-    callDriver();
+    callDriver(std::move(lock));
 }
 
 void HTTPTransport::setFault(NetworkFault fault) {
@@ -90,10 +88,36 @@ void HTTPTransport::setFault(NetworkFault fault) {
     if (fault == NetworkFault::off) cancelAll();
 }
 
-void HTTPTransport::callDriver() {
+/// The driving on the network queue. When that is closed and drops it, nobody will drive any more.
+class HTTPTransport::Drive {
+public:
+    explicit Drive(std::shared_ptr<HTTPTransport> transport) : transport_(std::move(transport)) {}
+    ~Drive() {
+        if (transport_) transport_->abandon();
+    }
+    Drive(const Drive&) = delete;
+    Drive& operator=(const Drive&) = delete;
+
+    void run() { std::exchange(transport_, nullptr)->drive(); }
+
+private:
+    std::shared_ptr<HTTPTransport> transport_;
+};
+
+void HTTPTransport::callDriver(std::unique_lock<std::mutex> lock) {
     if (isDriving_) return multi_.wakeUp();
     isDriving_ = true;
-    queue_->async([self = shared_from_this()] { self->drive(); });
+    lock.unlock();
+    queue_->async([drive = std::make_shared<Drive>(shared_from_this())] { drive->run(); });
+}
+
+/// Completions may hold whoever holds this, so none is kept that will never be called.
+void HTTPTransport::abandon() {
+    Transfers waiting, cancelled;
+    std::lock_guard lock(mutex_);
+    waiting.swap(waiting_);
+    cancelled.swap(cancelled_);
+    isDriving_ = isCancelling_ = false;
 }
 
 void HTTPTransport::drive() {

@@ -63,8 +63,11 @@ private:
     };
     using Transfers = std::list<Transfer>;
 
-    void callDriver();
+    class Drive;
+
+    void callDriver(std::unique_lock<std::mutex> lock);
     void drive();
+    void abandon();
     void failCancelled();
     void dropUnwanted();
     void startWaiting(Time now);
