@@ -26,7 +26,8 @@ void Trial::expectShortTurns(const std::string& what, Duration longest) {
     auto text = std::to_string(std::chrono::duration<double, std::milli>(longest).count()) + " ms";
     note("longest turn while " + what + ": " + text);
     // A sanitizer takes ten times as long.
-    expect(longest <= seconds(Memory::resident() > 0 ? 0.016 : 0.16), "a turn of the main thread took " + text + " while " + what);
+    expect(longest <= seconds(Memory::resident() > 0 ? 0.016 : 0.16),
+           "a turn of the main thread took " + text + " while " + what);
 }
 
 std::size_t Holdings::entriesOf(const char* folder) {
