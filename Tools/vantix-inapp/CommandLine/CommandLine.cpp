@@ -2,6 +2,7 @@
 
 #include "Platform/Values/ControlCharacters.h"
 #include "Tools/vantix-inapp/Backend/BackendCommand.h"
+#include "Tools/vantix-inapp/Check/CheckCommand.h"
 #include "Tools/vantix-inapp/Input/BadInput.h"
 #include "Tools/vantix-inapp/Output/StandardOutput.h"
 #include "Tools/vantix-inapp/Play/PlayCommand.h"
@@ -13,6 +14,7 @@
 #include <cstdio>
 #include <functional>
 #include <limits>
+#include <map>
 #include <memory>
 #include <string>
 
@@ -76,6 +78,42 @@ void addRender(CLI::App& program, Command& chosen) {
                       "Ends with status 1 when the module would not show the campaign, or not like that");
     command->callback([arguments, isStrict, &chosen] {
         chosen = [arguments, isStrict] { return render(*arguments) || !*isStrict ? done : findings; };
+    });
+}
+
+void addCheck(CLI::App& program, Command& chosen) {
+    auto* command =
+        program.add_subcommand("check", "Says what a device would do with campaigns that their authors may not mean");
+    auto arguments = std::make_shared<CheckArguments>();
+    arguments->device = deviceNamed("phone");
+    command->add_option("CAMPAIGN", arguments->campaigns, "Files, folders (every .json below), - for standard input")
+        ->type_name("");
+    command->add_option("--format", arguments->format, "How findings are printed; else text")
+        ->transform(CLI::CheckedTransformer(
+            std::map<std::string, FindingFormat>{{"text", FindingFormat::text}, {"json", FindingFormat::json}}))
+        ->type_name("text|json");
+    auto isStrict = std::make_shared<bool>(false);
+    command->add_flag("--strict", *isStrict, "Ends with status 1 for a warning, too");
+    command->add_option("--customer", arguments->customer, "Who holds the phone; else anyone")->type_name("ID");
+    command->add_option("--store-id", arguments->storeId, "The application's identity in the store")->type_name("ID");
+    command->add_flag("--online", arguments->online, "Fetches images and looks at them");
+    command
+        ->add_option_function<std::string>(
+            "--device", [arguments](const std::string& text) { arguments->device = deviceFromText(text); },
+            "Draws on this device; else on a phone")
+        ->type_name("NAME|WxH@S");
+    auto printsRules = std::make_shared<bool>(false);
+    command->add_flag("--rules", *printsRules, "Prints every rule instead");
+    command->callback([arguments, isStrict, printsRules, &chosen] {
+        if (!*printsRules && arguments->campaigns.empty()) throw CLI::RequiredError("CAMPAIGN");
+        chosen = [arguments, isStrict, printsRules] {
+            if (*printsRules) {
+                printRules();
+                return done;
+            }
+            FindingCounts counts = check(*arguments);
+            return counts.errors > 0 || (*isStrict && counts.warnings > 0) ? findings : done;
+        };
     });
 }
 
@@ -151,6 +189,7 @@ int runCommandLine(int count, const char* const* words) {
     Command command;
     addPlay(program, command);
     addRender(program, command);
+    addCheck(program, command);
     addSimulate(program, command);
     addBackend(program, command);
     try {

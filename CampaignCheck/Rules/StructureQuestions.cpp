@@ -1,0 +1,109 @@
+#include "CampaignCheck/Fields/NearestWord.h"
+#include "CampaignCheck/Rules/Questions.h"
+#include "CampaignCheck/Rules/WrittenFields.h"
+#include "VantixInAppMessage/Core/InAppMessagePayload/InAppMessagePayloadKeys.h"
+
+#include <algorithm>
+
+namespace vantix {
+
+namespace {
+
+std::string whatUnreadableTextDoes(const std::string& place) {
+    if (place.empty()) return "no device takes it";
+    if (place == "/trigger") return "the device drops the message for want of an event";
+    if (place == "/body") return "the device keeps the message as a badge that is never shown and stands in the way";
+    return "the device shows the message without its style";
+}
+
+/// The keys that are read there, for whoever wrote another one.
+std::string knownKeys(const std::vector<const CampaignField*>& fields, std::string_view written) {
+    std::vector<std::string_view> keys;
+    for (const CampaignField* field : fields) keys.push_back(field->key());
+    if (auto nearest = nearestWord(written, keys); !nearest.empty()) return "\"" + std::string(nearest) + "\"";
+    std::string all;
+    for (std::string_view key : keys) all += (all.empty() ? "one of " : ", ") + std::string(key);
+    return all;
+}
+
+std::string_view kindOf(const Value& value) {
+    if (value.boolean()) return "true or false";
+    if (value.integer() || value.real()) return "a number";
+    if (value.text()) return "a text";
+    if (value.list()) return "a list";
+    if (value.dictionary()) return "an object";
+    return "null";
+}
+
+bool isNested(const CampaignField& field) { return field.kind == FieldKind::object && field.container().empty(); }
+
+bool isAll(const Value& list, bool (*isOfKind)(const Value&)) {
+    return list.list() && std::all_of(list.list()->begin(), list.list()->end(), isOfKind);
+}
+
+bool isOfKind(const Value& value, const CampaignField& field) {
+    switch (field.kind) {
+        case FieldKind::text:
+        case FieldKind::numberText:
+        case FieldKind::color:
+            return value.text();
+        case FieldKind::object:
+            return value.dictionary() || (isNested(field) && value.text());
+        case FieldKind::freeObject:
+            return value.dictionary();
+        case FieldKind::objects:
+            return isAll(value, [](const Value& element) { return element.dictionary() != nullptr; });
+        case FieldKind::texts:
+            return isAll(value, [](const Value& element) { return element.text() != nullptr; });
+    }
+    return true;
+}
+
+/// The written value in the kind that is read, where that is plain.
+std::string asRead(const Value& value, const CampaignField& field) {
+    bool isNumber = value.integer() && (field.kind == FieldKind::text || field.kind == FieldKind::numberText);
+    if (isNumber) return "\"" + std::to_string(*value.integer()) + "\"";
+    return std::string(inWords(field.kind));
+}
+
+std::string whatWrongKindLoses(const Value& value, const CampaignField& field) {
+    bool isMixedList = value.list() && (field.kind == FieldKind::objects || field.kind == FieldKind::texts);
+    if (isMixedList)
+        return "it holds something that is no " + std::string(field.kind == FieldKind::texts ? "text" : "object") +
+               ", and the device reads nothing of the list";
+    return "it is " + std::string(kindOf(value)) + ", which the device does not read there";
+}
+
+}  // namespace
+
+Objections unreadableTexts(const CheckedCampaign& checked) {
+    Objections found;
+    for (const auto& [place, reason] : checked.campaign.unreadable) {
+        std::string what = place.empty() ? "the file" : "the text under \"" + place.substr(1) + "\"";
+        found.push_back({place, what + " is no JSON object (" + reason + "): " + whatUnreadableTextDoes(place),
+                         place.empty() ? "{ … } with the keys of a campaign" : "an object, or the JSON text of one"});
+    }
+    return found;
+}
+
+Objections unknownKeys(const CheckedCampaign& checked) {
+    Objections found;
+    forEachWrittenField(checked.campaign, [&](const WrittenField& written) {
+        if (written.field) return;
+        found.push_back({written.place, "nothing reads " + quoted(written.key) + ", the device passes it over",
+                         knownKeys(fieldsIn(written.container), written.key)});
+    });
+    return found;
+}
+
+Objections wrongKinds(const CheckedCampaign& checked) {
+    Objections found;
+    forEachWrittenField(checked.campaign, [&](const WrittenField& written) {
+        if (!written.field || written.value.isNull() || isOfKind(written.value, *written.field)) return;
+        found.push_back({written.place, quoted(written.key) + ": " + whatWrongKindLoses(written.value, *written.field),
+                         asRead(written.value, *written.field)});
+    });
+    return found;
+}
+
+}  // namespace vantix
