@@ -26,19 +26,28 @@ enum class FieldKind {
 /// One key that the device reads of a campaign.
 struct CampaignField {
     /// A JSON pointer in which "*" stands for any element of a list: "/body/ctas/*/type".
-    std::string_view place;
+    std::string place;
     FieldKind kind;
-    /// For people: what it is, and what it does.
-    std::string_view title;
-    std::string_view description;
-    /// All that the device knows, where it knows only some.
+    /// For people: what it is, and what the device does with it.
+    std::string title;
+    std::string description;
+    /// Texts that mean something of their own to the device.
     std::vector<std::string_view> words = {};
-    /// A message without it is not shown.
+    /// Whether the device knows what to do with other texts, too.
+    bool takesOtherWords = false;
+    /// Whether the device can do nothing with what holds it when it is missing or empty.
     bool isNeeded = false;
 
-    std::string_view key() const { return place.substr(place.rfind('/') + 1); }
-    std::string_view container() const { return place.substr(0, place.rfind('/')); }
+    std::string_view key() const { return std::string_view(place).substr(place.rfind('/') + 1); }
+    std::string_view container() const { return std::string_view(place).substr(0, place.rfind('/')); }
+    /// Whether its words are all that the device knows.
+    bool isEnumeration() const { return !words.empty() && !takesOtherWords; }
+    /// Whether it may also be the JSON text of its object; on its way to the device it is one.
+    bool isNested() const { return kind == FieldKind::object && container().empty(); }
 };
+
+/// Where the file of a campaign may name its schema, for editors. The device passes it over.
+inline constexpr std::string_view schemaPlace = "/$schema";
 
 /// Every key that the device reads, containers before what they hold.
 std::span<const CampaignField> campaignFields();

@@ -35,8 +35,6 @@ std::string_view kindOf(const Value& value) {
     return "null";
 }
 
-bool isNested(const CampaignField& field) { return field.kind == FieldKind::object && field.container().empty(); }
-
 bool isAll(const Value& list, bool (*isOfKind)(const Value&)) {
     return list.list() && std::all_of(list.list()->begin(), list.list()->end(), isOfKind);
 }
@@ -48,7 +46,7 @@ bool isOfKind(const Value& value, const CampaignField& field) {
         case FieldKind::color:
             return value.text();
         case FieldKind::object:
-            return value.dictionary() || (isNested(field) && value.text());
+            return value.dictionary() || (field.isNested() && value.text());
         case FieldKind::freeObject:
             return value.dictionary();
         case FieldKind::objects:
@@ -89,7 +87,7 @@ Objections unreadableTexts(const CheckedCampaign& checked) {
 Objections unknownKeys(const CheckedCampaign& checked) {
     Objections found;
     forEachWrittenField(checked.campaign, [&](const WrittenField& written) {
-        if (written.field) return;
+        if (written.field || written.place == schemaPlace) return;
         found.push_back({written.place, "nothing reads " + quoted(written.key) + ", the device passes it over",
                          knownKeys(fieldsIn(written.container), written.key)});
     });

@@ -1,8 +1,10 @@
 #include "Tools/vantix-inapp/Check/CheckCommand.h"
 
 #include "CampaignCheck/CampaignCheck.h"
+#include "CampaignCheck/Schema/CampaignSchema.h"
 #include "Platform/Ports/ImageDecoder.h"
 #include "Platform/Ports/Platform.h"
+#include "Platform/Values/IndentedJSON.h"
 #include "Platform/Values/JSON.h"
 #include "Tools/vantix-inapp/Check/CampaignFolder.h"
 #include "Tools/vantix-inapp/Headless/Pace.h"
@@ -103,5 +105,7 @@ void printRules() {
                     std::string(rule.foundWhen).c_str());
     }
 }
+
+void printSchema() { std::printf("%s\n", toIndentedJSON(campaignSchema()).c_str()); }
 
 }  // namespace vantix

@@ -36,4 +36,7 @@ FindingCounts check(const CheckArguments& arguments);
 /// Prints every rule with its severity and when it is found.
 void printRules();
 
+/// Prints the JSON Schema of a campaign's file.
+void printSchema();
+
 }  // namespace vantix

@@ -102,13 +102,16 @@ void addCheck(CLI::App& program, Command& chosen) {
             "--device", [arguments](const std::string& text) { arguments->device = deviceFromText(text); },
             "Draws on this device; else on a phone")
         ->type_name("NAME|WxH@S");
-    auto printsRules = std::make_shared<bool>(false);
-    command->add_flag("--rules", *printsRules, "Prints every rule instead");
-    command->callback([arguments, isStrict, printsRules, &chosen] {
-        if (!*printsRules && arguments->campaigns.empty()) throw CLI::RequiredError("CAMPAIGN");
-        chosen = [arguments, isStrict, printsRules] {
-            if (*printsRules) {
-                printRules();
+    auto print = std::make_shared<void (*)()>(nullptr);
+    command->add_flag_callback(
+        "--rules", [print] { *print = printRules; }, "Prints every rule instead");
+    command->add_flag_callback(
+        "--schema", [print] { *print = printSchema; }, "Prints a JSON Schema of a campaign's file instead");
+    command->callback([arguments, isStrict, print, &chosen] {
+        if (!*print && arguments->campaigns.empty()) throw CLI::RequiredError("CAMPAIGN");
+        chosen = [arguments, isStrict, print] {
+            if (*print) {
+                (*print)();
                 return done;
             }
             FindingCounts counts = check(*arguments);

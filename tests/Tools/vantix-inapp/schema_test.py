@@ -1,0 +1,120 @@
+#!/usr/bin/env python3
+"""What the JSON Schema of a campaign, as the program prints it, takes and what it refuses: all campaigns of the tree, and
+small changes to them (structures.json), of which `check` says the same.
+
+usage: schema_test.py PROGRAM ROOT
+"""
+
+import copy
+import json
+import subprocess
+import sys
+import tempfile
+from pathlib import Path
+
+from jsonschema import Draft202012Validator
+
+program, root = sys.argv[1], Path(sys.argv[2])
+structures = json.loads((Path(__file__).parent / "structures.json").read_text())
+problems = []
+
+
+def run(*words):
+    return subprocess.run([program, "check", *words], capture_output=True, text=True).stdout
+
+
+def gallery():
+    return {file.stem: json.loads(file.read_text()) for file in sorted(root.glob("docs/campaigns/*.json"))}
+
+
+def campaigns_of_the_tree():
+    """Every campaign that is kept anywhere as an example, with its name."""
+    yield from gallery().items()
+    for number, line in enumerate((root / "Examples/demonstration.jsonl").read_text().splitlines()):
+        if line.startswith('{"campaign"'):
+            yield f"demonstration.jsonl:{number + 1}", json.loads(line)["campaign"]
+    for file in sorted(root.glob("Examples/sheet/*.json")):
+        yield file.name, json.loads(file.read_text().replace("IMAGE", "https://shop.example/picture.png"))
+
+
+def as_texts(campaign):
+    """The campaign as it travels."""
+    return {key: json.dumps(value) if isinstance(value, dict) else value for key, value in campaign.items()}
+
+
+def changed(change):
+    """The campaign with another value at the place, or without any."""
+    campaign = copy.deepcopy(gallery()[change["of"]])
+    *steps, last = change["at"].split("/")[1:]
+    holder = campaign
+    for step in steps:
+        holder = holder[int(step) if isinstance(holder, list) else step]
+    if isinstance(holder, list):
+        last = int(last)
+    if "write" in change:
+        holder[last] = change["write"]
+    else:
+        del holder[last]
+    return campaign
+
+
+def complaints(error):
+    """What a validator has against a value. Of an alternative, the one that the value is meant to be: an object or a text."""
+    meant = 0 if isinstance(error.instance, dict) else 1
+    for inner in error.context:
+        if inner.schema_path[0] == meant:
+            yield from complaints(inner)
+    if not error.context:
+        place = "".join(f"/{step}" for step in error.absolute_path)
+        # Of a key that is missing or should not be there, the object around it is told.
+        if error.validator == "required":
+            yield from (f"{place}/{key}" for key in error.validator_value if key not in error.instance)
+        elif error.validator == "additionalProperties":
+            yield from (f"{place}/{key}" for key in error.instance if key not in error.schema["properties"])
+        else:
+            yield place
+
+
+def objections(campaign):
+    return sorted({place for error in validator.iter_errors(campaign) for place in complaints(error)})
+
+
+def findings(campaigns):
+    """The places that `check` names in each of the campaigns, by severity."""
+    with tempfile.TemporaryDirectory() as folder:
+        for number, campaign in enumerate(campaigns):
+            # Only one campaign of a run may have a scope.
+            if campaign.get("scope"):
+                campaign = {**campaign, "scope": f"scope-{number}"}
+            Path(folder, f"{number:03}.json").write_text(json.dumps(campaign))
+        lines = [json.loads(line) for line in run("--format", "json", folder).splitlines()]
+    told = [{"error": [], "warning": []} for _ in campaigns]
+    for line in lines:
+        told[int(Path(line["file"]).stem)][line["severity"]].append(line["place"])
+    return told
+
+
+schema = json.loads(run("--schema"))
+Draft202012Validator.check_schema(schema)
+validator = Draft202012Validator(schema)
+
+if sorted(map(json.dumps, schema["examples"])) != sorted(map(json.dumps, gallery().values())):
+    problems.append("the schema's examples are not the gallery")
+for name, campaign in campaigns_of_the_tree():
+    for form in (campaign, as_texts(campaign)):
+        if places := objections(form):
+            problems.append(f"{name}: refused for {places}")
+
+mistakes, correct = structures["mistakes"], structures["correct"]
+for change, told in zip(mistakes, findings([changed(change) for change in mistakes])):
+    places = objections(changed(change))
+    if places != [change["at"]]:
+        problems.append(f"{change['mistake']}: refused for {places} instead of {change['at']}")
+    if not any(place.startswith(change["at"]) or change["at"].startswith(place) for place in told["error"] + told["warning"]):
+        problems.append(f"{change['mistake']}: check finds nothing there, but {told}")
+for change, told in zip(correct, findings([changed(change) for change in correct])):
+    if (places := objections(changed(change))) or told["error"]:
+        problems.append(f"{change}: refused for {places}, {told['error']}")
+
+print("\n".join(problems) or f"{len(mistakes)} mistakes refused, {len(correct)} variations taken")
+sys.exit(bool(problems) or len(mistakes) < 50)
