@@ -19,7 +19,7 @@ constexpr const char* anyColor = "^(#([0-9A-Fa-f]{3}|[0-9A-Fa-f]{6}|[0-9A-Fa-f]{
 constexpr const char* readableSize = "^[+]?0*([1-9][0-9]?|100)$";
 constexpr const char* webAddress = "^([Hh][Tt][Tt][Pp][Ss]?://[!-~]+)?$";
 constexpr const char* secureAddress = "^([Hh][Tt][Tt][Pp][Ss]://[!-~]+)?$";
-constexpr const char* addressWithScheme = "^[A-Za-z][A-Za-z0-9+.-]*:[!-~]*$";
+constexpr const char* addressWithScheme = "^[A-Za-z][A-Za-z0-9+.-]+:";
 constexpr const char* objectText = "^\\s*\\{";
 
 std::string textOf(std::string_view text) { return std::string(text); }

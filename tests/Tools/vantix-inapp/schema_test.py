@@ -15,6 +15,12 @@ from pathlib import Path
 
 from jsonschema import Draft202012Validator
 
+# The rules of which the schema refuses every mistake; and those of which it refuses some, or some by the way.
+REFUSED = {"no-scope", "no-trigger", "unknown-type", "banner-image", "banner-empty", "unknown-action", "no-answer-button",
+           "no-options", "image-address", "unknown-key", "wrong-kind", "empty-button", "selection-type", "color", "text-size",
+           "gateway"}
+PARTLY_REFUSED = {"json", "action-address", "equal-options"}
+
 program, root = sys.argv[1], Path(sys.argv[2])
 structures = json.loads((Path(__file__).parent / "structures.json").read_text())
 problems = []
@@ -41,6 +47,17 @@ def campaigns_of_the_tree():
 def as_texts(campaign):
     """The campaign as it travels."""
     return {key: json.dumps(value) if isinstance(value, dict) else value for key, value in campaign.items()}
+
+
+def as_objects(campaign):
+    """The campaign as a validator sees it that looks into texts, too."""
+    def read(value):
+        try:
+            return json.loads(value)
+        except ValueError:
+            return value
+    return {key: read(value) if key in ("trigger", "body", "template") and isinstance(value, str) else value
+            for key, value in campaign.items()}
 
 
 def changed(change):
@@ -136,6 +153,16 @@ for name, campaign in campaigns_of_the_tree():
     for form in (campaign, as_texts(campaign)):
         if places := objections(form):
             problems.append(f"{name}: refused for {places}")
+
+rules = [line.split()[0] for line in run("--rules").splitlines()]
+for file in sorted(root.glob("tests/campaigns/mistakes/**/*.json")):
+    rule = max((rule for rule in rules if f"{file.stem}-".startswith(f"{rule}-")), key=len)
+    if rule not in PARTLY_REFUSED:
+        if bool(objections(as_objects(json.loads(file.read_text())))) != (rule in REFUSED):
+            problems.append(f"{file.name}: {'taken' if rule in REFUSED else 'refused'}")
+for file in sorted(root.glob("tests/campaigns/correct/**/*.json")):
+    if places := objections(as_objects(json.loads(file.read_text()))):
+        problems.append(f"{file.name}: refused for {places}")
 
 mistakes = structures["mistakes"] + list(mistakes_of_kind())
 correct = structures["correct"]
