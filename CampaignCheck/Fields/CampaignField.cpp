@@ -58,6 +58,13 @@ std::vector<std::string_view> wordsOf(const WordTable<Case, count>& meanings) {
     return words;
 }
 
+/// The words in quotation marks.
+std::string listed(const std::vector<std::string_view>& words) {
+    std::string list;
+    for (std::string_view word : words) list += (list.empty() ? "\"" : ", \"") + std::string(word) + "\"";
+    return list;
+}
+
 /// The sentence, and what each word means.
 template <typename Case, std::size_t count>
 std::string explained(std::string sentence, const WordTable<Case, count>& meanings) {
@@ -262,6 +269,8 @@ Fields templateFields() {
 }
 
 Fields textStyleFields(const std::string& container) {
+    const std::vector styles{rawValue(TextFontStyle::regular), rawValue(TextFontStyle::bold),
+                             rawValue(TextFontStyle::italic)};
     return {
         {.place = container + "/textColor",
          .kind = Kind::color,
@@ -280,8 +289,8 @@ Fields textStyleFields(const std::string& container) {
         {.place = container + "/textStyle",
          .kind = Kind::text,
          .title = "Style",
-         .description = "One of the words, or the exact name of a font on the device.",
-         .words = {rawValue(TextFontStyle::regular), rawValue(TextFontStyle::bold), rawValue(TextFontStyle::italic)},
+         .description = listed(styles) + ", or the exact name of a font on the device.",
+         .words = styles,
          .takesOtherWords = true},
     };
 }
