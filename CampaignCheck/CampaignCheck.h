@@ -1,6 +1,6 @@
 #pragma once
 
-#include "CampaignCheck/Finding.h"
+#include "CampaignCheck/Rules/Finding.h"
 #include "CampaignCheck/Rules/Rule.h"
 
 #include <string>
@@ -15,8 +15,18 @@ struct CampaignFile {
     std::string text;
 };
 
-/// What a device would do with each of these campaigns that its author may not mean, in the order of the files and of
-/// the rules. Any bytes will do. The ports and the host are installed; main thread only.
+/// Says what a device would do with the campaigns of one run that their authors may not mean. The ports and the host
+/// are installed; main thread only.
+class CampaignChecker {
+public:
+    /// In the order of the rules. Any bytes will do.
+    std::vector<Finding> check(const CampaignFile& file, const CheckOptions& options);
+
+private:
+    ScopesInUse scopesInUse_;
+};
+
+/// The findings of one run with these campaigns, in their order.
 std::vector<Finding> checkCampaigns(const std::vector<CampaignFile>& files, const CheckOptions& options);
 
 }  // namespace vantix

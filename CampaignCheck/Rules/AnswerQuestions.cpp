@@ -1,10 +1,11 @@
-#include "CampaignCheck/Fields/CampaignField.h"
-#include "CampaignCheck/Fields/NearestWord.h"
-#include "CampaignCheck/Rules/Questions.h"
+#include "CampaignCheck/Rules/AnswerQuestions.h"
+
+#include "CampaignCheck/Rules/Wording.h"
 #include "CampaignCheck/Rules/WrittenFields.h"
 #include "Platform/Values/CaseFolding.h"
-#include "Platform/Values/URL.h"
+#include "Platform/Values/URLRefusal.h"
 #include "VantixCore/VantixEvents.h"
+#include "VantixInAppMessage/Core/InAppMessageObjections.h"
 
 #include <algorithm>
 #include <map>
@@ -48,26 +49,15 @@ Objections ofEachButton(const CheckedCampaign& checked, const char* key, Questio
     return found;
 }
 
-std::vector<std::string_view> actionWords() {
-    for (const CampaignField* field : fieldsIn("/body/ctas/*")) {
-        if (field->key() == "type") return field->words;
-    }
-    return {};
-}
-
-std::string inQuotes(std::string_view word) { return "\"" + std::string(word) + "\""; }
-
 }  // namespace
 
 Objections unknownActions(const CheckedCampaign& checked) {
     return ofEachButton(checked, "type", [&](const InAppCTA& cta) -> std::optional<Objection> {
         if (ctaActionType(cta.type)) return {};
-        auto nearest = nearestWord(cta.type, actionWords());
         return Objection{{},
                          (cta.type.empty() ? "the button has no type" : "type " + quoted(cta.type) + " is unknown") +
                              ": a touch is reported as a close, does nothing, and leaves the message where it is",
-                         nearest.empty() ? "\"EXTERNAL\", \"DEEPLINK\", or no button: every message can be closed"
-                                         : inQuotes(nearest)};
+                         nearestOrAll(cta.type, wordsOf("/body/ctas/*/type"))};
     });
 }
 
@@ -75,28 +65,33 @@ Objections missingAnswerButton(const CheckedCampaign& checked) {
     const InAppBody& body = checked.message().body;
     auto answer = answerOf(body.type);
     if (!answer) return {};
-    bool isThere = std::any_of(body.ctas.begin(), body.ctas.end(),
-                               [&](const InAppCTA& cta) { return ctaActionType(cta.type) == answer; });
-    if (isThere) return {};
-    return {{"/body/ctas",
-             "no button is of type " + inQuotes(rawValue(*answer)) + ", so that what the person answers is never sent",
-             "a button {\"type\": " + inQuotes(rawValue(*answer)) + ", \"actionText\": …}"}};
+    auto isAnswering = [&](const InAppCTA& cta) { return ctaActionType(cta.type) == answer; };
+    if (std::ranges::any_of(body.ctas, isAnswering)) return {};
+    // A button of another answer's type, or of none, is the one that was meant.
+    auto meant = std::ranges::find_if_not(body.ctas, leadsSomewhere);
+    auto index = static_cast<std::size_t>(meant - body.ctas.begin());
+    return {{meant == body.ctas.end() ? "/body/ctas" : placeOf("/body/ctas", index, "type"),
+             "no button is of type " + quoted(rawValue(*answer)) + ", so that what the person answers is never sent",
+             "a button {\"type\": " + quoted(rawValue(*answer)) + ", \"actionText\": …}"}};
 }
 
 Objections missingOptions(const CheckedCampaign& checked) {
     const InAppBody& body = checked.message().body;
     if (body.type != Type::feedback || !body.feedback.options.empty()) return {};
-    return {{"/body/feedbackOptions/options", "there are no options that the device can read, and nothing to choose",
-             "a list of texts: {\"feedbackOptions\": {\"options\": [\"Yes\", \"No\"]}}"}};
+    return {
+        {"/body/feedbackOptions/options",
+         "there are no options that the device can read, and nothing to choose: it reads a list of texts and nothing "
+         "else",
+         "\"feedbackOptions\": {\"options\": [\"Yes\", \"No\"]}"}};
 }
 
 Objections badActionAddresses(const CheckedCampaign& checked) {
     return ofEachButton(checked, "action", [](const InAppCTA& cta) -> std::optional<Objection> {
         if (!leadsSomewhere(cta)) return {};
-        auto url = URL::parse(cta.action);
-        if (url && !url->scheme().empty()) return {};
-        std::string what = cta.action.empty() ? "the button has no address" : quoted(cta.action) + " has no scheme";
-        if (!url && !cta.action.empty()) what = quoted(cta.action) + " is no address";
+        auto refusal = refusalToOpen(cta.action);
+        if (!refusal) return {};
+        std::string what =
+            cta.action.empty() ? "the button has no address" : quoted(cta.action) + " is not opened (" + *refusal + ")";
         return Objection{{},
                          what + ": a touch takes the message away and leads nowhere",
                          ctaActionType(cta.type) == CTAActionType::external ? "an address such as https://example.com/"
@@ -114,21 +109,29 @@ Objections missingStoreId(const CheckedCampaign& checked) {
 }
 
 Objections emptyButtons(const CheckedCampaign& checked) {
+    const auto& elements = checked.picture.untouched().elements;
+    bool isDrawn = std::ranges::any_of(elements, [](const AccessibleElement& element) {
+        return element.role == Role::button && element.label.empty();
+    });
     return ofEachButton(checked, "actionText", [&](const InAppCTA& cta) -> std::optional<Objection> {
         if (!cta.actionText.value_or("").empty()) return {};
-        return Objection{{}, "the button has no text, and is drawn without one or not at all", "a word or two"};
+        return Objection{{},
+                         isDrawn ? "the button has no text, and nobody can tell what it does"
+                                 : "the button has no text, and is not drawn",
+                         "\"actionText\" with a word or two"};
     });
 }
 
 Objections wrongActions(const CheckedCampaign& checked) {
+    if (applies(InAppMessageObjection::unsupportedType, checked.message())) return {};
     auto answer = answerOf(checked.message().body.type);
     return ofEachButton(checked, "type", [&](const InAppCTA& cta) -> std::optional<Objection> {
         if (!isAnswer(cta) || ctaActionType(cta.type) == answer) return {};
-        return Objection{{},
-                         inQuotes(cta.type) + " in a message of type " +
-                             inQuotes(rawValue(checked.message().body.type)) +
-                             " sends an answer that nobody was asked for",
-                         answer ? inQuotes(rawValue(*answer)) : "\"EXTERNAL\" or \"DEEPLINK\""};
+        return Objection{
+            {},
+            quoted(cta.type) + " in a message of type " + quoted(rawValue(checked.message().body.type)) +
+                " sends an answer that nobody was asked for",
+            answer ? quoted(rawValue(*answer)) + ", \"EXTERNAL\" or \"DEEPLINK\"" : "\"EXTERNAL\" or \"DEEPLINK\""};
     });
 }
 
@@ -136,10 +139,9 @@ Objections unknownSelectionType(const CheckedCampaign& checked) {
     const Dictionary* feedback = checked.campaign.body.dictionary("feedbackOptions");
     const std::string* type = feedback ? feedback->text("selectionType") : nullptr;
     if (!type || inAppFeedbackSelectionType(*type)) return {};
-    auto nearest = nearestWord(*type, {"singleSelection", "multiSelection"});
     return {{"/body/feedbackOptions/selectionType",
              quoted(*type) + " is unknown, and the device lets one option be chosen",
-             nearest.empty() ? "\"singleSelection\" or \"multiSelection\"" : inQuotes(nearest)}};
+             nearestOrAll(*type, wordsOf("/body/feedbackOptions/selectionType"))}};
 }
 
 Objections equalOptions(const CheckedCampaign& checked) {

@@ -11,15 +11,15 @@ namespace vantix {
 
 namespace {
 
-/// What the nested text under the key holds; a text that cannot be read is noted. A value of another kind is no text.
+/// What the nested text under the key holds; what cannot be read is noted.
 Dictionary nestedObject(Campaign& campaign, const char* key) {
-    const std::string* text = campaign.push.text(key);
-    if (!text) return {};
-    auto parsed = parseJSON(*text);
-    const Dictionary* object = parsed ? parsed.value().dictionary() : nullptr;
+    const Value* value = campaign.push.find(key);
+    if (!value || value->isNull()) return {};
+    auto parsed = value->text() ? parseJSON(*value->text()) : *value;
+    const Dictionary* object = parsed && value->text() ? parsed.value().dictionary() : nullptr;
     if (object) return *object;
     campaign.unreadable.push_back(
-        {std::string("/") + key, parsed ? "it holds no object" : parsed.error().localizedDescription});
+        {std::string("/") + key, parsed ? "it holds another kind of value" : parsed.error().localizedDescription});
     return {};
 }
 

@@ -4,8 +4,9 @@
 #include "Platform/Values/Value.h"
 #include "VantixInAppMessage/Core/InAppMessagePayload/VantixInAppMessagePayload.h"
 
-#include <optional>
+#include <algorithm>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace vantix {
@@ -37,6 +38,10 @@ struct Campaign {
 
     /// Whether it is a JSON object at all.
     bool isReadable() const { return unreadable.empty() || !unreadable.front().place.empty(); }
+    /// Whether its nested text under the key is one, or is not there.
+    bool isReadable(std::string_view key) const {
+        return std::ranges::find(unreadable, "/" + std::string(key), &UnreadableText::place) == unreadable.end();
+    }
 };
 
 }  // namespace vantix

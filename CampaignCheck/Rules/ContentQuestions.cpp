@@ -1,5 +1,6 @@
-#include "CampaignCheck/Fields/NearestWord.h"
-#include "CampaignCheck/Rules/Questions.h"
+#include "CampaignCheck/Rules/ContentQuestions.h"
+
+#include "CampaignCheck/Rules/Wording.h"
 #include "CampaignCheck/Rules/WrittenFields.h"
 #include "VantixInAppMessage/Core/InAppMessageObjections.h"
 
@@ -12,14 +13,6 @@ namespace {
 
 constexpr const char* blocks =
     "the device keeps the message as a badge that is never shown and stands in the way of the next ones";
-
-/// "POPUP", or all words, in quotation marks.
-std::string nearestOrAll(std::string_view written, const std::vector<std::string_view>& words) {
-    if (auto nearest = nearestWord(written, words); !nearest.empty()) return "\"" + std::string(nearest) + "\"";
-    std::string all;
-    for (std::string_view word : words) all += (all.empty() ? "one of " : ", ") + ("\"" + std::string(word) + "\"");
-    return all;
-}
 
 bool isBlank(std::string_view text) {
     constexpr std::array<std::string_view, 3> wideBlanks{"\xC2\xA0", "\xE2\x80\x8B", "\xE3\x80\x80"};
@@ -64,12 +57,13 @@ std::string_view markup(std::string_view text) {
     for (auto [begin, end] : {std::pair<std::string_view, std::string_view>{"{{", "}}"},
                               {"{%", "%}"},
                               {"${", "}"},
+                              {"{", "}"},
                               {"**", "**"},
                               {"__", "__"},
                               {"](", ")"}}) {
         if (auto found = between(text, begin, end); !found.empty()) return found;
     }
-    for (std::string_view written : {"\\n", "\\r", "\\t", "&amp;", "&lt;", "&gt;", "&nbsp;", "&quot;"}) {
+    for (std::string_view written : {"\\n", "\\r", "\\t", "&#", "&amp;", "&lt;", "&gt;", "&nbsp;", "&quot;"}) {
         if (auto at = text.find(written); at != std::string_view::npos) return text.substr(at, written.size());
     }
     return text.starts_with("# ") || text.starts_with("## ") ? text.substr(0, text.find(' ')) : std::string_view();
@@ -78,16 +72,12 @@ std::string_view markup(std::string_view text) {
 }  // namespace
 
 Objections unknownType(const CheckedCampaign& checked) {
-    const InAppBody& body = checked.message().body;
-    bool isUnreadable = checked.campaign.push.text("body") && body.textRepresentation.empty();
-    if (isUnreadable || !applies(InAppMessageObjection::unsupportedType, checked.message())) return {};
+    if (!applies(InAppMessageObjection::unsupportedType, checked.message())) return {};
     const std::string* type = checked.campaign.body.text("type");
-    std::vector<std::string_view> words;
-    for (VantixInAppNotificationType shown : supportedInAppMessageTypes) words.push_back(rawValue(shown));
     bool isBadge = type && *type == rawValue(VantixInAppNotificationType::badge);
     std::string what =
-        !type ? "there is no type" : "type " + quoted(*type) + (isBadge ? " is not shown" : " is unknown");
-    return {{"/body/type", what + ", " + blocks, nearestOrAll(type && !isBadge ? *type : "", words)}};
+        !type ? "no text stands under \"type\"" : "type " + quoted(*type) + (isBadge ? " is not shown" : " is unknown");
+    return {{"/body/type", what + ", " + blocks, nearestOrAll(type && !isBadge ? *type : "", wordsOf("/body/type"))}};
 }
 
 Objections insecureBannerImage(const CheckedCampaign& checked) {
@@ -116,23 +106,23 @@ Objections badImageAddress(const CheckedCampaign& checked) {
 
 Objections blankTexts(const CheckedCampaign& checked) {
     Objections found;
-    for (const auto& [place, what, text] : shownTexts(checked.message())) {
-        if (!isBlank(text)) continue;
+    for (const ShownText& shown : shownTexts(checked.message())) {
+        if (!isBlank(shown.text)) continue;
         found.push_back(
-            {place, "the " + std::string(what) + " holds blanks only, and takes room for nothing", "a text, or none"});
+            {shown.place, "the " + shown.what() + " holds blanks only, and takes room for nothing", "a text, or none"});
     }
     return found;
 }
 
 Objections markupInTexts(const CheckedCampaign& checked) {
     Objections found;
-    for (const auto& [place, what, text] : shownTexts(checked.message())) {
-        std::string_view piece = markup(text);
+    for (const ShownText& shown : shownTexts(checked.message())) {
+        std::string_view piece = markup(shown.text);
         if (piece.empty()) continue;
-        found.push_back(
-            {place, quoted(piece) + " in the " + std::string(what) + " is shown as it stands, a text has no markup",
-             piece.starts_with("\\n") ? "a line break: one backslash and n in the JSON text"
-                                      : "the words alone, filled in before the campaign is sent"});
+        found.push_back({shown.place,
+                         quoted(piece) + " in the " + shown.what() + " is shown as it stands, a text has no markup",
+                         piece.starts_with("\\n") ? "a line break: one backslash and n in the JSON text"
+                                                  : "the words alone, filled in before the campaign is sent"});
     }
     return found;
 }

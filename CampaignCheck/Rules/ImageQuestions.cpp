@@ -1,7 +1,7 @@
-#include "CampaignCheck/Rules/Questions.h"
+#include "CampaignCheck/Rules/ImageQuestions.h"
+
 #include "CampaignCheck/Rules/WrittenFields.h"
 
-#include <algorithm>
 #include <cmath>
 
 namespace vantix {
@@ -12,11 +12,13 @@ constexpr const char* place = "/body/image";
 
 /// The pixels that the image covers on the device, across; 0 where it is not drawn.
 double pixelsAcross(const CheckedCampaign& checked) {
-    const Picture& picture = checked.picture;
-    const auto& elements = picture.untouched().elements;
-    auto image = std::find_if(elements.begin(), elements.end(),
-                              [](const AccessibleElement& element) { return element.role == Role::image; });
-    return image == elements.end() ? 0 : image->frame.size.width * picture.traits().scale;
+    const AccessibleElement* element = checked.picture.untouched().element({Role::image, 0});
+    if (!element) return 0;
+    double points = element->frame.size.width;
+    // A banner fits it into a square, all others give it its height.
+    const PixelSize& size = checked.image->size;
+    if (checked.message().body.isBanner() && size.width < size.height) points *= double(size.width) / size.height;
+    return points * checked.picture.scale();
 }
 
 std::string inPixels(double number) { return std::to_string(std::lround(number)) + " pixels"; }

@@ -28,7 +28,7 @@ std::shared_ptr<Content> contentOf(VantixInAppMessagePayload message, const Scen
 }
 
 /// A layout may ask for another one with what it has measured.
-Picture::State settled(Content& content) {
+void settle(Content& content) {
     constexpr int mostSteps = 4;
     bool isAsked = true;
     content.setOnNeedsDisplay([&] { isAsked = true; });
@@ -36,42 +36,76 @@ Picture::State settled(Content& content) {
         content.evaluate(*Platform::current()->textMeasurer);
     }
     content.setOnNeedsDisplay({});
-    return {content.displayList(), content.elements(), content.scrollArea().range};
 }
 
-void answer(Content& content) {
+Picture::State settled(Content& content) {
+    settle(content);
+    return {content.displayList(), content.elements()};
+}
+
+/// Makes the screen higher until nothing is scrolled any more.
+SceneTraits unrolled(Content& content, SceneTraits traits) {
+    constexpr int mostSteps = 4;
+    for (int step = 0; step < mostSteps && content.scrollArea().range > 0; ++step) {
+        traits.size.height += content.scrollArea().range;
+        content.setTraits(traits);
+        settle(content);
+    }
+    return traits;
+}
+
+/// Whether there is anything to answer.
+bool answer(Content& content) {
     constexpr int lastStar = 4;
-    content.activate({Role::star, lastStar});
-    content.activate({Role::option, 0});
+    bool hasStars = content.activate({Role::star, lastStar});
+    bool hasOptions = content.activate({Role::option, 0});
+    return hasStars || hasOptions;
 }
 
 }  // namespace
 
+const AccessibleElement* Picture::State::element(const ElementIdentity& identity) const {
+    auto found = std::ranges::find(elements, identity, &AccessibleElement::identity);
+    return found == elements.end() ? nullptr : &*found;
+}
+
+bool Picture::State::isPainted(Point point, std::size_t end) const {
+    return std::any_of(items.begin(), items.begin() + static_cast<std::ptrdiff_t>(end), [&](const DisplayItem& item) {
+        const auto* fill = std::get_if<FillRect>(&item);
+        return fill && fill->color.alpha > 0 && fill->frame.contains(point);
+    });
+}
+
+Color Picture::State::background(Point point, std::size_t end, Color behind) const {
+    for (std::size_t at = 0; at < end; ++at) {
+        const auto* fill = std::get_if<FillRect>(&items[at]);
+        if (fill && fill->frame.contains(point)) behind = composited(fill->color, behind);
+    }
+    return behind;
+}
+
 Picture::Picture(const VantixInAppMessagePayload& message, const SceneTraits& traits)
-    : traits_(traits), window_(message.style.phoneBackgroundColor) {
+    : windowColor_(message.style.phoneBackgroundColor) {
     auto content = contentOf(message, traits);
+    settle(*content);
+    scrollRange_ = content->scrollArea().range;
+    traits_ = unrolled(*content, traits);
     untouched_ = settled(*content);
-    answer(*content);
-    answered_ = settled(*content);
+    answered_ = answer(*content) ? settled(*content) : untouched_;
+}
+
+std::size_t Picture::drawnButtons() const {
+    return static_cast<std::size_t>(std::ranges::count(untouched_.elements, Role::button, &AccessibleElement::role));
+}
+
+Color Picture::window(Color application) const {
+    return windowColor_ ? composited(*windowColor_, application) : application;
 }
 
 bool Picture::differsFor(const VantixInAppMessagePayload& other) const {
     auto content = contentOf(other, traits_);
     if (settled(*content).items != untouched_.items) return true;
-    answer(*content);
-    return settled(*content).items != answered_.items;
-}
-
-std::optional<Color> Picture::State::background(Point point, std::size_t end, std::optional<Color> window) const {
-    bool isSeenThrough = !window || window->alpha < 1;
-    Color color = isSeenThrough ? Color::white() : *window;
-    for (std::size_t at = 0; at < end; ++at) {
-        const auto* fill = std::get_if<FillRect>(&items[at]);
-        if (!fill || !fill->frame.contains(point)) continue;
-        color = composited(fill->color, color);
-        isSeenThrough = isSeenThrough && fill->color.alpha < 1;
-    }
-    return isSeenThrough ? std::nullopt : std::optional(color);
+    return answer(*content) && settled(*content).items != answered_.items;
 }
 
 }  // namespace vantix

@@ -12,19 +12,21 @@
 namespace vantix {
 
 /// What a device draws of a message before anyone has touched it, and once it is answered: the module's own templates,
-/// laid out with the platform's fonts. Nothing is fetched, a placeholder stands for the image. Main thread only.
+/// laid out with the platform's fonts. What must be scrolled is drawn whole, on a screen that is higher by as much.
+/// Nothing is fetched, a placeholder stands for the image. Main thread only.
 class Picture {
 public:
     /// One state of the message.
     struct State {
         DisplayList items = {};
         std::vector<AccessibleElement> elements = {};
-        /// How far it must be scrolled to its end, in points.
-        double scrollRange = 0;
 
-        /// What is painted at a point before the item at `end`, none of it see-through; absent where the application
-        /// is seen.
-        std::optional<Color> background(Point point, std::size_t end, std::optional<Color> window) const;
+        /// Null when nothing draws it.
+        const AccessibleElement* element(const ElementIdentity& identity) const;
+        /// Whether the message itself paints anything at a point before the item at `end`.
+        bool isPainted(Point point, std::size_t end) const;
+        /// The colour at a point before the item at `end`, where this one lies behind the message.
+        Color background(Point point, std::size_t end, Color behind) const;
     };
 
     Picture(const VantixInAppMessagePayload& message, const SceneTraits& traits);
@@ -32,16 +34,24 @@ public:
     const State& untouched() const { return untouched_; }
     /// With the last star and the first option chosen.
     const State& answered() const { return answered_; }
-    /// Behind the card.
-    const std::optional<Color>& window() const { return window_; }
-    const SceneTraits& traits() const { return traits_; }
+    bool isEmpty() const { return untouched_.items.empty(); }
+    /// How many buttons can be seen.
+    std::size_t drawnButtons() const;
+    /// How far it must be scrolled to its end on the device, in points.
+    double scrollRange() const { return scrollRange_; }
+    /// What is seen behind the card where the application is of this colour.
+    Color window(Color application) const;
+    /// Pixels per point.
+    double scale() const { return traits_.scale; }
 
     /// Whether the same device draws something else for the other message.
     bool differsFor(const VantixInAppMessagePayload& other) const;
 
 private:
+    /// Of a screen on which nothing is scrolled.
     SceneTraits traits_;
-    std::optional<Color> window_;
+    std::optional<Color> windowColor_;
+    double scrollRange_ = 0;
     State untouched_;
     State answered_;
 };

@@ -1,4 +1,6 @@
-#include "CampaignCheck/Rules/Questions.h"
+#include "CampaignCheck/Rules/PictureQuestions.h"
+
+#include "CampaignCheck/Rules/Wording.h"
 #include "CampaignCheck/Rules/WrittenFields.h"
 #include "Platform/Ports/Platform.h"
 #include "Platform/Ports/TextMeasurer.h"
@@ -7,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdio>
 #include <optional>
 #include <set>
@@ -15,14 +18,18 @@ namespace vantix {
 
 namespace {
 
-/// The element with a text or picture of the author's that stands at the point; the innermost one.
+/// Whether its colour is the author's to choose; the close control chooses its own, and lies above others.
+bool isAuthored(const AccessibleElement& element) {
+    constexpr std::array roles{Role::title, Role::message, Role::button, Role::option, Role::star, Role::close};
+    return std::ranges::find(roles, element.role) != roles.end();
+}
+
+/// The element that stands at the point; the innermost one, which is painted last.
 const AccessibleElement* elementAt(const Picture::State& state, Point point) {
-    constexpr std::array authored{Role::title, Role::message, Role::button, Role::option, Role::star};
     auto found = std::find_if(state.elements.rbegin(), state.elements.rend(), [&](const AccessibleElement& element) {
-        bool isAuthored = std::find(authored.begin(), authored.end(), element.role) != authored.end();
-        return isAuthored && element.frame.contains(point);
+        return isAuthored(element) && element.frame.contains(point);
     });
-    return found == state.elements.rend() ? nullptr : &*found;
+    return found == state.elements.rend() || found->role == Role::close ? nullptr : &*found;
 }
 
 std::string colorPlace(const AccessibleElement& element) {
@@ -65,24 +72,30 @@ std::optional<Sign> signOf(const DisplayItem& item) {
     return Sign{centre, *image->tint, false};
 }
 
+/// Rounded down, so that what is too little never reads as enough.
 std::string ratio(double number) {
     char text[32];
-    std::snprintf(text, sizeof text, "%.1f : 1", number);
+    std::snprintf(text, sizeof text, "%.1f : 1", std::floor(number * 10) / 10);
     return text;
 }
 
-std::optional<Objection> contrastObjection(const AccessibleElement& element, const Sign& sign,
-                                           const Color& background) {
-    double asked = sign.isText ? 4.5 : 3;
-    Color color = composited(sign.color, background);
-    double measured = contrast(color, background);
-    // What is said must not read as if it were enough.
-    if (measured >= asked) return {};
-    return Objection{colorPlace(element),
-                     whatStandsThere(element) + ", " + color.hexString() + " on " + background.hexString() +
-                         ", stands out by " + ratio(measured) + " only, less than the " + ratio(asked) +
-                         " that people with weak eyes need",
-                     "\"" + readableColor(background).hexString() + "\", or another background"};
+/// A sign as it is seen, and what it is seen on.
+struct Seen {
+    Color color;
+    Color background;
+
+    double contrast() const { return vantix::contrast(color, background); }
+};
+
+/// At its best, whatever the application is like where it shines through.
+Seen atBest(const Sign& sign, std::size_t item, const Picture::State& state, const Picture& picture) {
+    auto seenOn = [&](Color application) {
+        Color background = state.background(sign.place, item, picture.window(application));
+        return Seen{composited(sign.color, background), background};
+    };
+    Seen onWhite = seenOn(Color::white());
+    Seen onBlack = seenOn(Color::black());
+    return onBlack.contrast() > onWhite.contrast() ? onBlack : onWhite;
 }
 
 void addContrastObjections(const Picture::State& state, const Picture& picture, Objections& found,
@@ -90,10 +103,15 @@ void addContrastObjections(const Picture::State& state, const Picture& picture, 
     for (std::size_t at = 0; at < state.items.size(); ++at) {
         auto sign = signOf(state.items[at]);
         const AccessibleElement* element = sign ? elementAt(state, sign->place) : nullptr;
-        auto background = element ? state.background(sign->place, at, picture.window()) : std::nullopt;
-        if (!background) continue;
-        auto objection = contrastObjection(*element, *sign, *background);
-        if (objection && told.insert(objection->place).second) found.push_back(std::move(*objection));
+        if (!element) continue;
+        double asked = sign->isText ? 4.5 : 3;
+        Seen seen = atBest(*sign, at, state, picture);
+        if (seen.contrast() >= asked || !told.insert(colorPlace(*element)).second) continue;
+        found.push_back({colorPlace(*element),
+                         whatStandsThere(*element) + ", " + seen.color.hexString() + " on " +
+                             seen.background.hexString() + ", stands out by " + ratio(seen.contrast()) +
+                             " only, and people with weak eyes need " + ratio(asked),
+                         quoted(readableColor(seen.background).hexString()) + ", or another background"});
     }
 }
 
@@ -114,17 +132,11 @@ constexpr Color otherColor{0.25, 0.75, 0.5, 1};
 void change(InAppMessageComponentStyle& style, std::string_view key) {
     if (key == "textColor") style.textColor = otherColor;
     if (key == "backgroundColor") style.backgroundColor = otherColor;
-    if (key == "textSize") style.textSize += 8;
+    if (key == "textSize") style.textSize = style.textSize == 16 ? 24 : 16;
     if (key == "textStyle") {
         style.textFont.reset();
         style.textStyle = style.textStyle == TextFontStyle::bold ? TextFontStyle::regular : TextFontStyle::bold;
     }
-}
-
-/// The element of a list that a pointer leads through: 2 of "/template/ctas/2/textColor".
-std::size_t indexIn(const std::string& place) {
-    auto end = place.rfind('/');
-    return std::stoul(place.substr(place.rfind('/', end - 1) + 1));
 }
 
 /// The message with another value in the field; absent for a field that is not drawn by its own.
@@ -157,29 +169,34 @@ std::optional<VantixInAppMessagePayload> changedIn(const WrittenField& written, 
     return message;
 }
 
-bool isEmptyText(const Value& value) { return value.text() && value.text()->empty(); }
-
-/// How many of the buttons are drawn; the others come after them.
-std::size_t drawnButtons(const CheckedCampaign& checked) {
-    const auto& ctas = checked.message().body.ctas;
-    auto withFirst = [&](std::size_t count) {
-        VantixInAppMessagePayload message = checked.message();
-        message.body.ctas.resize(count);
-        return message;
-    };
-    std::size_t few = std::min<std::size_t>(1, ctas.size());
-    std::size_t enough = ctas.size();
-    while (few < enough) {
-        std::size_t middle = (few + enough) / 2;
-        if (checked.picture.differsFor(withFirst(middle)))
-            few = middle + 1;
-        else
-            enough = middle;
-    }
-    return enough;
+/// The part of the message whose style it is.
+std::string_view partOf(const WrittenField& written) {
+    if (written.container == "/template/rating") return "stars";
+    return written.container == "/template/ctas/*" ? "button" : std::string_view(written.container).substr(10);
 }
 
-bool isDrawn(const CheckedCampaign& checked) { return !checked.picture.untouched().items.empty(); }
+/// What the field belongs to, in words.
+std::string whole(const WrittenField& written) {
+    if (written.container == "/body") return "body";
+    return written.container == "/template" ? "template" : "style of the " + std::string(partOf(written));
+}
+
+bool isEmptyText(const Value& value) { return value.text() && value.text()->empty(); }
+
+std::size_t drawnOptions(const Picture& picture) {
+    return static_cast<std::size_t>(
+        std::ranges::count(picture.untouched().elements, Role::option, &AccessibleElement::role));
+}
+
+/// Of a type that draws them as rows; where another one draws fewer, that is no cut.
+void addUndrawnRows(const char* list, const std::string& what, const std::vector<std::string>& written,
+                    std::size_t drawn, Objections& found) {
+    if (drawn == written.size() || drawn != drawnRows(written).size()) return;
+    found.push_back({placeOf(list, drawn),
+                     "only the first " + std::to_string(drawn) + " of " + std::to_string(written.size()) + " " + what +
+                         " are drawn",
+                     "fewer and shorter " + what});
+}
 
 std::vector<std::string> buttonTexts(const InAppBody& body) {
     std::vector<std::string> texts;
@@ -190,46 +207,46 @@ std::vector<std::string> buttonTexts(const InAppBody& body) {
 }  // namespace
 
 Objections unusedButtons(const CheckedCampaign& checked) {
-    Objections found;
-    if (!isDrawn(checked)) return found;
     const InAppBody& body = checked.message().body;
-    auto rows = drawnRows(buttonTexts(body)).size();
-    for (std::size_t index = drawnButtons(checked); index < rows; ++index) {
-        found.push_back({placeOf("/body/ctas", index),
-                         "a message of type \"" + std::string(rawValue(body.type)) + "\" draws no such button, the " +
-                             (index == 1 ? "first one is its only one" : "first ones are all"),
-                         "the buttons that are drawn, and no others"});
-    }
-    return found;
+    // A card does what its first button does, drawn or not.
+    std::size_t used = std::max<std::size_t>(checked.picture.drawnButtons(), 1);
+    if (checked.picture.isEmpty() || used >= drawnRows(buttonTexts(body)).size()) return {};
+    return {{placeOf("/body/ctas", used),
+             "a message of type " + quoted(rawValue(body.type)) + " draws its first button only",
+             "one button, or a type that draws more"}};
 }
 
 Objections unusedParts(const CheckedCampaign& checked) {
     Objections found;
-    if (!isDrawn(checked)) return found;
+    if (checked.picture.isEmpty()) return found;
     VantixInAppMessagePayload message = filled(checked.message());
-    Picture picture(message, checked.picture.traits());
-    std::size_t buttons = drawnButtons(checked);
+    std::optional<Picture> withAllTexts;
+    if (message != checked.message()) withAllTexts.emplace(message, checked.options.device);
+    const Picture& picture = withAllTexts ? *withAllTexts : checked.picture;
     forEachWrittenField(checked.campaign, [&](const WrittenField& written) {
         if (!written.field || isEmptyText(written.value)) return;
-        bool isOfUndrawnButton = written.container == "/template/ctas/*" && indexIn(written.place) >= buttons;
+        bool isOfUndrawnButton =
+            written.container == "/template/ctas/*" && indexIn(written.place) >= picture.drawnButtons();
         auto changed = isOfUndrawnButton ? std::nullopt : changedIn(written, message);
         if (!changed || picture.differsFor(*changed)) return;
         found.push_back({written.place,
-                         "a message of type \"" + std::string(rawValue(message.body.type)) + "\" does not draw " +
-                             quoted(written.key) + " of the " + (written.container == "/body" ? "body" : "style"),
-                         "leave it out, or choose a type that draws it"});
+                         "a message of type " + quoted(rawValue(message.body.type)) + " does not draw " +
+                             quoted(written.key) + " of its " + whole(written),
+                         "nothing, or a type that draws it"});
     });
     return found;
 }
 
 Objections missingCardColor(const CheckedCampaign& checked) {
-    const Picture::State& state = checked.picture.untouched();
-    for (std::size_t at = 0; at < state.items.size(); ++at) {
+    const Picture& picture = checked.picture;
+    bool isWindowOpaque = picture.window(Color::white()) == picture.window(Color::black());
+    const Picture::State& state = picture.untouched();
+    for (std::size_t at = 0; at < state.items.size() && !isWindowOpaque; ++at) {
         auto sign = signOf(state.items[at]);
-        if (!sign || !sign->isText || state.background(sign->place, at, checked.picture.window())) continue;
+        if (!sign || !sign->isText || state.isPainted(sign->place, at)) continue;
         return {{"/template/layoutBackgroundColor",
-                 "the card has no background of its own, the texts stand on whatever the application shows",
-                 "\"#FFFFFF\", or another color that is not see-through"}};
+                 "the card has no background of its own, its texts stand on whatever the application shows",
+                 "a color that is not see-through, such as \"#FFFFFF\""}};
     }
     return {};
 }
@@ -246,59 +263,45 @@ Objections weakContrast(const CheckedCampaign& checked) {
 Objections missingCharacters(const CheckedCampaign& checked) {
     Objections found;
     const TextMeasurer& measurer = *Platform::current()->textMeasurer;
-    for (const auto& [place, what, text] : shownTexts(checked.message())) {
-        for (const AccessibleElement& element : checked.picture.untouched().elements) {
-            if (!element.font || element.label != text) continue;
-            std::string missing;
-            for (const std::string& character : measurer.missingCharacters(text, *element.font)) missing += character;
-            if (!missing.empty()) {
-                found.push_back({place,
-                                 "no font here has " + quoted(missing) + " of the " + std::string(what) +
-                                     ", which is drawn as boxes",
-                                 "other characters, or a look at a device that has them"});
-            }
-            break;
+    for (const ShownText& shown : shownTexts(checked.message())) {
+        const AccessibleElement* element = checked.picture.untouched().element(shown.element);
+        if (!element || !element->font) continue;
+        std::string missing;
+        for (const std::string& character : measurer.missingCharacters(element->label, *element->font)) {
+            missing += character;
         }
+        if (missing.empty()) continue;
+        found.push_back(
+            {shown.place,
+             "no font here has " + quoted(missing) + " of the " + shown.what() + ", and boxes are drawn instead",
+             "other characters, or a look at a device that has them"});
     }
     return found;
 }
 
 Objections cutTexts(const CheckedCampaign& checked) {
     Objections found;
+    if (checked.picture.isEmpty()) return found;
     const InAppBody& body = checked.message().body;
-    auto addRows = [&](const char* list, const char* what, std::size_t drawn, std::size_t written) {
-        if (drawn == written) return;
-        found.push_back(
-            {placeOf(list, drawn),
-             "only the first " + std::to_string(drawn) + " of " + std::to_string(written) + " " + what + " are drawn",
-             "fewer and shorter " + std::string(what)});
-    };
-    if (!isDrawn(checked)) return found;
-    addRows("/body/ctas", "buttons", drawnRows(buttonTexts(body)).size(), body.ctas.size());
-    addRows("/body/feedbackOptions/options", "options", drawnRows(body.feedback.options).size(),
-            body.feedback.options.size());
-    for (const auto& [place, what, text] : shownTexts(checked.message())) {
-        const auto& elements = checked.picture.untouched().elements;
-        bool isCut = std::any_of(elements.begin(), elements.end(), [text = text](const AccessibleElement& element) {
-            constexpr std::string_view ellipsis = "…";
-            std::string_view label = element.label;
-            if (label.size() <= ellipsis.size() || label == text || !label.ends_with(ellipsis)) return false;
-            return text.starts_with(label.substr(0, label.size() - ellipsis.size())) && label.size() > 1024;
-        });
-        if (!isCut) continue;
-        found.push_back({place,
-                         "the " + std::string(what) + " is longer than what is drawn, an ellipsis stands for the rest",
-                         "a shorter text"});
+    addUndrawnRows("/body/ctas", "buttons", buttonTexts(body), checked.picture.drawnButtons(), found);
+    addUndrawnRows("/body/feedbackOptions/options", "options", body.feedback.options, drawnOptions(checked.picture),
+                   found);
+    for (const ShownText& shown : shownTexts(checked.message())) {
+        const AccessibleElement* element = checked.picture.untouched().element(shown.element);
+        if (!element || element->label.size() >= shown.text.size()) continue;
+        found.push_back({shown.place,
+                         "the " + shown.what() + " is longer than what is drawn, an ellipsis stands for the rest",
+                         "a text of at most 16,384 bytes"});
     }
     return found;
 }
 
 Objections tallerThanTheScreen(const CheckedCampaign& checked) {
     constexpr double rounding = 1;
-    double hidden = checked.picture.untouched().scrollRange;
+    double hidden = checked.picture.scrollRange();
     if (hidden <= rounding) return {};
     return {{"/body",
-             "the message is " + std::to_string(static_cast<int>(hidden)) +
+             "the message is " + std::to_string(std::lround(hidden)) +
                  " points higher than the screen, and must be scrolled to its end",
              "shorter or smaller texts, fewer options"}};
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "CampaignCheck/Finding.h"
 #include "CampaignCheck/Rules/Campaign.h"
+#include "CampaignCheck/Rules/Finding.h"
 #include "CampaignCheck/Rules/Picture.h"
 #include "Platform/Ports/ImageDecoder.h"
 #include "Platform/Values/URL.h"
@@ -9,8 +9,8 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,7 +28,7 @@ struct FetchedImage {
 struct CheckOptions {
     /// Who holds the phone; absent: anyone.
     std::optional<std::string> customer = {};
-    /// The application's identity in the store, as the host passes it; absent: not known.
+    /// The application's identity in the store, empty when it has none; absent: not known.
     std::optional<std::string> storeId = {};
     std::chrono::system_clock::time_point now = std::chrono::system_clock::now();
     /// What it is shown on.
@@ -37,13 +37,16 @@ struct CheckOptions {
     std::function<FetchedImage(const URL&)> fetchImage = {};
 };
 
+/// The files of a run by the scopes of their campaigns.
+using ScopesInUse = std::map<std::string, std::string>;
+
 /// One campaign in its run, as a rule looks at it.
 struct CheckedCampaign {
     const Campaign& campaign;
     /// What the device draws of it.
     const Picture& picture;
-    /// The campaigns of the run that come before it.
-    std::span<const Campaign> earlier;
+    /// Of the campaigns that come before it.
+    const ScopesInUse& scopesInUse;
     const CheckOptions& options;
     /// Absent when there is none to fetch.
     std::optional<FetchedImage> image = {};
@@ -59,16 +62,18 @@ struct Objection {
     std::string instead;
 };
 
+using Objections = std::vector<Objection>;
+
 /// What may be wrong with a campaign.
 struct Rule {
     std::string_view code;
     Severity severity;
     /// When it is found, in words.
     std::string_view foundWhen;
-    std::vector<Objection> (*question)(const CheckedCampaign&);
+    Objections (*question)(const CheckedCampaign&);
+    /// Whether what it finds explains what other rules find at the same place and within: a value that cannot be read
+    /// as it is written, so that the rest is no mistake of its own.
+    bool explains = false;
 };
-
-/// All rules, in the order in which their findings are told.
-std::span<const Rule> campaignRules();
 
 }  // namespace vantix

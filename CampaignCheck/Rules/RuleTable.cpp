@@ -1,5 +1,12 @@
-#include "CampaignCheck/Rules/Questions.h"
-#include "CampaignCheck/Rules/Rule.h"
+#include "CampaignCheck/Rules/RuleTable.h"
+
+#include "CampaignCheck/Rules/AnswerQuestions.h"
+#include "CampaignCheck/Rules/ContentQuestions.h"
+#include "CampaignCheck/Rules/ImageQuestions.h"
+#include "CampaignCheck/Rules/PictureQuestions.h"
+#include "CampaignCheck/Rules/StructureQuestions.h"
+#include "CampaignCheck/Rules/StyleQuestions.h"
+#include "CampaignCheck/Rules/TriggerQuestions.h"
 
 namespace vantix {
 
@@ -7,9 +14,10 @@ namespace {
 
 constexpr auto error = Severity::error;
 constexpr auto warning = Severity::warning;
+constexpr bool explains = true;
 
 constexpr Rule rules[] = {
-    {"json", error, "the file, or a nested text, is no JSON object", unreadableTexts},
+    {"json", error, "the file, or a nested text, is no JSON object", unreadableTexts, explains},
     {"no-scope", error, "no scope, or an empty one", missingScope},
     {"no-trigger", error, "no trigger event name, or an empty one", missingTrigger},
     {"unknown-type", error,
@@ -18,12 +26,13 @@ constexpr Rule rules[] = {
      unknownType},
     {"banner-image", error, "a header or footer whose image is not https", insecureBannerImage},
     {"banner-empty", error, "a header or footer without message", bannerWithoutMessage},
-    {"unknown-action", error, "a call to action of a type that the device does not act on", unknownActions},
+    {"unknown-action", error, "a call to action of a type that the device does not act on", unknownActions, explains},
     {"no-answer-button", error, "RATING, FEEDBACK or APPRATING without a call to action of its own type",
      missingAnswerButton},
     {"no-options", error, "FEEDBACK without options that can be read", missingOptions},
     {"image-address", error, "an image address that is not an absolute http or https URL", badImageAddress},
-    {"action-address", error, "EXTERNAL or DEEPLINK whose action is empty or has no scheme", badActionAddresses},
+    {"action-address", error, "EXTERNAL or DEEPLINK whose action is empty, has no scheme, or one that is never opened",
+     badActionAddresses},
     {"other-customer", error, "with --customer: the campaign is for someone else and would be gone at the next launch",
      otherCustomer},
     {"store-id", error, "APPRATING, with no --store-id given as \"\"", missingStoreId},
@@ -39,7 +48,7 @@ constexpr Rule rules[] = {
     {"unknown-key", warning, "a key that nothing reads, at any level", unknownKeys},
     {"wrong-kind", warning,
      "a value of another kind than is read (a number as text size, an object for a list, a number among options)",
-     wrongKinds},
+     wrongKinds, explains},
     {"empty-button", warning, "a call to action without text", emptyButtons},
     {"unused-button", warning, "a call to action that the type does not draw", unusedButtons},
     {"unused-part", warning,
@@ -47,14 +56,14 @@ constexpr Rule rules[] = {
      unusedParts},
     {"button-style-count", warning, "fewer or more button styles than buttons", buttonStyleCount},
     {"wrong-action", warning, "RATING, FEEDBACK or APPRATING as call to action of another type of message",
-     wrongActions},
+     wrongActions, explains},
     {"selection-type", warning, "a selection type that is not known", unknownSelectionType},
     {"equal-options", warning, "options that are equal but for letter case", equalOptions},
-    {"color", warning, "a colour that is none", badColors},
+    {"color", warning, "a colour that is none", badColors, explains},
     {"color-order", warning,
      "eight digits whose first three pairs are equal and whose last differs (\"#FFFFFF80\"): white, black or grey "
      "with an alpha in another order than the device's",
-     alphaInOtherOrder},
+     alphaInOtherOrder, explains},
     {"no-layout-color", warning, "a card without background, its texts stand on the application", missingCardColor},
     {"contrast", warning, "a text below 4.5 : 1, a mark or star below 3 : 1, against what it stands on", weakContrast},
     {"text-size", warning, "a size that is no whole number above 0, or above 100", badTextSizes},
@@ -66,7 +75,11 @@ constexpr Rule rules[] = {
      markupInTexts},
     {"number-text", warning, "a trigger attribute that is a text holding a number (it matches texts only)",
      numbersAsTexts},
-    {"validity", warning, "a validity in the past (it decides nothing on the device)", pastValidity},
+    {"validity", warning,
+     "a validity in the past, written as an ISO 8601 date or date-time (blank or T between) or as seconds since 1970 "
+     "(it "
+     "decides nothing on the device)",
+     pastValidity},
     {"gateway", warning, "a gateway that is not known", unknownGateway},
     {"cut", warning, "more text, buttons or options than are drawn", cutTexts},
     {"tall", warning, "more than one screen high on the given device, so that it must be scrolled to its buttons",

@@ -1,5 +1,6 @@
-#include "CampaignCheck/Fields/NearestWord.h"
-#include "CampaignCheck/Rules/Questions.h"
+#include "CampaignCheck/Rules/StructureQuestions.h"
+
+#include "CampaignCheck/Rules/Wording.h"
 #include "CampaignCheck/Rules/WrittenFields.h"
 #include "VantixInAppMessage/Core/InAppMessagePayload/InAppMessagePayloadKeys.h"
 
@@ -16,14 +17,10 @@ std::string whatUnreadableTextDoes(const std::string& place) {
     return "the device shows the message without its style";
 }
 
-/// The keys that are read there, for whoever wrote another one.
-std::string knownKeys(const std::vector<const CampaignField*>& fields, std::string_view written) {
+std::vector<std::string_view> keysIn(std::string_view container) {
     std::vector<std::string_view> keys;
-    for (const CampaignField* field : fields) keys.push_back(field->key());
-    if (auto nearest = nearestWord(written, keys); !nearest.empty()) return "\"" + std::string(nearest) + "\"";
-    std::string all;
-    for (std::string_view key : keys) all += (all.empty() ? "one of " : ", ") + std::string(key);
-    return all;
+    for (const CampaignField* field : fieldsIn(container)) keys.push_back(field->key());
+    return keys;
 }
 
 std::string_view kindOf(const Value& value) {
@@ -46,7 +43,8 @@ bool isOfKind(const Value& value, const CampaignField& field) {
         case FieldKind::color:
             return value.text();
         case FieldKind::object:
-            return value.dictionary() || (field.isNested() && value.text());
+            // What stands in a nested text is looked at by itself.
+            return value.dictionary() || field.isNested();
         case FieldKind::freeObject:
             return value.dictionary();
         case FieldKind::objects:
@@ -60,16 +58,16 @@ bool isOfKind(const Value& value, const CampaignField& field) {
 /// The written value in the kind that is read, where that is plain.
 std::string asRead(const Value& value, const CampaignField& field) {
     bool isNumber = value.integer() && (field.kind == FieldKind::text || field.kind == FieldKind::numberText);
-    if (isNumber) return "\"" + std::to_string(*value.integer()) + "\"";
+    if (isNumber) return "\"" + std::to_string(*value.integer()) + "\", in quotation marks";
     return std::string(inWords(field.kind));
 }
 
 std::string whatWrongKindLoses(const Value& value, const CampaignField& field) {
     bool isMixedList = value.list() && (field.kind == FieldKind::objects || field.kind == FieldKind::texts);
     if (isMixedList)
-        return "it holds something that is no " + std::string(field.kind == FieldKind::texts ? "text" : "object") +
+        return "holds something that is no " + std::string(field.kind == FieldKind::texts ? "text" : "object") +
                ", and the device reads nothing of the list";
-    return "it is " + std::string(kindOf(value)) + ", which the device does not read there";
+    return "is " + std::string(kindOf(value)) + ", which the device does not read there: it counts as not written";
 }
 
 }  // namespace
@@ -77,9 +75,10 @@ std::string whatWrongKindLoses(const Value& value, const CampaignField& field) {
 Objections unreadableTexts(const CheckedCampaign& checked) {
     Objections found;
     for (const auto& [place, reason] : checked.campaign.unreadable) {
-        std::string what = place.empty() ? "the file" : "the text under \"" + place.substr(1) + "\"";
-        found.push_back({place, what + " is no JSON object (" + reason + "): " + whatUnreadableTextDoes(place),
-                         place.empty() ? "{ … } with the keys of a campaign" : "an object, or the JSON text of one"});
+        std::string what = place.empty() ? "the file" : "what stands under \"" + place.substr(1) + "\"";
+        found.push_back(
+            {place, what + " is no JSON object (" + reason + "): " + whatUnreadableTextDoes(place),
+             place.empty() ? "one object, { … }, with the keys of a campaign" : "an object, or the JSON text of one"});
     }
     return found;
 }
@@ -89,7 +88,7 @@ Objections unknownKeys(const CheckedCampaign& checked) {
     forEachWrittenField(checked.campaign, [&](const WrittenField& written) {
         if (written.field || written.place == schemaPlace) return;
         found.push_back({written.place, "nothing reads " + quoted(written.key) + ", the device passes it over",
-                         knownKeys(fieldsIn(written.container), written.key)});
+                         nearestOrAll(written.key, keysIn(written.container))});
     });
     return found;
 }
@@ -98,7 +97,7 @@ Objections wrongKinds(const CheckedCampaign& checked) {
     Objections found;
     forEachWrittenField(checked.campaign, [&](const WrittenField& written) {
         if (!written.field || written.value.isNull() || isOfKind(written.value, *written.field)) return;
-        found.push_back({written.place, quoted(written.key) + ": " + whatWrongKindLoses(written.value, *written.field),
+        found.push_back({written.place, quoted(written.key) + " " + whatWrongKindLoses(written.value, *written.field),
                          asRead(written.value, *written.field)});
     });
     return found;

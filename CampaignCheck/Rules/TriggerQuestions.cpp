@@ -1,14 +1,15 @@
-#include "CampaignCheck/Rules/Questions.h"
+#include "CampaignCheck/Rules/TriggerQuestions.h"
+
 #include "CampaignCheck/Rules/ValidityTime.h"
+#include "CampaignCheck/Rules/Wording.h"
 #include "CampaignCheck/Rules/WrittenFields.h"
+#include "CampaignCheck/Text/JSONWalk.h"
 #include "Platform/Values/CaseFolding.h"
+#include "Platform/Values/JSON.h"
 #include "VantixCore/VantixEvents.h"
 #include "VantixInAppMessage/Core/InAppMessageObjections.h"
-#include "VantixInAppMessage/Core/InAppMessagePayload/WholeNumber.h"
 
-#include <algorithm>
 #include <array>
-#include <cstdlib>
 
 namespace vantix {
 
@@ -19,33 +20,30 @@ using TriggerType = VantixInAppNotificationTriggerType;
 constexpr std::array triggerTypes{TriggerType::instant, TriggerType::appLaunch};
 
 bool isNumber(const std::string& text) {
-    if (text.empty() || text.find_first_not_of("+-.0123456789eE") != std::string::npos) return false;
-    char* end = nullptr;
-    std::strtod(text.c_str(), &end);
-    return end == text.c_str() + text.size();
+    auto value = parseJSON(text);
+    return value && (value.value().integer() || value.value().real());
 }
 
 }  // namespace
 
 Objections missingScope(const CheckedCampaign& checked) {
     if (!applies(InAppMessageObjection::noScope, checked.message())) return {};
-    return {{"/scope", "there is no scope, and the device drops a message without one",
-             "\"scope\" with a text of its own for each campaign"}};
+    return {{"/scope", "no text stands under \"scope\", and the device drops a message without a scope",
+             "a text of its own for each campaign, such as \"autumn-sale\""}};
 }
 
 Objections repeatedScope(const CheckedCampaign& checked) {
     const std::string& scope = checked.message().scope;
-    auto same = std::find_if(checked.earlier.begin(), checked.earlier.end(),
-                             [&](const Campaign& earlier) { return earlier.message->scope == scope; });
-    if (scope.empty() || same == checked.earlier.end()) return {};
-    return {{"/scope",
-             same->file + " has the scope " + quoted(scope) + ", too: on the device one replaces or removes the other",
-             "a scope of its own for each campaign"}};
+    auto same = checked.scopesInUse.find(scope);
+    if (scope.empty() || same == checked.scopesInUse.end()) return {};
+    return {
+        {"/scope",
+         same->second + " has the scope " + quoted(scope) + ", too: on the device one replaces or removes the other",
+         "a scope of its own for each campaign"}};
 }
 
 Objections missingTrigger(const CheckedCampaign& checked) {
-    bool isUnreadable = checked.campaign.push.text("trigger") && checked.message().trigger.textRepresentation.empty();
-    if (isUnreadable || !applies(InAppMessageObjection::noEventName, checked.message())) return {};
+    if (!applies(InAppMessageObjection::noEventName, checked.message())) return {};
     return {{"/trigger/eventName", "the trigger names no event, and the device drops the message",
              "\"INSTANT\", \"APP_LAUNCH\" or the name of an event of the application"}};
 }
@@ -89,10 +87,11 @@ Objections numbersAsTexts(const CheckedCampaign& checked) {
 
 Objections missingCustomer(const CheckedCampaign& checked) {
     if (!checked.message().cuid.empty()) return {};
-    return {{"/cuid",
-             "no customer is named, so that the message is shown at once or never: it is not read back from "
-             "the device's store",
-             "\"cuid\" with the customer whom it is for"}};
+    return {
+        {"/cuid",
+         "no text stands under \"cuid\", so that the message is shown at once or never: the device does not read it "
+         "back from its store",
+         "\"cuid\" with the customer whom it is for"}};
 }
 
 Objections otherCustomer(const CheckedCampaign& checked) {
@@ -117,8 +116,10 @@ Objections pastValidity(const CheckedCampaign& checked) {
 Objections unknownGateway(const CheckedCampaign& checked) {
     const std::string* gateway = checked.campaign.push.text("gateway");
     if (!gateway || notificationGateway(*gateway)) return {};
-    return {{"/gateway", quoted(*gateway) + " is no gateway that the device knows, it takes \"fcm\"",
-             "\"fcm\" or \"apns\""}};
+    return {{"/gateway",
+             quoted(*gateway) + " is no gateway that the device knows, it takes " +
+                 quoted(rawValue(checked.message().gateway)),
+             nearestOrAll(*gateway, wordsOf("/gateway"))}};
 }
 
 }  // namespace vantix

@@ -1,9 +1,11 @@
 #include "CampaignCheck/Rules/WrittenFields.h"
 
 #include "CampaignCheck/Text/JSONWalk.h"
-#include "Platform/Values/UTF8.h"
 #include "VantixCore/VantixConstants.h"
 #include "VantixInAppMessage/Core/InAppMessagePayload/InAppMessagePayloadKeys.h"
+#include "VantixInAppMessage/Core/InAppMessagePayload/WholeNumber.h"
+
+#include <algorithm>
 
 namespace vantix {
 
@@ -12,10 +14,10 @@ namespace {
 using Visit = std::function<void(const WrittenField&)>;
 
 const CampaignField* fieldNamed(const std::string& container, std::string_view key) {
-    for (const CampaignField* field : fieldsIn(container)) {
-        if (field->key() == key) return field;
-    }
-    return nullptr;
+    auto fields = campaignFields();
+    auto found = std::ranges::find_if(
+        fields, [&](const CampaignField& field) { return field.key() == key && field.container() == container; });
+    return found == fields.end() ? nullptr : &*found;
 }
 
 void visitMembers(const Dictionary& object, const std::string& place, const std::string& container, const Visit& visit);
@@ -54,13 +56,17 @@ void forEachWrittenField(const Campaign& campaign, const Visit& visit) {
 
 std::vector<ShownText> shownTexts(const VantixInAppMessagePayload& message) {
     const InAppBody& body = message.body;
-    std::vector<ShownText> texts{{"/body/title", "title", body.title}, {"/body/message", "message", body.message}};
+    std::vector<ShownText> texts{{"/body/title", {Role::title, 0}, body.title},
+                                 {"/body/message", {Role::message, 0}, body.message}};
     for (std::size_t index = 0; index < body.ctas.size(); ++index) {
-        texts.push_back({placeOf("/body/ctas", index, NotificationPayloadKeys::actionText), "button",
+        texts.push_back({placeOf("/body/ctas", index, NotificationPayloadKeys::actionText),
+                         {Role::button, static_cast<int>(index)},
                          *body.ctas[index].actionText});
     }
     for (std::size_t index = 0; index < body.feedback.options.size(); ++index) {
-        texts.push_back({placeOf("/body/feedbackOptions/options", index), "option", body.feedback.options[index]});
+        texts.push_back({placeOf("/body/feedbackOptions/options", index),
+                         {Role::option, static_cast<int>(index)},
+                         body.feedback.options[index]});
     }
     std::erase_if(texts, [](const ShownText& shown) { return shown.text.empty(); });
     return texts;
@@ -71,10 +77,13 @@ std::string placeOf(std::string_view list, std::size_t index, std::string_view k
     return key.empty() ? place : place + "/" + std::string(key);
 }
 
-std::string quoted(std::string_view text) {
-    constexpr std::size_t longest = 60;
-    std::string shown = repairUTF8(text.substr(0, longest));
-    return "\"" + shown + (text.size() > longest ? "…\"" : "\"");
+std::size_t indexIn(std::string_view place) {
+    for (std::size_t at = 0; at + 1 < place.size(); ++at) {
+        if (place[at] != '/') continue;
+        std::string_view step = place.substr(at + 1, place.find('/', at + 1) - at - 1);
+        if (auto index = wholeNumber(step)) return static_cast<std::size_t>(*index);
+    }
+    return 0;
 }
 
 }  // namespace vantix

@@ -2,6 +2,7 @@
 
 #include "CampaignCheck/Fields/CampaignField.h"
 #include "CampaignCheck/Rules/Campaign.h"
+#include "DeclarativeUI/AccessibleElement.h"
 
 #include <functional>
 #include <string>
@@ -29,10 +30,13 @@ void forEachWrittenField(const Campaign& campaign, const std::function<void(cons
 /// A text that people read, with its place.
 struct ShownText {
     std::string place;
-    /// "title", "message", "button", "option".
-    std::string_view what;
+    /// The element that shows it, if one does.
+    ElementIdentity element;
     /// Of the message that was asked.
     std::string_view text;
+
+    /// "title", "message", "button", "option".
+    std::string what() const { return roleName(element.role); }
 };
 
 /// Title, message, texts of buttons and options, those that are not empty, in this order.
@@ -40,8 +44,7 @@ std::vector<ShownText> shownTexts(const VantixInAppMessagePayload& message);
 
 /// A place in a list: "/body/ctas/2/type".
 std::string placeOf(std::string_view list, std::size_t index, std::string_view key = {});
-
-/// In quotation marks, cut where it is long.
-std::string quoted(std::string_view text);
+/// The index in such a place.
+std::size_t indexIn(std::string_view place);
 
 }  // namespace vantix

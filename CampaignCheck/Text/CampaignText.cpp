@@ -1,6 +1,5 @@
 #include "CampaignCheck/Text/CampaignText.h"
 
-#include "Platform/Values/UTF8.h"
 #include "VantixCore/VantixConstants.h"
 #include "VantixInAppMessage/Core/InAppMessagePayload/InAppMessagePayloadKeys.h"
 
@@ -14,6 +13,8 @@ namespace {
 
 /// What stands deeper in a text with more values than anyone writes by hand is found at its container.
 constexpr std::size_t mostPlaces = 100'000;
+
+bool beginsCharacter(char byte) { return (static_cast<unsigned char>(byte) & 0xC0) != 0x80; }
 
 bool holdsCampaignJSON(const std::string& pointer) {
     for (const char* key :
@@ -51,7 +52,7 @@ JSONPlace CampaignText::place(std::string pointer) const {
 
 TextPosition CampaignText::position(std::size_t offset) const {
     auto line = std::prev(std::upper_bound(lines_.begin(), lines_.end(), offset));
-    auto before = codePoints(std::string_view(text_).substr(*line, offset - *line)).size();
+    auto before = std::ranges::count_if(std::string_view(text_).substr(*line, offset - *line), beginsCharacter);
     return {static_cast<int>(line - lines_.begin()) + 1, static_cast<int>(before) + 1};
 }
 

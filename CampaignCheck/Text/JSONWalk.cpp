@@ -1,9 +1,12 @@
 #include "CampaignCheck/Text/JSONWalk.h"
 
 #include "Platform/Values/JSON.h"
+#include "Platform/Values/JSONText.h"
+#include "Platform/Values/UTF8.h"
 
 #include <algorithm>
 #include <cstdint>
+#include <iterator>
 #include <utility>
 #include <vector>
 
@@ -11,26 +14,45 @@ namespace vantix {
 
 namespace {
 
-/// A text that is read, and where each of its bytes comes from.
-struct Source {
-    std::string_view text;
-    /// Absent: the text is the outermost one.
-    const std::vector<std::size_t>* origins = nullptr;
-
-    std::size_t offset(std::size_t at) const {
-        if (!origins) return at;
-        return at < origins->size() ? (*origins)[at] : origins->back();
+/// Where the bytes of a text stand in the outermost one.
+class Origins {
+public:
+    /// The byte at `at`, and those after it that stand as close to each other, come from `origin`.
+    void add(std::size_t at, std::size_t origin) {
+        if (jumps_.empty() || of(at) != origin) jumps_.push_back({at, origin});
     }
+
+    std::size_t of(std::size_t at) const {
+        auto next = std::ranges::upper_bound(jumps_, at, {}, &Jump::at);
+        const Jump& jump = *std::prev(next);
+        return jump.origin + (at - jump.at);
+    }
+
+private:
+    struct Jump {
+        std::size_t at;
+        std::size_t origin;
+    };
+    std::vector<Jump> jumps_;
 };
 
-/// A text's bytes without quotation marks and escapes; one more origin tells where it ends.
+/// A text that is read, and where it comes from.
+struct Source {
+    std::string_view text;
+    /// Null: the text is the outermost one.
+    const Origins* origins = nullptr;
+
+    std::size_t offset(std::size_t at) const { return origins ? origins->of(at) : at; }
+};
+
+/// A text's bytes without quotation marks and escapes.
 struct DecodedText {
     std::string text;
-    std::vector<std::size_t> origins;
+    Origins origins;
 
     void append(std::string_view bytes, std::size_t origin) {
+        origins.add(text.size(), origin);
         text += bytes;
-        origins.insert(origins.end(), bytes.size(), origin);
     }
 };
 
@@ -133,11 +155,12 @@ private:
     DecodedText decodedText() {
         DecodedText decoded;
         readText(&decoded);
-        decoded.origins.push_back(source_.offset(at_ - 1));
+        decoded.origins.add(decoded.text.size(), source_.offset(at_ - 1));
         return decoded;
     }
 
     void readText(DecodedText* decoded) {
+        constexpr std::size_t longestCharacter = 4;
         take('"');
         while (next() != '"') {
             std::size_t origin = source_.offset(at_);
@@ -145,9 +168,10 @@ private:
                 std::string character = escape();
                 if (decoded) decoded->append(character, origin);
             } else {
-                if (static_cast<unsigned char>(next()) < 0x20) fail();
-                if (decoded) decoded->append(source_.text.substr(at_, 1), origin);
-                ++at_;
+                std::size_t length = codePointLength(source_.text.substr(at_, longestCharacter));
+                if (length == 0 || static_cast<unsigned char>(next()) < 0x20) fail();
+                if (decoded) decoded->append(source_.text.substr(at_, length), origin);
+                at_ += length;
             }
         }
         take('"');
@@ -191,7 +215,7 @@ private:
     void scalar() {
         std::size_t end = source_.text.find_first_of(" \t\r\n,]}:\"[{", at_);
         std::string_view token = source_.text.substr(at_, end == std::string_view::npos ? end : end - at_);
-        if (token.empty() || !parseJSON(token)) fail();
+        if (token.empty() || !isJSON(token)) fail();
         at_ += token.size();
     }
 

@@ -1,31 +1,27 @@
 #include "Tools/vantix-inapp/Check/CheckCommand.h"
 
 #include "CampaignCheck/CampaignCheck.h"
+#include "CampaignCheck/Rules/RuleTable.h"
 #include "CampaignCheck/Schema/CampaignSchema.h"
 #include "Platform/Ports/ImageDecoder.h"
 #include "Platform/Ports/Platform.h"
 #include "Platform/Values/IndentedJSON.h"
 #include "Platform/Values/JSON.h"
 #include "Tools/vantix-inapp/Check/CampaignFolder.h"
+#include "Tools/vantix-inapp/Check/FindingLine.h"
+#include "Tools/vantix-inapp/Headless/ImageFetch.h"
 #include "Tools/vantix-inapp/Headless/Pace.h"
+#include "Tools/vantix-inapp/Headless/SilentHost.h"
 #include "Tools/vantix-inapp/Headless/Simulation.h"
 #include "Tools/vantix-inapp/Headless/StateDirectory.h"
 #include "Tools/vantix-inapp/Input/InputFile.h"
-#include "VantixCore/ImageUtility.h"
-#include "VantixCore/Vantix.h"
+#include "Tools/vantix-inapp/Output/StandardOutput.h"
 
-#include <algorithm>
 #include <cstdio>
 
 namespace vantix {
 
 namespace {
-
-VantixHost silentHost() {
-    VantixHost host;
-    host.logSink = [](const LogLine&) {};
-    return host;
-}
 
 std::vector<CampaignFile> readCampaigns(const std::vector<std::string>& names) {
     std::vector<CampaignFile> files;
@@ -34,18 +30,11 @@ std::vector<CampaignFile> readCampaigns(const std::vector<std::string>& names) {
 }
 
 FetchedImage fetched(const URL& url, Pace& pace) {
-    FetchedImage image;
-    auto keep = [&](const Result<ImageData, ImageError>& data) {
-        if (!data) {
-            image.problem = data.error().localizedDescription;
-            return;
-        }
-        image.bytes = data.value()->size();
-        if (auto size = Platform::current()->imageDecoder->probe(*data.value())) image.size = size.value();
-    };
-    auto transfer = ImageUtility::downloadImage(url, {}, keep);
-    pace.settle();
-    return image;
+    auto data = fetchImage(url, pace);
+    if (!data) return {.problem = data.error().localizedDescription};
+    auto size = Platform::current()->imageDecoder->probe(*data.value());
+    if (!size) return {.problem = size.error().localizedDescription};
+    return {.bytes = data.value()->size(), .size = size.value()};
 }
 
 CheckOptions optionsFor(const CheckArguments& arguments, Pace& pace) {
@@ -57,28 +46,12 @@ CheckOptions optionsFor(const CheckArguments& arguments, Pace& pace) {
     return options;
 }
 
-const char* word(Severity severity) { return severity == Severity::error ? "error" : "warning"; }
-
-void printText(const Finding& finding) {
-    std::printf("%s:%d:%d: %s: %s. Instead: %s. [%s]\n", finding.file.c_str(), finding.line, finding.column,
-                word(finding.severity), finding.message.c_str(), finding.instead.c_str(), finding.rule.c_str());
-}
-
-void printJSON(const Finding& finding) {
-    Dictionary line{{"file", finding.file},       {"line", finding.line},      {"column", finding.column},
-                    {"place", finding.place},     {"rule", finding.rule},      {"severity", word(finding.severity)},
-                    {"message", finding.message}, {"instead", finding.instead}};
-    std::printf("%s\n", toJSON(line).c_str());
+void print(const Finding& finding, FindingFormat format) {
+    printLine(format == FindingFormat::text ? textOf(finding) : toJSON(objectOf(finding)));
 }
 
 std::string counted(int number, const char* what) {
     return std::to_string(number) + " " + what + (number == 1 ? "" : "s");
-}
-
-FindingCounts countsOf(const std::vector<Finding>& findings) {
-    FindingCounts counts;
-    for (const Finding& finding : findings) ++(finding.severity == Severity::error ? counts.errors : counts.warnings);
-    return counts;
 }
 
 }  // namespace
@@ -89,20 +62,29 @@ FindingCounts check(const CheckArguments& arguments) {
     auto pace = Pace::makeVirtual();
     Simulation simulation({}, state.path(), pace->dispatcher(), silentHost());
 
-    auto findings = checkCampaigns(files, optionsFor(arguments, *pace));
-    std::for_each(findings.begin(), findings.end(), arguments.format == FindingFormat::text ? printText : printJSON);
-    FindingCounts counts = countsOf(findings);
+    CheckOptions options = optionsFor(arguments, *pace);
+    CampaignChecker checker;
+    FindingCounts counts;
+    for (const CampaignFile& file : files) {
+        for (const Finding& finding : checker.check(file, options)) {
+            ++(finding.severity == Severity::error ? counts.errors : counts.warnings);
+            print(finding, arguments.format);
+        }
+    }
     if (arguments.format == FindingFormat::text) {
-        std::printf("%s: %s, %s\n", counted(static_cast<int>(files.size()), "campaign").c_str(),
-                    counted(counts.errors, "error").c_str(), counted(counts.warnings, "warning").c_str());
+        printLine(counted(static_cast<int>(files.size()), "campaign") + ": " + counted(counts.errors, "error") + ", " +
+                  counted(counts.warnings, "warning"));
     }
     return counts;
 }
 
 void printRules() {
+    constexpr int codeWidth = 20;
+    constexpr int severityWidth = 8;
     for (const Rule& rule : campaignRules()) {
-        std::printf("%-20s %-8s %s\n", std::string(rule.code).c_str(), word(rule.severity),
-                    std::string(rule.foundWhen).c_str());
+        std::printf("%-*.*s %-*s %.*s\n", codeWidth, static_cast<int>(rule.code.size()), rule.code.data(),
+                    severityWidth, severityWord(rule.severity).c_str(), static_cast<int>(rule.foundWhen.size()),
+                    rule.foundWhen.data());
     }
 }
 

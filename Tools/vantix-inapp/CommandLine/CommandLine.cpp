@@ -51,6 +51,7 @@ void addPlay(CLI::App& program, Command& chosen) {
     command->add_option("--out", arguments->outputDirectory, "Takes the screenshots; else the current folder does")
         ->type_name("DIR");
     command->add_flag("--live", arguments->live, "Waits in real time");
+    command->add_flag("--check", arguments->checks, "Prints what check finds in a campaign, before it is pushed");
     command->callback([arguments, &chosen] {
         chosen = [arguments] {
             play(*arguments);

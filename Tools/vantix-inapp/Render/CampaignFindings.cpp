@@ -1,7 +1,6 @@
 #include "Tools/vantix-inapp/Render/CampaignFindings.h"
 
-#include "Tools/vantix-inapp/Headless/Pace.h"
-#include "VantixCore/ImageUtility.h"
+#include "Tools/vantix-inapp/Headless/ImageFetch.h"
 #include "VantixInAppMessage/Core/InAppMessageObjections.h"
 #include "VantixInAppMessage/Core/InAppMessagePayload/InAppMessagePayloadKeys.h"
 
@@ -23,13 +22,8 @@ Finding unreadableStyle(const Dictionary& push, const VantixInAppMessagePayload&
 Finding imageProblem(const VantixInAppMessagePayload& message, Pace& pace) {
     auto url = message.getImageURL();
     if (!url) return "\"" + message.body.image + "\" is no URL";
-    Finding problem;
-    auto keep = [&](const Result<ImageData, ImageError>& image) {
-        if (!image) problem = image.error().localizedDescription;
-    };
-    auto transfer = ImageUtility::downloadImage(*url, {}, keep);
-    pace.settle();
-    return problem;
+    auto image = fetchImage(*url, pace);
+    return image ? Finding() : image.error().localizedDescription;
 }
 
 Finding lostImage(const VantixInAppMessagePayload& message, Pace& pace) {
