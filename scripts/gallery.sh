@@ -15,7 +15,7 @@ folder="$root/docs/campaigns"
 # are any. Its images come from the folder; the end of their addresses satisfies banners, which insist on https.
 scenario() {
     cat << EOF
-{"configure": {"customerId": "c-2041", "applicationState": "inactive", "logLevel": "error", "device": {"width": 390, "height": 844, "scale": 1, "safeArea": [47, 0, 34, 0]}}}
+{"configure": {"customerId": "c-2041", "applicationState": "inactive", "logLevel": "error", "device": {"width": 390, "height": 844, "scale": 2, "safeArea": [47, 0, 34, 0]}}}
 {"backend": {"images": "$folder/images"}}
 {"campaign": $(tr -d '\n' < "$1" | sed 's|https://images.fjordandfell.example/\([a-z.]*\)|$BACKEND/images/\1#https:|g')}
 {"state": "didBecomeActive"}
