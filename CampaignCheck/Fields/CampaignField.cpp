@@ -30,9 +30,9 @@ constexpr WordTable<Kind, 7> kinds{{{Kind::text, "a text"},
 // What the cases of the module's enumerations mean to an author.
 
 constexpr WordTable<Type, 7> types{{{Type::popup, "a card in the middle of the screen"},
-                                    {Type::fullScreen, "the whole screen"},
-                                    {Type::header, "a strip at the upper edge"},
                                     {Type::footer, "a strip at the lower edge"},
+                                    {Type::header, "a strip at the upper edge"},
+                                    {Type::fullScreen, "the whole screen"},
                                     {Type::rating, "a card with five stars"},
                                     {Type::feedback, "a card with options to choose from"},
                                     {Type::appRating, "a card that asks for a review in the store"}}};

@@ -71,7 +71,9 @@ Objections missingAnswerButton(const CheckedCampaign& checked) {
     auto meant = std::ranges::find_if_not(body.ctas, leadsSomewhere);
     auto index = static_cast<std::size_t>(meant - body.ctas.begin());
     return {{meant == body.ctas.end() ? "/body/ctas" : placeOf("/body/ctas", index, "type"),
-             "no button is of type " + quoted(rawValue(*answer)) + ", so that what the person answers is never sent",
+             "no button is of type " + quoted(rawValue(*answer)) + ", so that " +
+                 (body.type == Type::appRating ? "nothing opens the application's page in the store"
+                                               : "what the person answers is never sent"),
              "a button {\"type\": " + quoted(rawValue(*answer)) + ", \"actionText\": …}"}};
 }
 

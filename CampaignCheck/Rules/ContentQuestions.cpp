@@ -51,6 +51,15 @@ std::string_view tag(std::string_view text) {
     return {};
 }
 
+/// "[words](address)".
+std::string_view link(std::string_view text) {
+    std::string_view address = between(text, "](", ")");
+    if (address.empty()) return {};
+    auto end = static_cast<std::size_t>(address.data() - text.data());
+    auto begin = text.substr(0, end).rfind('[');
+    return begin == std::string_view::npos ? std::string_view() : text.substr(begin, end + address.size() - begin);
+}
+
 /// The first piece of the text that is meant for a program and not for people; empty when there is none.
 std::string_view markup(std::string_view text) {
     if (auto found = tag(text); !found.empty()) return found;
@@ -60,9 +69,10 @@ std::string_view markup(std::string_view text) {
                               {"{", "}"},
                               {"**", "**"},
                               {"__", "__"},
-                              {"](", ")"}}) {
+                              {"`", "`"}}) {
         if (auto found = between(text, begin, end); !found.empty()) return found;
     }
+    if (auto found = link(text); !found.empty()) return found;
     for (std::string_view written : {"\\n", "\\r", "\\t", "&#", "&amp;", "&lt;", "&gt;", "&nbsp;", "&quot;"}) {
         if (auto at = text.find(written); at != std::string_view::npos) return text.substr(at, written.size());
     }
@@ -97,10 +107,9 @@ Objections badImageAddress(const CheckedCampaign& checked) {
     if (image.empty() || applies(InAppMessageObjection::insecureBannerImage, checked.message())) return {};
     auto url = checked.message().getImageURL();
     if (url && url->isWebAddress()) return {};
-    bool isGone = checked.message().canDeleteInAppMessageWhenImageDownloadingFailed();
     return {{"/body/image",
              quoted(image) + (url ? " is no address that the device fetches" : " is no address") +
-                 (isGone ? ", and a header or footer goes with its image" : ", and a placeholder stands in its place"),
+                 ", and a placeholder stands in the image's place",
              "an absolute address, such as https://example.com/picture.png, blanks as %20"}};
 }
 

@@ -5,6 +5,7 @@
 #include "Platform/Ports/Platform.h"
 #include "Platform/Ports/TextMeasurer.h"
 #include "Platform/Values/Contrast.h"
+#include "Platform/Values/UTF8.h"
 #include "VantixInAppMessage/templates/DrawnRows.h"
 
 #include <algorithm>
@@ -72,6 +73,12 @@ std::optional<Sign> signOf(const DisplayItem& item) {
     return Sign{centre, *image->tint, false};
 }
 
+/// Whether nothing of the message itself lies behind it, which is a mistake of its own.
+bool standsOnTheApplication(const Sign& sign, std::size_t item, const Picture::State& state, const Picture& picture) {
+    bool isWindowOpaque = picture.window(Color::white()) == picture.window(Color::black());
+    return !isWindowOpaque && !state.isPainted(sign.place, item);
+}
+
 /// Rounded down, so that what is too little never reads as enough.
 std::string ratio(double number) {
     char text[32];
@@ -103,7 +110,7 @@ void addContrastObjections(const Picture::State& state, const Picture& picture, 
     for (std::size_t at = 0; at < state.items.size(); ++at) {
         auto sign = signOf(state.items[at]);
         const AccessibleElement* element = sign ? elementAt(state, sign->place) : nullptr;
-        if (!element) continue;
+        if (!element || standsOnTheApplication(*sign, at, state, picture)) continue;
         double asked = sign->isText ? 4.5 : 3;
         Seen seen = atBest(*sign, at, state, picture);
         if (seen.contrast() >= asked || !told.insert(colorPlace(*element)).second) continue;
@@ -144,13 +151,13 @@ std::optional<VantixInAppMessagePayload> changedIn(const WrittenField& written, 
     InAppBody& body = message.body;
     InAppMessageStyle& style = message.style;
     if (written.place == "/body/title")
-        body.title += "x";
+        body.title.insert(0, "x");
     else if (written.place == "/body/message")
-        body.message += "x";
+        body.message.insert(0, "x");
     else if (written.place == "/body/image")
         body.image.clear();
     else if (written.place == "/body/feedbackOptions")
-        body.feedback.options.emplace_back("x");
+        body.feedback.options.insert(body.feedback.options.begin(), "x");
     else if (written.place == "/template/layoutBackgroundColor")
         style.layoutBackgroundColor = otherColor;
     else if (written.place == "/template/rating/selectedColor")
@@ -169,16 +176,11 @@ std::optional<VantixInAppMessagePayload> changedIn(const WrittenField& written, 
     return message;
 }
 
-/// The part of the message whose style it is.
-std::string_view partOf(const WrittenField& written) {
-    if (written.container == "/template/rating") return "stars";
-    return written.container == "/template/ctas/*" ? "button" : std::string_view(written.container).substr(10);
-}
-
 /// What the field belongs to, in words.
-std::string whole(const WrittenField& written) {
-    if (written.container == "/body") return "body";
-    return written.container == "/template" ? "template" : "style of the " + std::string(partOf(written));
+std::string_view whole(const WrittenField& written) {
+    if (written.container == "/template/rating") return "stars";
+    if (written.container == "/template/ctas/*") return "button";
+    return std::string_view(written.container).substr(written.container.rfind('/') + 1);
 }
 
 bool isEmptyText(const Value& value) { return value.text() && value.text()->empty(); }
@@ -202,6 +204,17 @@ std::vector<std::string> buttonTexts(const InAppBody& body) {
     std::vector<std::string> texts;
     for (const InAppCTA& cta : body.ctas) texts.push_back(cta.actionText.value_or(""));
     return texts;
+}
+
+/// "U+E000 U+0301"
+std::string codePointNames(const std::string& text) {
+    std::string names;
+    for (char32_t character : codePoints(text)) {
+        char name[16];
+        std::snprintf(name, sizeof name, "U+%04X", static_cast<unsigned>(character));
+        names += (names.empty() ? "" : " ") + std::string(name);
+    }
+    return names;
 }
 
 }  // namespace
@@ -231,19 +244,17 @@ Objections unusedParts(const CheckedCampaign& checked) {
         if (!changed || picture.differsFor(*changed)) return;
         found.push_back({written.place,
                          "a message of type " + quoted(rawValue(message.body.type)) + " does not draw " +
-                             quoted(written.key) + " of its " + whole(written),
-                         "nothing, or a type that draws it"});
+                             quoted(written.key) + " of the " + std::string(whole(written)),
+                         "no " + quoted(written.key) + " there, or a type that draws it"});
     });
     return found;
 }
 
 Objections missingCardColor(const CheckedCampaign& checked) {
-    const Picture& picture = checked.picture;
-    bool isWindowOpaque = picture.window(Color::white()) == picture.window(Color::black());
-    const Picture::State& state = picture.untouched();
-    for (std::size_t at = 0; at < state.items.size() && !isWindowOpaque; ++at) {
+    const Picture::State& state = checked.picture.untouched();
+    for (std::size_t at = 0; at < state.items.size(); ++at) {
         auto sign = signOf(state.items[at]);
-        if (!sign || !sign->isText || state.isPainted(sign->place, at)) continue;
+        if (!sign || !sign->isText || !standsOnTheApplication(*sign, at, state, checked.picture)) continue;
         return {{"/template/layoutBackgroundColor",
                  "the card has no background of its own, its texts stand on whatever the application shows",
                  "a color that is not see-through, such as \"#FFFFFF\""}};
@@ -271,10 +282,10 @@ Objections missingCharacters(const CheckedCampaign& checked) {
             missing += character;
         }
         if (missing.empty()) continue;
-        found.push_back(
-            {shown.place,
-             "no font here has " + quoted(missing) + " of the " + shown.what() + ", and boxes are drawn instead",
-             "other characters, or a look at a device that has them"});
+        found.push_back({shown.place,
+                         "no font here has " + quoted(missing) + " (" + codePointNames(missing) + ") of the " +
+                             shown.what() + ", and boxes are drawn instead",
+                         "other characters, or a look at a device that has them"});
     }
     return found;
 }
@@ -291,7 +302,7 @@ Objections cutTexts(const CheckedCampaign& checked) {
         if (!element || element->label.size() >= shown.text.size()) continue;
         found.push_back({shown.place,
                          "the " + shown.what() + " is longer than what is drawn, an ellipsis stands for the rest",
-                         "a text of at most 16,384 bytes"});
+                         "a shorter text"});
     }
     return found;
 }

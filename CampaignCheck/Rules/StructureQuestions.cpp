@@ -10,12 +10,22 @@ namespace vantix {
 
 namespace {
 
-std::string whatUnreadableTextDoes(const std::string& place) {
-    if (place.empty()) return "no device takes it";
-    if (place == "/trigger") return "the device drops the message for want of an event";
-    if (place == "/body") return "the device keeps the message as a badge that is never shown and stands in the way";
-    return "the device shows the message without its style";
-}
+/// What the device does without a text that it cannot read, and what it looks for there.
+struct LostText {
+    std::string_view place;
+    std::string_view consequence;
+    std::string_view instead;
+};
+
+constexpr LostText lostTexts[] = {
+    {"", "no device takes it", "one object, { … }, with the keys of a campaign"},
+    {"/trigger", "the device drops the message for want of an event",
+     "an object such as {\"eventName\": \"INSTANT\"}, or the JSON text of one"},
+    {"/body", "the device keeps the message as a badge that is never shown and stands in the way of the next ones",
+     "an object such as {\"type\": \"POPUP\", \"title\": …}, or the JSON text of one"},
+    {"/template", "the device shows the message without its style",
+     "an object such as {\"layoutBackgroundColor\": \"#FFFFFF\"}, or the JSON text of one"},
+};
 
 std::vector<std::string_view> keysIn(std::string_view container) {
     std::vector<std::string_view> keys;
@@ -75,10 +85,10 @@ std::string whatWrongKindLoses(const Value& value, const CampaignField& field) {
 Objections unreadableTexts(const CheckedCampaign& checked) {
     Objections found;
     for (const auto& [place, reason] : checked.campaign.unreadable) {
-        std::string what = place.empty() ? "the file" : "what stands under \"" + place.substr(1) + "\"";
-        found.push_back(
-            {place, what + " is no JSON object (" + reason + "): " + whatUnreadableTextDoes(place),
-             place.empty() ? "one object, { … }, with the keys of a campaign" : "an object, or the JSON text of one"});
+        std::string what = place.empty() ? "the file" : "what stands under " + quoted(place.substr(1));
+        const auto& lost = *std::ranges::find(lostTexts, place, &LostText::place);
+        found.push_back({place, what + " is no JSON object (" + reason + "): " + std::string(lost.consequence),
+                         std::string(lost.instead)});
     }
     return found;
 }

@@ -43,6 +43,8 @@ std::string upperCase(std::string text) {
 /// The digits with the alpha that stands at their end put first.
 std::string alphaFirst(const std::string& color) { return "#" + color.substr(7) + color.substr(1, 6); }
 
+std::string percent(double part) { return std::to_string(std::lround(part * 100)) + " %"; }
+
 /// The style that the module decodes from this one text.
 InAppMessageComponentStyle styleOf(const char* key, const std::string& text) {
     return InAppMessageComponentStyle::generate(Dictionary{{key, text}});
@@ -64,7 +66,8 @@ ElementIdentity styledElement(const WrittenField& written) {
 std::string drawnSize(const CheckedCampaign& checked, const WrittenField& written) {
     const AccessibleElement* element = checked.picture.untouched().element(styledElement(written));
     if (!element || !element->font) return "the device takes none from it";
-    return "the text is drawn at " + std::to_string(std::lround(element->font->size)) + " points";
+    long points = std::lround(element->font->size);
+    return "the text is drawn at " + std::to_string(points) + (points == 1 ? " point" : " points");
 }
 
 std::string digitsIn(const std::string& text) { return text.substr(0, text.find_first_not_of("0123456789")); }
@@ -91,7 +94,8 @@ Objections alphaInOtherOrder(const CheckedCampaign& checked) {
             if (!isGrey || color.substr(5, 2) == color.substr(7, 2)) return {};
             return Objection{{},
                              quoted(text) + " has its alpha first on the device: it draws " +
-                                 colorFromText(text)->hexString() + ", see-through by the first two digits",
+                                 colorFromText(text)->hexString() + ", " + percent(colorFromText(text)->alpha) +
+                                 " opaque",
                              "\"" + alphaFirst(text) + "\" for a see-through white, black or grey"};
         });
 }

@@ -36,10 +36,10 @@ Objections repeatedScope(const CheckedCampaign& checked) {
     const std::string& scope = checked.message().scope;
     auto same = checked.scopesInUse.find(scope);
     if (scope.empty() || same == checked.scopesInUse.end()) return {};
-    return {
-        {"/scope",
-         same->second + " has the scope " + quoted(scope) + ", too: on the device one replaces or removes the other",
-         "a scope of its own for each campaign"}};
+    return {{"/scope",
+             same->second + " has the scope " + quoted(scope) +
+                 ", too: when the device has shown either of them, it removes the older one",
+             "a scope of its own for each campaign"}};
 }
 
 Objections missingTrigger(const CheckedCampaign& checked) {
