@@ -17,6 +17,8 @@ struct FillRect {
     Rect frame;
     double cornerRadius = 0;
     Color color;
+
+    bool operator==(const FillRect&) const = default;
 };
 
 /// The line runs along the inside of the frame's edge half of its width, and half outside.
@@ -25,12 +27,16 @@ struct StrokeRect {
     double cornerRadius = 0;
     double lineWidth = 1;
     Color color;
+
+    bool operator==(const StrokeRect&) const = default;
 };
 
 /// A filled ellipse that touches the frame's four edges.
 struct FillEllipse {
     Rect frame;
     Color color;
+
+    bool operator==(const FillEllipse&) const = default;
 };
 
 /// Its line lies as that of a StrokeRect.
@@ -38,6 +44,8 @@ struct StrokeEllipse {
     Rect frame;
     double lineWidth = 1;
     Color color;
+
+    bool operator==(const StrokeEllipse&) const = default;
 };
 
 /// One line of text; `origin` is the left end of its baseline.
@@ -47,6 +55,8 @@ struct DrawText {
     Font font;
     Color color;
     bool rightToLeft = false;
+
+    bool operator==(const DrawText&) const = default;
 };
 
 /// A picture stretched over the frame; a tint replaces its colours and keeps its shape.
@@ -54,15 +64,21 @@ struct DrawImage {
     Rect frame;
     Image image;
     std::optional<Color> tint;
+
+    bool operator==(const DrawImage&) const = default;
 };
 
 /// Everything up to the matching PopClip is drawn only inside this rectangle with rounded corners.
 struct PushClip {
     Rect frame;
     double cornerRadius = 0;
+
+    bool operator==(const PushClip&) const = default;
 };
 
-struct PopClip {};
+struct PopClip {
+    bool operator==(const PopClip&) const = default;
+};
 
 using DisplayItem =
     std::variant<FillRect, StrokeRect, FillEllipse, StrokeEllipse, DrawText, DrawImage, PushClip, PopClip>;

@@ -20,6 +20,8 @@ struct ImageError {
     std::string localizedDescription;
 
     bool isImageDownloadError() const { return kind != Kind::other; }
+    /// Whether there is nothing at a URL that might have led to an image.
+    bool isImageLost() const { return kind == Kind::invalidImageData || kind == Kind::imageDownloadingFailed; }
 };
 
 }  // namespace vantix

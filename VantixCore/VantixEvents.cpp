@@ -48,4 +48,6 @@ std::string_view rawValue(CTAActionType type) { return actionTypes.word(type); }
 
 std::optional<NotificationGateway> notificationGateway(std::string_view word) { return gateways.value(word); }
 
+std::optional<CTAActionType> ctaActionType(std::string_view word) { return actionTypes.value(word); }
+
 }  // namespace vantix

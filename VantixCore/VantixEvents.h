@@ -41,6 +41,7 @@ VANTIX_EXPORT std::string_view rawValue(CTAActionType type);
 
 /// Absent for an unknown word; letter case counts.
 VANTIX_EXPORT std::optional<NotificationGateway> notificationGateway(std::string_view rawValue);
+VANTIX_EXPORT std::optional<CTAActionType> ctaActionType(std::string_view rawValue);
 
 /// An event that the host captured.
 struct EventProtocol {

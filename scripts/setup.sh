@@ -11,7 +11,7 @@ program_packages=(
     fonts-inter fonts-dejavu-core fonts-noto-core fonts-noto-cjk fonts-noto-color-emoji libthai0
 )
 test_packages=(
-    libgtest-dev python3 doxygen
+    libgtest-dev python3 python3-jsonschema doxygen
     qt6-declarative-dev qml6-module-qtquick qml6-module-qtquick-controls qml6-module-qtquick-layouts qml6-module-qtquick-templates qml6-module-qtquick-window
     qml6-module-qtqml qml6-module-qtqml-workerscript
     xvfb openbox xdotool wmctrl x11-utils imagemagick dbus at-spi2-core python3-gi gir1.2-atspi-2.0

@@ -58,9 +58,7 @@ void InAppImageFetcher::handleImageError(const VantixInAppMessagePayload& messag
             return "Failed to download in-app message image due to error:" + error.localizedDescription;
         });
     }
-    bool imageIsLost =
-        error.kind == ImageError::Kind::invalidImageData || error.kind == ImageError::Kind::imageDownloadingFailed;
-    if (!imageIsLost || !message.canDeleteInAppMessageWhenImageDownloadingFailed()) return;
+    if (!error.isImageLost() || !message.canDeleteInAppMessageWhenImageDownloadingFailed()) return;
     log.error(function, [&] {
         return "Removed the in-app message " + message.description() + " of type " +
                std::string(rawValue(message.body.type)) + " as downloading failed for image with url " +

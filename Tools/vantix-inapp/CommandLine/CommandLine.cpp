@@ -2,6 +2,7 @@
 
 #include "Platform/Values/ControlCharacters.h"
 #include "Tools/vantix-inapp/Backend/BackendCommand.h"
+#include "Tools/vantix-inapp/Check/CheckCommand.h"
 #include "Tools/vantix-inapp/Input/BadInput.h"
 #include "Tools/vantix-inapp/Output/StandardOutput.h"
 #include "Tools/vantix-inapp/Play/PlayCommand.h"
@@ -13,6 +14,7 @@
 #include <cstdio>
 #include <functional>
 #include <limits>
+#include <map>
 #include <memory>
 #include <string>
 
@@ -49,6 +51,7 @@ void addPlay(CLI::App& program, Command& chosen) {
     command->add_option("--out", arguments->outputDirectory, "Takes the screenshots; else the current folder does")
         ->type_name("DIR");
     command->add_flag("--live", arguments->live, "Waits in real time");
+    command->add_flag("--check", arguments->checks, "Prints what check finds in a campaign, before it is pushed");
     command->callback([arguments, &chosen] {
         chosen = [arguments] {
             play(*arguments);
@@ -76,6 +79,45 @@ void addRender(CLI::App& program, Command& chosen) {
                       "Ends with status 1 when the module would not show the campaign, or not like that");
     command->callback([arguments, isStrict, &chosen] {
         chosen = [arguments, isStrict] { return render(*arguments) || !*isStrict ? done : findings; };
+    });
+}
+
+void addCheck(CLI::App& program, Command& chosen) {
+    auto* command =
+        program.add_subcommand("check", "Says what a device would do with campaigns that their authors may not mean");
+    auto arguments = std::make_shared<CheckArguments>();
+    arguments->device = deviceNamed("phone");
+    command->add_option("CAMPAIGN", arguments->campaigns, "Files, folders (every .json below), - for standard input")
+        ->type_name("");
+    command->add_option("--format", arguments->format, "How findings are printed; else text")
+        ->transform(CLI::CheckedTransformer(
+            std::map<std::string, FindingFormat>{{"text", FindingFormat::text}, {"json", FindingFormat::json}}))
+        ->type_name("text|json");
+    auto isStrict = std::make_shared<bool>(false);
+    command->add_flag("--strict", *isStrict, "Ends with status 1 for a warning, too");
+    command->add_option("--customer", arguments->customer, "Who holds the phone; else anyone")->type_name("ID");
+    command->add_option("--store-id", arguments->storeId, "The application's identity in the store")->type_name("ID");
+    command->add_flag("--online", arguments->online, "Fetches images and looks at them");
+    command
+        ->add_option_function<std::string>(
+            "--device", [arguments](const std::string& text) { arguments->device = deviceFromText(text); },
+            "Draws on this device; else on a phone")
+        ->type_name("NAME|WxH@S");
+    auto print = std::make_shared<void (*)()>(nullptr);
+    command->add_flag_callback(
+        "--rules", [print] { *print = printRules; }, "Prints every rule instead");
+    command->add_flag_callback(
+        "--schema", [print] { *print = printSchema; }, "Prints a JSON Schema of a campaign's file instead");
+    command->callback([arguments, isStrict, print, &chosen] {
+        if (!*print && arguments->campaigns.empty()) throw CLI::RequiredError("CAMPAIGN");
+        chosen = [arguments, isStrict, print] {
+            if (*print) {
+                (*print)();
+                return done;
+            }
+            FindingCounts counts = check(*arguments);
+            return counts.errors > 0 || (*isStrict && counts.warnings > 0) ? findings : done;
+        };
     });
 }
 
@@ -151,6 +193,7 @@ int runCommandLine(int count, const char* const* words) {
     Command command;
     addPlay(program, command);
     addRender(program, command);
+    addCheck(program, command);
     addSimulate(program, command);
     addBackend(program, command);
     try {

@@ -84,7 +84,7 @@ void EventLines::rememberShown(const VantixInAppMessagePayload& message) {
 }
 
 void EventLines::printLog(const LogLine& line) {
-    if (line.level < logLevel_) return;
+    if (line.level < logLevel_ || silencedThread_ == std::this_thread::get_id()) return;
     lines_.write("log", Dictionary{{"level", std::string(logLevelWords.word(line.level))},
                                    {"file", line.file},
                                    {"function", line.function},

@@ -4,7 +4,9 @@
 #include "VantixCore/Vantix.h"
 #include "VantixInAppMessage/Core/InAppMessagePayload/VantixInAppMessagePayload.h"
 
+#include <atomic>
 #include <mutex>
+#include <thread>
 
 namespace vantix {
 
@@ -31,6 +33,18 @@ public:
     /// tells.
     VantixInAppMessagePayload shownLast() const;
 
+    /// While it lives, what the thread that made it does is not told in log lines: the tool's own work. One at a time.
+    class Silence {
+    public:
+        explicit Silence(EventLines& events) : events_(events) { events_.silencedThread_ = std::this_thread::get_id(); }
+        ~Silence() { events_.silencedThread_ = std::thread::id(); }
+        Silence(const Silence&) = delete;
+        Silence& operator=(const Silence&) = delete;
+
+    private:
+        EventLines& events_;
+    };
+
 private:
     void printLog(const LogLine& line);
     void printReport(const char* kind, std::string_view name, const Dictionary& attributes);
@@ -42,6 +56,7 @@ private:
     LogLevel logLevel_;
     bool printsReportAttributes_;
     bool hasWindows_;
+    std::atomic<std::thread::id> silencedThread_{};
     mutable std::mutex mutex_;
     VantixInAppMessagePayload shownLast_;
 };

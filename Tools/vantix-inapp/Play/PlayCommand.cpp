@@ -7,6 +7,7 @@
 #include "Tools/vantix-inapp/Headless/StateDirectory.h"
 #include "Tools/vantix-inapp/Input/BadInput.h"
 #include "Tools/vantix-inapp/Output/StandardOutput.h"
+#include "Tools/vantix-inapp/Play/CampaignRemarks.h"
 #include "Tools/vantix-inapp/Play/EventLines.h"
 #include "Tools/vantix-inapp/Play/LineWriter.h"
 #include "Tools/vantix-inapp/Play/Player.h"
@@ -78,7 +79,9 @@ void play(const PlayArguments& arguments) {
     Simulation simulation(scenario.configuration, state.path(), pace->dispatcher(), std::move(host));
     events.observe(simulation.scene());
     Player player(simulation, *pace, backends, events, lines, arguments.outputDirectory);
+    CampaignRemarks remarks(scenario, events, lines);
     for (const auto& line : scenario.lines) {
+        if (arguments.checks) remarks.remark(line, backends.latest());
         playLine(player, scenario, line, backends.latest());
         requirePrinted();
     }

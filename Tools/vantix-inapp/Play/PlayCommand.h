@@ -13,6 +13,8 @@ struct PlayArguments {
     std::optional<std::filesystem::path> stateDirectory;
     std::filesystem::path outputDirectory = ".";
     bool live = false;
+    /// Whether the findings of each campaign are printed before it is pushed.
+    bool checks = false;
 };
 
 /// Plays a scenario on standard output. Throws BadInput; a fault in the file before anything is played, output that

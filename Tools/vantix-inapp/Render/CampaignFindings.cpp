@@ -1,7 +1,6 @@
 #include "Tools/vantix-inapp/Render/CampaignFindings.h"
 
-#include "Tools/vantix-inapp/Headless/Pace.h"
-#include "VantixCore/ImageUtility.h"
+#include "Tools/vantix-inapp/Headless/ImageFetch.h"
 #include "VantixInAppMessage/Core/InAppMessageObjections.h"
 #include "VantixInAppMessage/Core/InAppMessagePayload/InAppMessagePayloadKeys.h"
 
@@ -19,28 +18,18 @@ Finding unreadableStyle(const Dictionary& push, const VantixInAppMessagePayload&
     return "the template cannot be read, and the message is shown without its style";
 }
 
-/// Why the image cannot be had; absent when it can.
-Finding imageProblem(const VantixInAppMessagePayload& message, Pace& pace) {
-    auto url = message.getImageURL();
-    if (!url) return "\"" + message.body.image + "\" is no URL";
-    Finding problem;
-    auto keep = [&](const Result<ImageData, ImageError>& image) {
-        if (!image) problem = image.error().localizedDescription;
-    };
-    auto transfer = ImageUtility::downloadImage(*url, {}, keep);
-    pace.settle();
-    return problem;
-}
-
 Finding lostImage(const VantixInAppMessagePayload& message, Pace& pace) {
     bool isFetched = !message.body.image.empty() && !applies(InAppMessageObjection::insecureBannerImage, message);
     if (!isFetched) return {};
-    auto problem = imageProblem(message, pace);
-    if (!problem) return {};
-    bool isRemoved = message.canDeleteInAppMessageWhenImageDownloadingFailed();
+    std::string placeholder = "a placeholder stands for the lost image: ";
+    auto url = message.getImageURL();
+    if (!url) return placeholder + "\"" + message.body.image + "\" is no URL";
+    auto image = fetchImage(*url, pace);
+    if (image) return {};
+    bool isRemoved = image.error().isImageLost() && message.canDeleteInAppMessageWhenImageDownloadingFailed();
     return (isRemoved ? "a message of type " + std::string(rawValue(message.body.type)) + " goes with its lost image: "
-                      : "a placeholder stands for the lost image: ") +
-           *problem;
+                      : placeholder) +
+           image.error().localizedDescription;
 }
 
 }  // namespace

@@ -5,28 +5,18 @@
 #include "Platform/Values/FatalError.h"
 #include "Tools/vantix-inapp/Headless/Pace.h"
 #include "Tools/vantix-inapp/Headless/ScreenPicture.h"
+#include "Tools/vantix-inapp/Headless/SilentHost.h"
 #include "Tools/vantix-inapp/Headless/Simulation.h"
 #include "Tools/vantix-inapp/Headless/StateDirectory.h"
 #include "Tools/vantix-inapp/Input/Campaign.h"
 #include "Tools/vantix-inapp/Render/CampaignFindings.h"
 #include "Tools/vantix-inapp/Render/DeviceSheet.h"
-#include "VantixCore/Vantix.h"
 #include "VantixInAppMessage/MVVM/View/InAppMessageViewBuilder.h"
 #include "VantixInAppMessage/Manager/InAppDisplayManager.h"
 
 #include <cstdio>
 
 namespace vantix {
-
-namespace {
-
-VantixHost silentHost() {
-    VantixHost host;
-    host.logSink = [](const LogLine&) {};
-    return host;
-}
-
-}  // namespace
 
 bool render(const RenderArguments& arguments) {
     Dictionary push = pushOfCampaignFile(arguments.campaign);

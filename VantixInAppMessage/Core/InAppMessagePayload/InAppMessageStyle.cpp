@@ -37,6 +37,8 @@ void readComponent(const Dictionary& dictionary, const char* key, InAppMessageCo
 
 }  // namespace
 
+std::string_view rawValue(TextFontStyle style) { return textFontStyles.word(style); }
+
 InAppMessageComponentStyle InAppMessageComponentStyle::generate(const Dictionary& dictionary) {
     InAppMessageComponentStyle style;
     readColor(dictionary, Keys::textColor, style.textColor);
@@ -64,7 +66,7 @@ Dictionary InAppMessageComponentStyle::getJSON() const {
     writeColor(dictionary, Keys::textColor, textColor);
     writeColor(dictionary, Keys::backgroundColor, backgroundColor);
     dictionary.set(Keys::textSize, textSize);
-    dictionary.set(Keys::textStyle, textFont.value_or(std::string(textFontStyles.word(textStyle))));
+    dictionary.set(Keys::textStyle, textFont.value_or(std::string(rawValue(textStyle))));
     return dictionary;
 }
 
@@ -72,7 +74,7 @@ Dictionary InAppMessageComponentStyle::description() const {
     return {{"textColor", describe(textColor)},
             {"textSize", textSize},
             {"textFont", orNull(textFont)},
-            {"textStyle", std::string(textFontStyles.word(textStyle))},
+            {"textStyle", std::string(rawValue(textStyle))},
             {"backgroundColor", describe(backgroundColor)}};
 }
 

@@ -7,11 +7,15 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace vantix {
 
 enum class TextFontStyle { regular, bold, italic };
+
+/// The wire word of a case.
+VANTIX_EXPORT std::string_view rawValue(TextFontStyle style);
 
 /// The style of one text element.
 struct VANTIX_EXPORT InAppMessageComponentStyle {
