@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Ports/PixelSize.h"
 #include "Platform/Values/Export.h"
 #include "Platform/Values/Image.h"
 #include "Platform/Values/Result.h"
@@ -7,14 +8,6 @@
 #include <string_view>
 
 namespace vantix {
-
-/// The size of an encoded picture, in pixels, as it stands upright (an orientation tag is applied).
-struct PixelSize {
-    int width = 0;
-    int height = 0;
-
-    bool operator==(const PixelSize&) const = default;
-};
 
 /// Decodes PNG, JPEG, GIF (its first frame) and WebP. Usable from any thread but the main one: decoding takes time.
 /// Bytes come from anywhere, so a decoder bounds what they can cost by their content, not by their length:
