@@ -17,6 +17,7 @@ namespace vantix {
 /// - Its bytes, what decoding takes and the result are no more than 80 MiB together. The result is made smaller for
 ///   that; a picture that leaves no room for half a megapixel is refused (a progressive JPEG needs 3 to 6 bytes for a
 ///   pixel, a lossless WebP 4, one with transparency 5, a GIF 8).
+///   That is for each decode: those that run at once take as much each.
 /// - What takes more work than its size calls for is refused before (a JPEG of more than 32 scans) or passed over
 ///   (texts in a PNG, all frames but the first). A decode that has taken two seconds of the processor's time is given
 ///   up, but for a GIF, which is decoded in one call: its length and its size alone bound the work for it.
