@@ -1,5 +1,7 @@
 #include "VantixInAppMessage/Manager/InAppMessageQueueManager.h"
 
+#include "Platform/Ports/Dispatcher.h"
+#include "Platform/Ports/Platform.h"
 #include "Platform/Values/WhileAlive.h"
 #include "VantixCore/VantixLogger.h"
 #include "VantixInAppMessage/Core/OutOfMemory.h"
@@ -47,6 +49,10 @@ InAppMessageQueues::Messages decoded(const std::vector<InAppMessage>& records,
     return messages;
 }
 
+void freeElsewhere(std::shared_ptr<const InAppMessageQueues> emptied) {
+    Platform::current()->dispatcher->utilityQueue().async([emptied = std::move(emptied)] {});
+}
+
 }  // namespace
 
 void InAppMessageQueueManager::insert(const SharedPayload& message, Completion completion) {
@@ -77,7 +83,7 @@ void InAppMessageQueueManager::updateQueues(const SharedPayload& message) {
 
 void InAppMessageQueueManager::updateInAppMessagesOnAppLaunch(Completion completion) {
     auto emptied = reset();
-    if (!NotificationCore::isAllowed()) return;
+    if (!NotificationCore::isAllowed()) return freeElsewhere(std::move(emptied));
     auto before = rebuilds_.update([&](Rebuilds& rebuilds) {
         if (rebuilds.isUnderWay) {
             rebuilds.isNextAskedFor = true;
@@ -85,8 +91,8 @@ void InAppMessageQueueManager::updateInAppMessagesOnAppLaunch(Completion complet
         }
         rebuilds.isUnderWay = true;
     });
-    if (before->isUnderWay) return;
-    getAllInAppMessages([emptied, completion = std::move(completion)](bool rebuilt) {
+    if (before->isUnderWay) return freeElsewhere(std::move(emptied));
+    getAllInAppMessages([emptied = std::move(emptied), completion = std::move(completion)](bool rebuilt) {
         if (completion) completion(rebuilt);
     });
 }
