@@ -31,6 +31,7 @@ void ThreadedDispatcher::closeSerialQueues() {
 std::shared_ptr<DispatchQueue> ThreadedDispatcher::makeSerialQueue(std::string label, QualityOfService) {
     auto queue = std::make_shared<SerialQueue>(std::move(label), serialThreads_, timers_);
     std::lock_guard lock(mutex_);
+    std::erase_if(serialWorks_, [](const auto& works) { return works.expired(); });
     serialWorks_.push_back(queue->works());
     return queue;
 }

@@ -32,19 +32,22 @@ bool matches(const Dictionary& asked, const std::optional<Dictionary>& carried) 
 /// The records' messages. Those among the known ones are taken from there.
 InAppMessageQueues::Messages decoded(const std::vector<InAppMessage>& records,
                                      const InAppMessageQueues::Messages& known) {
+    constexpr auto function = "getAllInAppMessages(completion:)";
     std::unordered_map<std::string_view, SharedPayload> byImage;
-    for (const SharedPayload& message : known) byImage.emplace(message->imageIdentifier, message);
+    for (const SharedPayload& message : known) {
+        // One that is left out is decoded anew.
+        dropWhenOutOfMemory(log, function, [&] { byImage.emplace(message->imageIdentifier, message); });
+    }
 
     InAppMessageQueues::Messages messages;
     for (const InAppMessage& record : records) {
-        auto found = byImage.find(record[InAppMessage::Property::imageIdentifier].value_or(""));
-        bool isKnown = found != byImage.end() && InAppRepoHelper::record(*found->second) == record;
-        auto take = [&, known = isKnown ? found->second : nullptr] {
-            messages.push_back(
-                known ? known
-                      : std::make_shared<const VantixInAppMessagePayload>(VantixInAppMessagePayload::generate(record)));
-        };
-        dropWhenOutOfMemory(log, "getAllInAppMessages(completion:)", take);
+        dropWhenOutOfMemory(log, function, [&] {
+            auto found = byImage.find(record[InAppMessage::Property::imageIdentifier].value_or(""));
+            bool isKnown = found != byImage.end() && InAppRepoHelper::record(*found->second) == record;
+            messages.push_back(isKnown ? found->second
+                                       : std::make_shared<const VantixInAppMessagePayload>(
+                                             VantixInAppMessagePayload::generate(record)));
+        });
     }
     return messages;
 }
