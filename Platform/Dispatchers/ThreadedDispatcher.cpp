@@ -23,6 +23,7 @@ void ThreadedDispatcher::shutDown() {
 
 void ThreadedDispatcher::closeSerialQueues() {
     std::lock_guard lock(mutex_);
+    isShutDown_ = true;
     for (const auto& works : serialWorks_) {
         if (auto alive = works.lock()) alive->close();
     }
@@ -33,6 +34,8 @@ std::shared_ptr<DispatchQueue> ThreadedDispatcher::makeSerialQueue(std::string l
     std::lock_guard lock(mutex_);
     std::erase_if(serialWorks_, [](const auto& works) { return works.expired(); });
     serialWorks_.push_back(queue->works());
+    // What waits for a thread that never comes would keep whoever waits for it.
+    if (isShutDown_) queue->works()->close();
     return queue;
 }
 
