@@ -47,6 +47,11 @@ public:
     /// Creates one record; attributes without a key stay empty. What was reported as stored survives a sudden end of
     /// the process; a loss of power may cost the last changes, never the file.
     virtual void insert(std::map<std::string, std::string> values, std::function<void(Result<bool>)> completion) = 0;
+    /// Creates a record of each values that `next` gives, until it gives none, as one operation: later ones wait for
+    /// the last record. `next` is asked on the store thread once the record before is stored, so that one is in memory
+    /// at a time. The completion is called for each. A record that fails does not keep the next ones from being stored.
+    virtual void insertEach(std::function<std::optional<std::map<std::string, std::string>>()> next,
+                            std::function<void(Result<bool>)> completion) = 0;
     /// Without sort descriptors (none are offered) the order is that of insertion.
     virtual void fetch(std::optional<Predicate> predicate, std::optional<int> limit,
                        std::function<void(Result<std::vector<Record>>)> completion) = 0;

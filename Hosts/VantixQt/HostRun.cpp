@@ -18,6 +18,8 @@
 #include <QGuiApplication>
 #include <QStandardPaths>
 
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 namespace vantix::qt {
@@ -28,9 +30,13 @@ constexpr LogSource log{"VantixQt/HostRun"};
 
 const auto wakeUpEvent = static_cast<QEvent::Type>(QEvent::registerEventType());
 
+/// Whoever names a link means the folder to which it leads.
 std::filesystem::path dataDirectory(const QString& given) {
-    if (!given.isEmpty()) return given.toStdString();
-    return (QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + "/inapp").toStdString();
+    QString named =
+        given.isEmpty() ? QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + "/inapp" : given;
+    std::error_code problem;
+    auto folder = std::filesystem::weakly_canonical(named.toStdString(), problem);
+    return problem ? std::filesystem::path(named.toStdString()) : folder;
 }
 
 ApplicationState stateOf(Qt::ApplicationState state) {

@@ -17,19 +17,14 @@ void holdUp(Duration time) { std::this_thread::sleep_for(time); }
 FaultyDisk::FaultyDisk(std::shared_ptr<Disk> disk, std::function<void(Duration)> wait)
     : GuardedDisk(std::move(disk)), wait_(wait ? std::move(wait) : holdUp) {}
 
-void FaultyDisk::setFault(DiskFault fault) {
-    filling_ = never;
-    fault_ = fault;
-}
+void FaultyDisk::setFault(DiskFault fault) { fault_ = fault; }
 
 void FaultyDisk::setSlowness(Duration perCall) { slowness_ = perCall; }
 
 void FaultyDisk::failAfter(std::size_t calls) { failing_ = calls_ + calls; }
 
-void FaultyDisk::fillAfter(std::size_t calls) { filling_ = growingCalls_ + calls; }
-
 void FaultyDisk::before(const DiskAccess& access) {
-    failWhereDue(access.use);
+    failWhereDue();
     switch (fault_.load()) {
         case DiskFault::none:
             break;
@@ -45,10 +40,8 @@ void FaultyDisk::before(const DiskAccess& access) {
     }
 }
 
-void FaultyDisk::failWhereDue(DiskUse use) {
-    bool fails = calls_++ == failing_;
-    if (takesRoom(use) && growingCalls_++ >= filling_) fault_ = DiskFault::full;
-    if (fails) refuse(std::errc::io_error);
+void FaultyDisk::failWhereDue() {
+    if (calls_++ == failing_) refuse(std::errc::io_error);
 }
 
 }  // namespace vantix

@@ -40,13 +40,9 @@ public:
     void setSlowness(Duration perCall);
     /// The call that comes after so many others fails, it alone, with an input/output error.
     void failAfter(std::size_t calls);
-    /// From the call on that comes after so many others that take room, the disk is full.
-    void fillAfter(std::size_t calls);
 
     /// How often the disk was used so far.
     std::size_t calls() const { return calls_; }
-    /// How many of these calls took room.
-    std::size_t growingCalls() const { return growingCalls_; }
 
 protected:
     void before(const DiskAccess& access) override;
@@ -54,16 +50,14 @@ protected:
 private:
     static constexpr std::size_t never = std::numeric_limits<std::size_t>::max();
 
-    void failWhereDue(DiskUse use);
+    void failWhereDue();
 
     std::function<void(Duration)> wait_;
     std::atomic<DiskFault> fault_{DiskFault::none};
     std::atomic<Duration> slowness_{std::chrono::milliseconds(100)};
     std::atomic<std::size_t> calls_{0};
-    std::atomic<std::size_t> growingCalls_{0};
-    /// The counts at which a fault is due.
+    /// The count at which a fault is due.
     std::atomic<std::size_t> failing_{never};
-    std::atomic<std::size_t> filling_{never};
 };
 
 }  // namespace vantix

@@ -137,6 +137,18 @@ void sync(const Descriptor& descriptor, const fs::path& path) {
     if (!descriptor.isOpen() || ::fsync(descriptor.number()) != 0) fail("Cannot sync ", path);
 }
 
+/// Absent when another process removed it meanwhile.
+std::optional<Disk::Listed> listedIfAny(const fs::directory_entry& entry) {
+    try {
+        bool isFile = entry.symlink_status().type() == fs::file_type::regular;
+        return Disk::Listed{entry.path(), isFile, isFile ? entry.file_size() : 0,
+                            isFile ? entry.last_write_time() : fs::file_time_type()};
+    } catch (const fs::filesystem_error& problem) {
+        if (isMissing(problem.code().value())) return {};
+        throw;
+    }
+}
+
 }  // namespace
 
 std::optional<std::string> FileDisk::readFile(const Path& file, std::uintmax_t largest) {
@@ -170,9 +182,7 @@ std::vector<Disk::Listed> FileDisk::list(const Path& folder) {
     if (!openedFolder(folder).isOpen()) fail("Cannot open the folder ", folder);
     std::vector<Listed> listed;
     for (const auto& entry : fs::directory_iterator(folder)) {
-        bool isFile = entry.symlink_status().type() == fs::file_type::regular;
-        listed.push_back(
-            {entry.path(), isFile, isFile ? entry.file_size() : 0, isFile ? entry.last_write_time() : Time()});
+        if (auto found = listedIfAny(entry)) listed.push_back(std::move(*found));
     }
     return listed;
 }

@@ -32,7 +32,6 @@ protected:
 
     /// Any thread.
     virtual void before(const DiskAccess& access) = 0;
-    Disk& disk() { return *disk_; }
 
 private:
     /// What is there already need not be made.

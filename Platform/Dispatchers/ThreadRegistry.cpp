@@ -15,17 +15,32 @@ void nameThisThread(std::string_view label) {
 
 void ThreadRegistry::start(std::function<void()> body) {
     std::lock_guard lock(mutex_);
-    if (!closed_) threads_.emplace_back(std::move(body));
+    if (closed_) return;
+    std::erase_if(threads_, [](Started& started) {
+        if (!*started.hasEnded) return false;
+        started.thread.join();
+        return true;
+    });
+    Started& started = threads_.emplace_back();
+    try {
+        started.thread = std::thread([hasEnded = started.hasEnded, body = std::move(body)]() mutable {
+            std::exchange(body, {})();
+            *hasEnded = true;
+        });
+    } catch (...) {
+        threads_.pop_back();
+        throw;
+    }
 }
 
 void ThreadRegistry::joinAll() {
-    std::vector<std::thread> threads;
+    std::vector<Started> threads;
     {
         std::lock_guard lock(mutex_);
         closed_ = true;
         threads.swap(threads_);
     }
-    for (std::thread& thread : threads) thread.join();
+    for (Started& started : threads) started.thread.join();
 }
 
 }  // namespace vantix

@@ -23,6 +23,7 @@ void ThreadedDispatcher::shutDown() {
 
 void ThreadedDispatcher::closeSerialQueues() {
     std::lock_guard lock(mutex_);
+    isShutDown_ = true;
     for (const auto& works : serialWorks_) {
         if (auto alive = works.lock()) alive->close();
     }
@@ -31,7 +32,10 @@ void ThreadedDispatcher::closeSerialQueues() {
 std::shared_ptr<DispatchQueue> ThreadedDispatcher::makeSerialQueue(std::string label, QualityOfService) {
     auto queue = std::make_shared<SerialQueue>(std::move(label), serialThreads_, timers_);
     std::lock_guard lock(mutex_);
+    std::erase_if(serialWorks_, [](const auto& works) { return works.expired(); });
     serialWorks_.push_back(queue->works());
+    // What waits for a thread that never comes would keep whoever waits for it.
+    if (isShutDown_) queue->works()->close();
     return queue;
 }
 

@@ -62,6 +62,7 @@ private:
     UtilityQueue utilityQueue_{utilityThreads_, timers_};
     std::mutex mutex_;
     std::vector<std::weak_ptr<WorkList>> serialWorks_;
+    bool isShutDown_ = false;
 };
 
 }  // namespace vantix

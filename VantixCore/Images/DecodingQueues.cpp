@@ -2,9 +2,24 @@
 
 #include "Platform/Ports/RunningQueue.h"
 
+#include <new>
 #include <utility>
 
 namespace vantix {
+
+namespace {
+
+/// A picture for which there is no memory is one that cannot be made.
+Result<Image> made(const DecodingQueues::Work& work) {
+    try {
+        return work.make();
+    } catch (const std::bad_alloc&) {
+        // Short enough to need no memory itself.
+        return Error{"no memory left"};
+    }
+}
+
+}  // namespace
 
 DecodingQueues::DecodingQueues(std::shared_ptr<DispatchQueue> asking,
                                std::vector<std::shared_ptr<DispatchQueue>> queues)
@@ -29,7 +44,7 @@ void DecodingQueues::start(Work work) {
     idle_.pop_back();
     DispatchQueue& chosen = *queue;
     chosen.async([self = shared_from_this(), queue = std::move(queue), work = std::move(work)] {
-        self->asking_->async([self, queue, completion = work.completion, picture = work.make()] {
+        self->asking_->async([self, queue, completion = work.completion, picture = made(work)] {
             self->idle_.push_back(queue);
             self->startWaiting();
             completion(picture);

@@ -167,7 +167,7 @@ void ImageService::fetch(const ImageRequest& request, const Claim& claim, FetchC
         return completion(ImageError{ImageError::Kind::unsupportedURL, "Only http and https are fetched: " + url});
     }
     auto failure = recentFailures_.find(url);
-    if (request.acceptsRecentFailure && failure != recentFailures_.end()) return completion(failure->second);
+    if (request.acceptsRecentFailure && failure != recentFailures_.end()) return completion(*failure->second);
 
     auto& download = downloads_[url];
     if (!download) {
@@ -237,8 +237,13 @@ void ImageService::keep(const std::string& url, const Fetched& fetched) {
 }
 
 void ImageService::rememberFailure(const std::string& url, const ImageError& error) {
-    recentFailures_.insert_or_assign(url, error);
-    auto forget = whileAlive(weak_from_this(), [url](ImageService& self) { self.recentFailures_.erase(url); });
+    auto failure = std::make_shared<const ImageError>(error);
+    recentFailures_.insert_or_assign(url, failure);
+    auto forget = whileAlive(weak_from_this(), [url, failure](ImageService& self) {
+        // A later failure is forgotten in its own time.
+        auto known = self.recentFailures_.find(url);
+        if (known != self.recentFailures_.end() && known->second == failure) self.recentFailures_.erase(known);
+    });
     queue_->asyncAfter(failureLifetime, forget);
 }
 

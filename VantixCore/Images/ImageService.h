@@ -98,7 +98,7 @@ private:
     std::shared_ptr<DecodingQueues> decoding_;
     std::shared_ptr<DecodedImages> pictures_;
     /// By URL.
-    std::map<std::string, ImageError> recentFailures_;
+    std::map<std::string, std::shared_ptr<const ImageError>> recentFailures_;
     /// By URL.
     std::map<std::string, std::shared_ptr<Download>> downloads_;
 };

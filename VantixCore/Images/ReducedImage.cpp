@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -12,18 +11,6 @@ namespace vantix {
 namespace {
 
 using Channels = std::array<float, 4>;
-
-/// A side of the picture at the ratio; the bound itself where only the rounding to pixels keeps it from that.
-int side(double natural, double ratio, int bound) {
-    double exact = natural * ratio;
-    bool isBound = std::abs(exact - bound) < 1 && bound > 0 && bound <= natural;
-    return isBound ? bound : std::max(1, static_cast<int>(std::lround(exact)));
-}
-
-PixelSize sizeWithin(PixelSize bound, const Size& natural) {
-    double ratio = std::min({1.0, bound.width / natural.width, bound.height / natural.height});
-    return {side(natural.width, ratio, bound.width), side(natural.height, ratio, bound.height)};
-}
 
 /// Calls `add(to, share)` for every pixel of a shorter line that a pixel of a longer one lies in, with the share of the
 /// former that it fills.
@@ -92,7 +79,8 @@ Bitmap averaged(const Bitmap& bitmap, PixelSize size) {
 
 std::optional<Image> reduced(const Image& picture, PixelSize bound) {
     const Bitmap& bitmap = *picture.bitmap;
-    PixelSize size = sizeWithin(bound, picture.naturalSize);
+    const PixelSize natural{static_cast<int>(picture.naturalSize.width), static_cast<int>(picture.naturalSize.height)};
+    const PixelSize size = fitted(natural, bound, area(natural));
     if (size == PixelSize{bitmap.width, bitmap.height}) return picture;
     if (size.width > bitmap.width || size.height > bitmap.height) return {};
     return Image{std::make_shared<const Bitmap>(averaged(bitmap, size)), {}, picture.naturalSize};

@@ -1,11 +1,13 @@
 #include "VantixCore/Reports/ReportOutbox.h"
 
+#include "Platform/Ports/Disk.h"
 #include "Platform/Values/JSON.h"
 #include "VantixCore/Reports/ReportPolicy.h"
 #include "VantixCore/VantixLogger.h"
 
 #include <algorithm>
 #include <cstdint>
+#include <system_error>
 #include <utility>
 
 namespace vantix {
@@ -70,7 +72,7 @@ std::vector<PendingReport> limited(std::vector<PendingReport> reports) {
 }  // namespace
 
 ReportOutbox::ReportOutbox(std::shared_ptr<Disk> disk, std::filesystem::path file)
-    : file_(std::move(disk), std::move(file), ReportPolicy::outboxTimeOut, createTable) {}
+    : disk_(disk), file_(std::move(disk), std::move(file), ReportPolicy::outboxTimeOut, createTable) {}
 
 bool ReportOutbox::add(const PendingReport& report) {
     std::lock_guard lock(mutex_);
@@ -83,10 +85,13 @@ bool ReportOutbox::add(const PendingReport& report) {
     return isInFile;
 }
 
-std::vector<PendingReport> ReportOutbox::nextBatch() {
+std::optional<std::vector<PendingReport>> ReportOutbox::nextBatch() {
     std::lock_guard lock(mutex_);
+    moveIntoFile();
     auto batch = batchOfFile();
-    return batch.empty() ? limited({inMemory_.begin(), inMemory_.end()}) : batch;
+    bool hadFailed = std::exchange(hasFailedToRead_, !batch);
+    if (!batch && !hadFailed && mayHoldOlder()) return {};
+    return batch && !batch->empty() ? batch : limited({inMemory_.begin(), inMemory_.end()});
 }
 
 bool ReportOutbox::remove(const std::vector<PendingReport>& reports) {
@@ -112,18 +117,28 @@ bool ReportOutbox::moveIntoFile() {
         const PendingReport& report = inMemory_.front();
         bool isInFile = perform("add(report:)", [&](SQLiteConnection& connection) {
             connection.run("INSERT INTO Report (id, event) VALUES (?, ?)", {report.id, report.event});
-            countDropped(dropOldest(connection));
         });
         if (!isInFile) return false;
         inMemory_.pop_front();
+        // The report is in the file, whatever becomes of this; what stays too many is dropped after the next.
+        perform("add(report:)", [&](SQLiteConnection& connection) { countDropped(dropOldest(connection)); });
     }
     return true;
 }
 
-std::vector<PendingReport> ReportOutbox::batchOfFile() {
+bool ReportOutbox::mayHoldOlder() {
+    if (file_.isNewer()) return false;
+    try {
+        return disk_->exists(file_.path());
+    } catch (const std::system_error&) {
+        return true;
+    }
+}
+
+std::optional<std::vector<PendingReport>> ReportOutbox::batchOfFile() {
     std::vector<PendingReport> batch;
     std::size_t damaged = 0;
-    perform("nextBatch()", [&](SQLiteConnection& connection) {
+    bool isRead = perform("nextBatch()", [&](SQLiteConnection& connection) {
         damaged = dropDamaged(connection);
         auto rows = connection.run("SELECT id, event FROM Report ORDER BY position LIMIT ?", {firstOfBatch});
         for (auto& row : rows) batch.push_back({std::move(*row[0]), std::move(*row[1])});
@@ -131,6 +146,7 @@ std::vector<PendingReport> ReportOutbox::batchOfFile() {
     if (damaged > 0) {
         log.error("nextBatch()", [&] { return "Reports damaged on the disk and dropped: " + std::to_string(damaged); });
     }
+    if (!isRead) return {};
     return limited(std::move(batch));
 }
 

@@ -5,7 +5,9 @@
 #include <cstddef>
 #include <deque>
 #include <filesystem>
+#include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -27,23 +29,30 @@ class ReportOutbox {
 public:
     ReportOutbox(std::shared_ptr<Disk> disk, std::filesystem::path file);
 
-    /// Whether the report is in the file; once it is, it survives a sudden end of the process.
+    /// Whether the report is in the file; once it is, it survives a sudden end of the process. One that is not waits
+    /// in memory and is sent all the same, unless the process ends first.
     bool add(const PendingReport& report);
-    /// The reports of the next batch; none when nothing waits.
-    std::vector<PendingReport> nextBatch();
+    /// The reports of the next batch; none when nothing waits. Absent when the file cannot be read for now, so that
+    /// younger reports do not overtake those in it; when it fails again the next time, those in memory go ahead.
+    std::optional<std::vector<PendingReport>> nextBatch();
     /// Whether the reports are gone.
     bool remove(const std::vector<PendingReport>& reports);
 
 private:
     bool perform(const char* function, const SQLiteFile::Operation& operation);
     bool moveIntoFile();
-    std::vector<PendingReport> batchOfFile();
+    /// Absent when the file cannot be read.
+    std::optional<std::vector<PendingReport>> batchOfFile();
+    /// Whether a file that cannot be read may become readable and hold reports older than those in memory.
+    bool mayHoldOlder();
     void countDropped(std::size_t count);
 
     std::mutex mutex_;
+    std::shared_ptr<Disk> disk_;
     SQLiteFile file_;
     /// All of them younger than those in the file.
     std::deque<PendingReport> inMemory_;
+    bool hasFailedToRead_ = false;
     bool hasSaidThatFileIsNewer_ = false;
     std::size_t dropped_ = 0;
 };

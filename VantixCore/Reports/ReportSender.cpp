@@ -59,10 +59,11 @@ void ReportSender::sendPending() {
     assertOnQueue(*queue_, "ReportSender::sendPending");
     if (isSending_ || retry_ || !configuration_ || configuration_->baseURL().empty()) return;
     auto batch = outbox_->nextBatch();
-    if (batch.empty()) return;
+    if (!batch) return retryAfter(Failure{});
+    if (batch->empty()) return;
     isSending_ = true;
-    ReportRequest request(configuration_, batch);
-    auto ended = whileAlive(weak_from_this(), [batch = std::move(batch)](ReportSender& self, const auto& outcome) {
+    ReportRequest request(configuration_, *batch);
+    auto ended = whileAlive(weak_from_this(), [batch = std::move(*batch)](ReportSender& self, const auto& outcome) {
         self.finish(batch, outcome);
     });
     transfer_ = backEnd_->send(request, [queue = queue_, ended](BackEndClient::Outcome outcome) {

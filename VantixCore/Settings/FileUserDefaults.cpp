@@ -47,6 +47,7 @@ FileUserDefaults::FileUserDefaults(std::shared_ptr<Disk> disk, std::filesystem::
 }
 
 std::optional<std::string> FileUserDefaults::customerId() const {
+    if (fileState_ == FileState::unread) readAgain();
     std::lock_guard lock(mutex_);
     const Dictionary& told = changes_.find(customerIdKey) ? changes_ : stored_;
     const std::string* text = told.text(customerIdKey);
@@ -61,10 +62,18 @@ void FileUserDefaults::setCustomerId(std::optional<std::string> customerId) {
     writer_->async([self = shared_from_this()] { self->write(); });
 }
 
-FileUserDefaults::FileState FileUserDefaults::read() {
+void FileUserDefaults::readAgain() const {
+    if (isToReadAgain_.exchange(true)) return;
+    writer_->async([self = shared_from_this()] {
+        self->isToReadAgain_ = false;
+        if (self->fileState_ == FileState::unread) self->fileState_ = self->read();
+    });
+}
+
+FileUserDefaults::FileState FileUserDefaults::read() const {
     try {
         auto text = disk_->readFile(file_, largestFile);
-        disk_->removeDraft(file_);
+        removeDraft();
         if (!text) return FileState::read;
         auto settings = parsedSettings(*text);
         return settings ? take(std::move(*settings)) : setAside("it holds no settings");
@@ -76,7 +85,17 @@ FileUserDefaults::FileState FileUserDefaults::read() {
     }
 }
 
-FileUserDefaults::FileState FileUserDefaults::take(Dictionary settings) {
+/// One that stays does no harm.
+void FileUserDefaults::removeDraft() const {
+    try {
+        disk_->removeDraft(file_);
+    } catch (const std::system_error& problem) {
+        log.error("removeDraft()",
+                  [&] { return std::string("A draft of the settings could not be removed: ") + problem.what(); });
+    }
+}
+
+FileUserDefaults::FileState FileUserDefaults::take(Dictionary settings) const {
     if (std::int64_t version = versionOf(settings); version > knownVersion) {
         log.error("take(settings:)", [&] {
             return "The settings in " + file_.string() + " are of version " + std::to_string(version) +
@@ -89,7 +108,7 @@ FileUserDefaults::FileState FileUserDefaults::take(Dictionary settings) {
     return FileState::read;
 }
 
-FileUserDefaults::FileState FileUserDefaults::setAside(const std::string& reason) {
+FileUserDefaults::FileState FileUserDefaults::setAside(const std::string& reason) const {
     std::string outcome;
     auto state = FileState::read;
     try {

@@ -17,6 +17,16 @@ void SQLiteRepository::insert(std::map<std::string, std::string> values, std::fu
         std::move(completion));
 }
 
+void SQLiteRepository::insertEach(std::function<std::optional<std::map<std::string, std::string>>()> next,
+                                  std::function<void(Result<bool>)> completion) {
+    store_->queue().async([table = table_, store = store_, next = std::move(next), completion = std::move(completion)] {
+        while (auto values = next()) {
+            auto error = store->perform([&](SQLiteConnection& connection) { table->insert(connection, *values); });
+            if (completion) completion(error ? Result<bool>(std::move(*error)) : Result<bool>(true));
+        }
+    });
+}
+
 void SQLiteRepository::fetch(std::optional<Predicate> predicate, std::optional<int> limit,
                              std::function<void(Result<std::vector<Record>>)> completion) {
     enqueue<std::vector<Record>>(

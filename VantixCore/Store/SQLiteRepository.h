@@ -15,6 +15,8 @@ public:
     SQLiteRepository(ObjectModel::Entity entity, std::shared_ptr<SQLiteStore> store);
 
     void insert(std::map<std::string, std::string> values, std::function<void(Result<bool>)> completion) override;
+    void insertEach(std::function<std::optional<std::map<std::string, std::string>>()> next,
+                    std::function<void(Result<bool>)> completion) override;
     void fetch(std::optional<Predicate> predicate, std::optional<int> limit,
                std::function<void(Result<std::vector<Record>>)> completion) override;
     void batchDelete(FetchRequest request, std::function<void(Result<bool>)> completion) override;

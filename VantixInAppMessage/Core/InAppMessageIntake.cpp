@@ -66,7 +66,7 @@ void InAppMessageIntake::notificationsReceived(
     if (!notifications) return;
     for (const VantixNotificationPayload& notification : *notifications) {
         if (notification.type() != rawValue(VantixNotificationType::inapp)) continue;
-        dropWhenOutOfMemory(log, "notificationsReceived(_:)",
+        dropWhenOutOfMemory(log, "notificationsReceived(with:)",
                             [&] { inAppMessaseReceived(decoded(notification.getJSON()), false); });
     }
 }

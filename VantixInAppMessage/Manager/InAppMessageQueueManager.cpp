@@ -1,5 +1,7 @@
 #include "VantixInAppMessage/Manager/InAppMessageQueueManager.h"
 
+#include "Platform/Ports/Dispatcher.h"
+#include "Platform/Ports/Platform.h"
 #include "Platform/Values/WhileAlive.h"
 #include "VantixCore/VantixLogger.h"
 #include "VantixInAppMessage/Core/OutOfMemory.h"
@@ -30,21 +32,28 @@ bool matches(const Dictionary& asked, const std::optional<Dictionary>& carried) 
 /// The records' messages. Those among the known ones are taken from there.
 InAppMessageQueues::Messages decoded(const std::vector<InAppMessage>& records,
                                      const InAppMessageQueues::Messages& known) {
+    constexpr auto function = "getAllInAppMessages(completion:)";
     std::unordered_map<std::string_view, SharedPayload> byImage;
-    for (const SharedPayload& message : known) byImage.emplace(message->imageIdentifier, message);
+    for (const SharedPayload& message : known) {
+        // One that is left out is decoded anew.
+        dropWhenOutOfMemory(log, function, [&] { byImage.emplace(message->imageIdentifier, message); });
+    }
 
     InAppMessageQueues::Messages messages;
     for (const InAppMessage& record : records) {
-        auto found = byImage.find(record[InAppMessage::Property::imageIdentifier].value_or(""));
-        bool isKnown = found != byImage.end() && InAppRepoHelper::record(*found->second) == record;
-        auto take = [&, known = isKnown ? found->second : nullptr] {
-            messages.push_back(
-                known ? known
-                      : std::make_shared<const VantixInAppMessagePayload>(VantixInAppMessagePayload::generate(record)));
-        };
-        dropWhenOutOfMemory(log, "getAllInAppMessages(completion:)", take);
+        dropWhenOutOfMemory(log, function, [&] {
+            auto found = byImage.find(record[InAppMessage::Property::imageIdentifier].value_or(""));
+            bool isKnown = found != byImage.end() && InAppRepoHelper::record(*found->second) == record;
+            messages.push_back(isKnown ? found->second
+                                       : std::make_shared<const VantixInAppMessagePayload>(
+                                             VantixInAppMessagePayload::generate(record)));
+        });
     }
     return messages;
+}
+
+void freeElsewhere(std::shared_ptr<const InAppMessageQueues> emptied) {
+    Platform::current()->dispatcher->utilityQueue().async([emptied = std::move(emptied)] {});
 }
 
 }  // namespace
@@ -77,7 +86,7 @@ void InAppMessageQueueManager::updateQueues(const SharedPayload& message) {
 
 void InAppMessageQueueManager::updateInAppMessagesOnAppLaunch(Completion completion) {
     auto emptied = reset();
-    if (!NotificationCore::isAllowed()) return;
+    if (!NotificationCore::isAllowed()) return freeElsewhere(std::move(emptied));
     auto before = rebuilds_.update([&](Rebuilds& rebuilds) {
         if (rebuilds.isUnderWay) {
             rebuilds.isNextAskedFor = true;
@@ -85,8 +94,8 @@ void InAppMessageQueueManager::updateInAppMessagesOnAppLaunch(Completion complet
         }
         rebuilds.isUnderWay = true;
     });
-    if (before->isUnderWay) return;
-    getAllInAppMessages([emptied, completion = std::move(completion)](bool rebuilt) {
+    if (before->isUnderWay) return freeElsewhere(std::move(emptied));
+    getAllInAppMessages([emptied = std::move(emptied), completion = std::move(completion)](bool rebuilt) {
         if (completion) completion(rebuilt);
     });
 }

@@ -2,6 +2,7 @@
 
 #include "VantixCore/Vantix.h"
 #include "VantixCore/VantixLogger.h"
+#include "VantixInAppMessage/Core/OutOfMemory.h"
 #include "VantixInAppMessage/Manager/VantixInAppDBDefaults.h"
 
 #include <utility>
@@ -22,6 +23,13 @@ struct OutcomeTexts {
     /// Stands behind success and failure; made only for a line that is written, since it may be long.
     std::function<std::string()> subject = [] { return std::string(); };
 };
+
+constexpr auto insertFunction = "insert(message:completion:)";
+
+OutcomeTexts insertTexts(std::function<std::string()> subject) {
+    return {insertFunction, "Successfully inserted in app message with message ",
+            "Failed to insert in app message with message ", " with error ", std::move(subject)};
+}
 
 /// Logs the outcome of a store operation and passes it on as a boolean.
 std::function<void(Result<bool>)> reporting(OutcomeTexts texts, InAppRepoHelper::Completion completion) {
@@ -80,10 +88,24 @@ InAppMessage InAppRepoHelper::record(const VantixInAppMessagePayload& message) {
 
 void InAppRepoHelper::insert(const SharedPayload& message, Completion completion) {
     inAppRepo_->insert(insertValues(record(*message)),
-                       reporting({"insert(message:completion:)", "Successfully inserted in app message with message ",
-                                  "Failed to insert in app message with message ", " with error ",
-                                  [message] { return message->description(); }},
-                                 std::move(completion)));
+                       reporting(insertTexts([message] { return message->description(); }), std::move(completion)));
+}
+
+void InAppRepoHelper::insertEach(std::function<SharedPayload()> next) {
+    auto message = std::make_shared<SharedPayload>();
+    auto nextValues = [message, next = std::move(next)] {
+        std::optional<std::map<std::string, std::string>> values;
+        auto take = [&] {
+            *message = next();
+            if (*message) values = insertValues(record(**message));
+        };
+        while (!dropWhenOutOfMemory(log, insertFunction, take)) continue;
+        return values;
+    };
+    auto report = reporting(insertTexts([message] { return (*message)->description(); }), {});
+    inAppRepo_->insertEach(nextValues, [report = std::move(report)](const Result<bool>& result) {
+        dropWhenOutOfMemory(log, insertFunction, [&] { report(result); });
+    });
 }
 
 void InAppRepoHelper::fetchAllInAppMessages(ListCompletion completion) {

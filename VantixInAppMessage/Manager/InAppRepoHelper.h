@@ -32,6 +32,9 @@ public:
 
     /// Adds a record, whether or not one with the same scope exists.
     void insert(const SharedPayload& message, Completion completion);
+    /// Adds a record of each message that `next` gives, until it gives null, before anything that is asked for later.
+    /// `next` is asked on the store thread, for one message at a time.
+    void insertEach(std::function<SharedPayload()> next);
     /// The current customer's records, in the order of insertion. Without settings or customer there are none, and the
     /// completion is called within this call.
     void fetchAllInAppMessages(ListCompletion completion);

@@ -1,10 +1,7 @@
 #include "VantixInAppMessage/Manager/VantixInAppTriggerManager.h"
 
-#include "Platform/Ports/Dispatcher.h"
-#include "Platform/Ports/Platform.h"
 #include "Platform/Values/JSON.h"
 #include "Platform/Values/JSONText.h"
-#include "VantixCore/VantixDomainFactory.h"
 #include "VantixCore/VantixLogger.h"
 #include "VantixInAppMessage/Core/InAppMessagePayload/WholeNumber.h"
 #include "VantixInAppMessage/Core/OutOfMemory.h"
@@ -47,18 +44,15 @@ std::shared_ptr<VantixInAppTriggerManager> VantixInAppTriggerManager::create(
 }
 
 VantixInAppTriggerManager::VantixInAppTriggerManager(std::shared_ptr<ConfigurationGenerator> configData)
-    : configData_(std::move(configData)),
-      triggerAPIRequest_(configData_),
-      queue_(Platform::current()->dispatcher->makeSerialQueue(VantixDomainFactory::getDomain("triggers"),
-                                                              QualityOfService::utility)) {}
+    : configData_(std::move(configData)), triggerAPIRequest_(configData_) {}
 
 void VantixInAppTriggerManager::syncTriggers(const InAppTriggersRequestPayload& payload) {
-    queue_->async([self = shared_from_this(), payload] { attempt([&] { self->call(payload); }); });
+    attempt([&] { call(payload); });
 }
 
 void VantixInAppTriggerManager::call(const InAppTriggersRequestPayload& payload) {
     auto process = [self = shared_from_this(), payload](const VantixNetworkManager::Outcome& outcome) {
-        self->queue_->async([self, payload, outcome] { attempt([&] { self->process(outcome, payload); }); });
+        attempt([&] { self->process(outcome, payload); });
     };
     triggerAPIRequest_.syncTriggers(payload.generateJSON(), configData_->accountID(), process).detach();
 }
@@ -90,18 +84,17 @@ void VantixInAppTriggerManager::store(const Response& response, const InAppTrigg
 
     auto answer = InAppTriggerAPIResponse::generate(data);
     if (!isSuccess(answer)) return handleFailure(answer, 0, response->error(), requestPayload);
-    if (answer.triggers) storeNext(response, *answer.triggers);
-}
-
-/// One is decoded when the one before it is stored, so that a long answer does not wait before the store in pieces.
-void VantixInAppTriggerManager::storeNext(const Response& response, InAppTriggers triggers) {
-    std::optional<VantixInAppMessagePayload> message;
-    while (!dropWhenOutOfMemory(log, "storeNext(response:triggers:)", [&] { message = triggers.next(); })) continue;
-    if (!message) return;
-    auto next = [self = shared_from_this(), response, triggers](bool) {
-        self->queue_->async([self, response, triggers] { attempt([&] { self->storeNext(response, triggers); }); });
-    };
-    InAppRepoHelper::shared()->insert(std::make_shared<const VantixInAppMessagePayload>(*std::move(message)), next);
+    if (!answer.triggers) return;
+    // The messages are read out of the response, which is kept for that long.
+    InAppRepoHelper::shared()->insertEach([response, triggers = *answer.triggers]() mutable -> SharedPayload {
+        SharedPayload message;
+        auto take = [&] {
+            if (auto next = triggers.next())
+                message = std::make_shared<const VantixInAppMessagePayload>(*std::move(next));
+        };
+        while (!dropWhenOutOfMemory(log, function, take)) continue;
+        return message;
+    });
 }
 
 /// Nothing on purpose: a sync that failed is neither repeated nor reported.

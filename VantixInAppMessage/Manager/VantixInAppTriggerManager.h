@@ -1,6 +1,5 @@
 #pragma once
 
-#include "Platform/Ports/DispatchQueue.h"
 #include "VantixCore/VantixConfiguration.h"
 #include "VantixCore/VantixError.h"
 #include "VantixCore/VantixResponseGenerator.h"
@@ -23,9 +22,9 @@ public:
     /// Asks the back end once, in the background, and returns at once. What goes wrong is a log line.
     void syncTriggers(const InAppTriggersRequestPayload& payload);
 
-    /// Stores every message of a successful answer, as it comes, one after the other, in the background. Of success
-    /// tells the status within the answer alone, the texts "200" and "201". A host may bring an answer of its own; null
-    /// counts as one without data.
+    /// Stores every message of a successful answer, as it comes, one after the other, in the background; whatever the
+    /// store is asked later, it does after the last of them. Of success tells the status within the answer alone, the
+    /// texts "200" and "201". A host may bring an answer of its own; null counts as one without data.
     void processReceived(const std::shared_ptr<const VantixResponseGenerator>& response,
                          const InAppTriggersRequestPayload& requestPayload);
 
@@ -37,13 +36,11 @@ private:
     void call(const InAppTriggersRequestPayload& payload);
     void process(const VantixNetworkManager::Outcome& outcome, const InAppTriggersRequestPayload& payload);
     void store(const Response& response, const InAppTriggersRequestPayload& requestPayload);
-    void storeNext(const Response& response, InAppTriggers triggers);
     void handleFailure(const std::optional<InAppTriggerAPIResponse>& response, int rcvdHTTPStatusCode,
                        const std::optional<VantixError>& error, const InAppTriggersRequestPayload& requestPayload);
 
     std::shared_ptr<ConfigurationGenerator> configData_;
     InAppTriggersRequest triggerAPIRequest_;
-    std::shared_ptr<DispatchQueue> queue_;
 };
 
 }  // namespace vantix

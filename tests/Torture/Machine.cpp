@@ -156,7 +156,7 @@ mode_t modeOf(int flags, va_list& arguments) { return flags & O_CREAT ? va_arg(a
 
 int tell(clockid_t clock, timespec& time) {
     auto outcome = static_cast<int>(::syscall(SYS_clock_gettime, clock, &time));
-    if (clock == CLOCK_MONOTONIC || clock == CLOCK_MONOTONIC_RAW) time.tv_sec += state().steadyShift;
+    if (clock == CLOCK_MONOTONIC) time.tv_sec += state().steadyShift;
     if (clock != CLOCK_REALTIME) return outcome;
     time.tv_sec += state().dayShift;
     if (long still = state().stillAt) time = {still, 0};

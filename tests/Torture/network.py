@@ -17,7 +17,7 @@ from typing import Callable
 from frame import Outcome
 from life import Life, waiting_reports
 
-# A life is stopped after two minutes.
+# A life is stopped after a minute.
 SECONDS_A_LIFE = 40
 # For what takes no time without a fault.
 PATIENCE = 20

@@ -146,6 +146,9 @@ TEST_F(SharedSettingsTest, WaitForADiskThatFailsToReadThem) {
     auto settings = std::make_shared<FileUserDefaults>(
         Platform::current()->disk, file(), dispatcher().makeSerialQueue("settings", QualityOfService::utility));
     EXPECT_EQ(takeErrors().size(), 1U);
+    settings->customerId();
+    dispatcher().runUntilIdle();
+    EXPECT_EQ(settings->customerId(), "old");
     settings->setCustomerId("new");
     EXPECT_EQ(written(), R"({"other":1,"customerId":"new","version":1})");
 }

@@ -189,3 +189,20 @@ TEST_F(ThreadsTest, ThreadsThatWaitForImagesHoldUpNeitherASyncNorAnotherImage) {
     silent.release();
     ended.wait();
 }
+
+TEST_F(ThreadsTest, AnExitInTheMidstOfALongAnswerKeepsAllOfIt) {
+    struct Answer final : VantixResponseGenerator {
+        const std::optional<std::string>& rcvdData() const override { return data; }
+        const std::optional<VantixError>& error() const override { return none; }
+        std::optional<std::string> data = R"({"status":"200","triggers":[)" + toJSON(Campaign{}.push());
+        std::optional<VantixError> none;
+    };
+    auto answer = std::make_shared<Answer>();
+    for (int more = 1; more < 3000; ++more) *answer->data += "," + toJSON(Campaign{}.push());
+    *answer->data += "]}";
+    VantixInAppTriggerManager::create(std::make_shared<VantixConfiguration>())->processReceived(answer, {});
+    std::size_t stored = 0;
+    InAppRepoHelper::shared()->fetchAllInAppMessages([&](const auto& records) { stored = records.size(); });
+    dispatcher().shutDown();
+    EXPECT_EQ(stored, 3000U);
+}

@@ -9,8 +9,10 @@ namespace {
 using namespace std::string_view_literals;
 
 enum Marker : std::uint8_t {
+    startOfFrame = 0xC0,
     firstRestart = 0xD0,
     lastRestart = 0xD7,
+    startOfImage = 0xD8,
     endOfImage = 0xD9,
     startOfScan = 0xDA,
     exif = 0xE1,
@@ -58,14 +60,20 @@ void read(std::uint8_t marker, std::string_view segment, JPEGSegments& segments)
     if (isProfile && segments.profile.size() < largestProfile) segments.profile += segment.substr(14);
 }
 
-/// The next marker behind the compressed data of a scan, in which a byte of 0xFF is followed by a zero.
-std::uint8_t markerBehindScan(ByteReader& reader) {
+/// No length follows: a zero behind a byte of 0xFF in the compressed data of a scan, a marker for private use or a
+/// reserved one, which libjpeg passes over or refuses, and a restart.
+bool standsAlone(std::uint8_t marker) {
+    return marker < startOfFrame || (marker >= firstRestart && marker <= lastRestart);
+}
+
+/// The next marker that does not stand alone.
+std::uint8_t nextMarker(ByteReader& reader) {
     while (!reader.isExhausted()) {
         reader.skip(reader.rest().find('\xFF'));
         reader.skip(1);
         std::uint8_t marker = reader.byte();
         while (marker == 0xFF) marker = reader.byte();
-        if (marker != 0 && (marker < firstRestart || marker > lastRestart)) return marker;
+        if (!standsAlone(marker)) return marker;
     }
     return 0;
 }
@@ -78,8 +86,9 @@ std::optional<JPEGSegments> jpegSegments(std::string_view bytes) {
     reader.skip("\xFF\xD8"sv.size());
     if (reader.rest().substr(0, 1) != "\xFF"sv) return std::nullopt;
     while (!reader.isExhausted()) {
-        std::uint8_t marker = markerBehindScan(reader);
+        std::uint8_t marker = nextMarker(reader);
         if (marker == endOfImage) break;
+        if (marker == startOfImage) return std::nullopt;
         std::uint32_t length = reader.number(2);
         if (length < 2) return std::nullopt;
         std::string_view segment = reader.take(length - 2);

@@ -14,7 +14,6 @@
 #include <QLoggingCategory>
 
 #include <algorithm>
-#include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <optional>
@@ -38,21 +37,6 @@ constexpr std::int64_t mostMemory = std::int64_t{80} << 20;
 Error isNoPicture() { return {"the bytes are no PNG, JPEG, GIF or WebP picture"}; }
 
 Error cannotBeOpened() { return {"the picture's header cannot be read"}; }
-
-std::int64_t area(PixelSize size) { return std::int64_t{size.width} * size.height; }
-
-/// The largest size of the same shape within `bound` and `most` pixels that is no enlargement; `bound` itself if that
-/// has the shape but for the rounding to pixels.
-PixelSize fitted(PixelSize size, PixelSize bound, std::int64_t most) {
-    double share = std::sqrt(double(most) / double(area(size)));
-    double ratio = std::min({1.0, share, double(bound.width) / size.width, double(bound.height) / size.height});
-    auto scaled = [ratio](int length, int limit) {
-        double exact = length * ratio;
-        bool isLimit = std::abs(exact - limit) < 1 && limit > 0 && limit <= length;
-        return isLimit ? limit : std::max(1, static_cast<int>(std::lround(exact)));
-    };
-    return {scaled(size.width, bound.width), scaled(size.height, bound.height)};
-}
 
 /// What a picture must leave of the memory that a decode may take.
 struct Cost {

@@ -244,9 +244,14 @@ TEST(QtImageDecoder, RefusesWhatCostsMoreThanItsSizeMay) {
     EXPECT_TRUE(QtImageDecoder().decode(progressiveJPEG(20), {64, 64}));
     std::string hugeGIF = gif;
     hugeGIF.replace(6, 4, "\0\x18\0\x18"s);
+    std::string hidden = progressiveJPEG(40), startedTwice = progressiveJPEG(0).insert(2, "\xFF\xD8\0\2"s);
+    auto first = progressiveJPEG(0).rfind("\xFF\xDA"), last = hidden.rfind("\xFF\xDA");
+    hidden.insert(first, "\xFF\x01" + bigEndian(last - first + 2).substr(2));
     const struct {
         std::string bytes, error;
     } cases[] = {{progressiveJPEG(40), "the picture has too many scans"},
+                 {hidden, "the picture has too many scans"},
+                 {startedTwice, "the picture is damaged"},
                  {progressiveJPEG(0, {6320, 6320}), "the picture is too large: 6320 x 6320 pixels"},
                  {hugeGIF, "the picture is too large"}};
     for (const auto& [bytes, error] : cases) {
