@@ -48,12 +48,11 @@ Finding finding(const Rule& rule, const Campaign& campaign, Objection objection)
             std::move(objection.instead)};
 }
 
-/// A rule that finds more than anyone mends one by one says how much more.
+/// The last finding of a rule that finds too much says that there are more.
 void limit(Objections& objections) {
-    constexpr std::size_t most = 100;
-    if (objections.size() <= most) return;
-    objections[most - 1].message += ", as " + std::to_string(objections.size() - most) + " more in this file";
-    objections.resize(most);
+    if (objections.size() <= mostObjections) return;
+    objections.resize(mostObjections);
+    objections.back().message += ", as others in this file do";
 }
 
 std::vector<Found> ask(const CheckedCampaign& checked) {

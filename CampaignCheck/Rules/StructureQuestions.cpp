@@ -96,7 +96,7 @@ Objections unreadableTexts(const CheckedCampaign& checked) {
 Objections unknownKeys(const CheckedCampaign& checked) {
     Objections found;
     forEachWrittenField(checked.campaign, [&](const WrittenField& written) {
-        if (written.field) return;
+        if (written.field || found.size() > mostObjections) return;
         found.push_back({written.place, "nothing reads " + quoted(written.key) + ", the device passes it over",
                          nearestOrAll(written.key, keysIn(written.container))});
     });
@@ -107,6 +107,7 @@ Objections wrongKinds(const CheckedCampaign& checked) {
     Objections found;
     forEachWrittenField(checked.campaign, [&](const WrittenField& written) {
         if (!written.field || written.value.isNull() || isOfKind(written.value, *written.field)) return;
+        if (found.size() > mostObjections) return;
         found.push_back({written.place, quoted(written.key) + " " + whatWrongKindLoses(written.value, *written.field),
                          asRead(written.value, *written.field)});
     });

@@ -21,6 +21,7 @@ Objections ofEachStyleText(const CheckedCampaign& checked, IsMeant isMeant, Ques
     Objections found;
     forEachWrittenField(checked.campaign, [&](const WrittenField& written) {
         if (!written.field || !written.value.text() || !isMeant(*written.field)) return;
+        if (found.size() > mostObjections) return;
         std::optional<Objection> objection = question(*written.value.text(), written);
         if (!objection) return;
         objection->place = written.place;
