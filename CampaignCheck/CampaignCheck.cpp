@@ -19,9 +19,11 @@ struct Found {
     bool isTold = true;
 };
 
-std::optional<FetchedImage> fetchedImage(const Campaign& campaign, const CheckOptions& options) {
+std::optional<FetchedImage> fetchedImage(const Campaign& campaign, const Picture& picture,
+                                         const CheckOptions& options) {
     auto url = campaign.message->getImageURL();
-    bool isFetched = options.fetchImage && url && url->isWebAddress() &&
+    bool isDrawn = picture.untouched().element({Role::image, 0});
+    bool isFetched = options.fetchImage && isDrawn && url && url->isWebAddress() &&
                      !applies(InAppMessageObjection::insecureBannerImage, *campaign.message);
     return isFetched ? std::optional(options.fetchImage(*url)) : std::nullopt;
 }
@@ -94,7 +96,7 @@ void passOverConsequences(std::vector<Found>& found) {
 std::vector<Finding> CampaignChecker::check(const CampaignFile& file, const CheckOptions& options) {
     Campaign campaign = Campaign::read(file.name, file.text);
     Picture picture(*campaign.message, options.device);
-    auto found = ask({campaign, picture, scopesInUse_, options, fetchedImage(campaign, options)});
+    auto found = ask({campaign, picture, scopesInUse_, options, fetchedImage(campaign, picture, options)});
     scopesInUse_.emplace(campaign.message->scope, file.name);
 
     passOverConsequences(found);

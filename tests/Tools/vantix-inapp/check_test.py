@@ -216,7 +216,7 @@ def is_deleted_by_a_launch_message(name, finding):
 
 
 def waits_for_its_event(name, finding):
-    seen = Played(push(name), {"event": "Instant"})
+    seen = Played(push(name), {"event": campaign(name)["trigger"]["eventName"]})
     return not Played(push(name)).shown() and seen.shown() == [name]
 
 
