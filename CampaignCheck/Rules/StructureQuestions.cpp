@@ -68,7 +68,7 @@ bool isOfKind(const Value& value, const CampaignField& field) {
 /// The written value in the kind that is read, where that is plain.
 std::string asRead(const Value& value, const CampaignField& field) {
     bool isNumber = value.integer() && (field.kind == FieldKind::text || field.kind == FieldKind::numberText);
-    if (isNumber) return "\"" + std::to_string(*value.integer()) + "\", in quotation marks";
+    if (isNumber) return quoted(std::to_string(*value.integer())) + ", in quotation marks";
     return std::string(inWords(field.kind));
 }
 
