@@ -19,9 +19,11 @@ struct Found {
     bool isTold = true;
 };
 
-std::optional<FetchedImage> fetchedImage(const Campaign& campaign, const CheckOptions& options) {
+std::optional<FetchedImage> fetchedImage(const Campaign& campaign, const Picture& picture,
+                                         const CheckOptions& options) {
     auto url = campaign.message->getImageURL();
-    bool isFetched = options.fetchImage && url && url->isWebAddress() &&
+    bool isDrawn = picture.untouched().element({Role::image, 0});
+    bool isFetched = options.fetchImage && isDrawn && url && url->isWebAddress() &&
                      !applies(InAppMessageObjection::insecureBannerImage, *campaign.message);
     return isFetched ? std::optional(options.fetchImage(*url)) : std::nullopt;
 }
@@ -48,12 +50,11 @@ Finding finding(const Rule& rule, const Campaign& campaign, Objection objection)
             std::move(objection.instead)};
 }
 
-/// A rule that finds more than anyone mends one by one says how much more.
+/// The last finding of a rule that finds too much says that there are more.
 void limit(Objections& objections) {
-    constexpr std::size_t most = 100;
-    if (objections.size() <= most) return;
-    objections[most - 1].message += ", as " + std::to_string(objections.size() - most) + " more in this file";
-    objections.resize(most);
+    if (objections.size() <= mostObjections) return;
+    objections.resize(mostObjections);
+    objections.back().message += ", as others in this file do";
 }
 
 std::vector<Found> ask(const CheckedCampaign& checked) {
@@ -95,7 +96,7 @@ void passOverConsequences(std::vector<Found>& found) {
 std::vector<Finding> CampaignChecker::check(const CampaignFile& file, const CheckOptions& options) {
     Campaign campaign = Campaign::read(file.name, file.text);
     Picture picture(*campaign.message, options.device);
-    auto found = ask({campaign, picture, scopesInUse_, options, fetchedImage(campaign, options)});
+    auto found = ask({campaign, picture, scopesInUse_, options, fetchedImage(campaign, picture, options)});
     scopesInUse_.emplace(campaign.message->scope, file.name);
 
     passOverConsequences(found);

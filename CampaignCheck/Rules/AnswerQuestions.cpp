@@ -40,7 +40,7 @@ template <typename Question>
 Objections ofEachButton(const CheckedCampaign& checked, const char* key, Question question) {
     Objections found;
     const auto& ctas = checked.message().body.ctas;
-    for (std::size_t index = 0; index < ctas.size(); ++index) {
+    for (std::size_t index = 0; index < ctas.size() && found.size() <= mostObjections; ++index) {
         std::optional<Objection> objection = question(ctas[index]);
         if (!objection) continue;
         objection->place = placeOf("/body/ctas", index, key);
@@ -150,7 +150,7 @@ Objections equalOptions(const CheckedCampaign& checked) {
     Objections found;
     std::map<std::string, std::string> seen;
     const auto& options = checked.message().body.feedback.options;
-    for (std::size_t index = 0; index < options.size(); ++index) {
+    for (std::size_t index = 0; index < options.size() && found.size() <= mostObjections; ++index) {
         auto [first, isNew] = seen.emplace(foldCase(options[index]), options[index]);
         if (isNew) continue;
         found.push_back({placeOf("/body/feedbackOptions/options", index),

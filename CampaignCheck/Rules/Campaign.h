@@ -40,7 +40,7 @@ struct Campaign {
     bool isReadable() const { return unreadable.empty() || !unreadable.front().place.empty(); }
     /// Whether its nested text under the key is one, or is not there.
     bool isReadable(std::string_view key) const {
-        return std::ranges::find(unreadable, "/" + std::string(key), &UnreadableText::place) == unreadable.end();
+        return std::ranges::find(unreadable, std::string("/").append(key), &UnreadableText::place) == unreadable.end();
     }
 };
 

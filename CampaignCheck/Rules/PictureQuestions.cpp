@@ -122,8 +122,21 @@ void addContrastObjections(const Picture::State& state, const Picture& picture, 
     }
 }
 
+std::size_t drawnOptions(const Picture& picture) {
+    return static_cast<std::size_t>(
+        std::ranges::count(picture.untouched().elements, Role::option, &AccessibleElement::role));
+}
+
+/// The list with one element at most that is not drawn.
+template <typename Element>
+void shorten(std::vector<Element>& list, std::size_t drawn) {
+    if (list.size() > drawn + 1) list.resize(drawn + 1);
+}
+
 /// The message with a text wherever one can stand, so that only its type decides what is drawn.
-VantixInAppMessagePayload filled(VantixInAppMessagePayload message) {
+VantixInAppMessagePayload filled(VantixInAppMessagePayload message, const Picture& picture) {
+    shorten(message.body.ctas, picture.drawnButtons());
+    shorten(message.body.feedback.options, drawnOptions(picture));
     constexpr const char* anyText = "x";
     if (message.body.title.empty()) message.body.title = anyText;
     if (message.body.message.empty()) message.body.message = anyText;
@@ -185,11 +198,6 @@ std::string_view whole(const WrittenField& written) {
 
 bool isEmptyText(const Value& value) { return value.text() && value.text()->empty(); }
 
-std::size_t drawnOptions(const Picture& picture) {
-    return static_cast<std::size_t>(
-        std::ranges::count(picture.untouched().elements, Role::option, &AccessibleElement::role));
-}
-
 /// Of a type that draws them as rows; where another one draws fewer, that is no cut.
 void addUndrawnRows(const char* list, const std::string& what, const std::vector<std::string>& written,
                     std::size_t drawn, Objections& found) {
@@ -212,7 +220,8 @@ std::string codePointNames(const std::string& text) {
     for (char32_t character : codePoints(text)) {
         char name[16];
         std::snprintf(name, sizeof name, "U+%04X", static_cast<unsigned>(character));
-        names += (names.empty() ? "" : " ") + std::string(name);
+        names += names.empty() ? "" : " ";
+        names += name;
     }
     return names;
 }
@@ -232,7 +241,7 @@ Objections unusedButtons(const CheckedCampaign& checked) {
 Objections unusedParts(const CheckedCampaign& checked) {
     Objections found;
     if (checked.picture.isEmpty()) return found;
-    VantixInAppMessagePayload message = filled(checked.message());
+    VantixInAppMessagePayload message = filled(checked.message(), checked.picture);
     std::optional<Picture> withAllTexts;
     if (message != checked.message()) withAllTexts.emplace(message, checked.options.device);
     const Picture& picture = withAllTexts ? *withAllTexts : checked.picture;

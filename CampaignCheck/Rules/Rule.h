@@ -64,6 +64,9 @@ struct Objection {
 
 using Objections = std::vector<Objection>;
 
+/// Nobody mends more of a kind one by one: a rule need not look for the rest.
+inline constexpr std::size_t mostObjections = 100;
+
 /// What may be wrong with a campaign.
 struct Rule {
     std::string_view code;

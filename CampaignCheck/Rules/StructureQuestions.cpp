@@ -68,7 +68,7 @@ bool isOfKind(const Value& value, const CampaignField& field) {
 /// The written value in the kind that is read, where that is plain.
 std::string asRead(const Value& value, const CampaignField& field) {
     bool isNumber = value.integer() && (field.kind == FieldKind::text || field.kind == FieldKind::numberText);
-    if (isNumber) return "\"" + std::to_string(*value.integer()) + "\", in quotation marks";
+    if (isNumber) return quoted(std::to_string(*value.integer())) + ", in quotation marks";
     return std::string(inWords(field.kind));
 }
 
@@ -96,7 +96,7 @@ Objections unreadableTexts(const CheckedCampaign& checked) {
 Objections unknownKeys(const CheckedCampaign& checked) {
     Objections found;
     forEachWrittenField(checked.campaign, [&](const WrittenField& written) {
-        if (written.field || written.place == schemaPlace) return;
+        if (written.field || written.place == schemaPlace || found.size() > mostObjections) return;
         found.push_back({written.place, "nothing reads " + quoted(written.key) + ", the device passes it over",
                          nearestOrAll(written.key, keysIn(written.container))});
     });
@@ -107,6 +107,7 @@ Objections wrongKinds(const CheckedCampaign& checked) {
     Objections found;
     forEachWrittenField(checked.campaign, [&](const WrittenField& written) {
         if (!written.field || written.value.isNull() || isOfKind(written.value, *written.field)) return;
+        if (found.size() > mostObjections) return;
         found.push_back({written.place, quoted(written.key) + " " + whatWrongKindLoses(written.value, *written.field),
                          asRead(written.value, *written.field)});
     });

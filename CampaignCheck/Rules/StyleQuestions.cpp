@@ -21,6 +21,7 @@ Objections ofEachStyleText(const CheckedCampaign& checked, IsMeant isMeant, Ques
     Objections found;
     forEachWrittenField(checked.campaign, [&](const WrittenField& written) {
         if (!written.field || !written.value.text() || !isMeant(*written.field)) return;
+        if (found.size() > mostObjections) return;
         std::optional<Objection> objection = question(*written.value.text(), written);
         if (!objection) return;
         objection->place = written.place;
@@ -41,7 +42,7 @@ std::string upperCase(std::string text) {
 }
 
 /// The digits with the alpha that stands at their end put first.
-std::string alphaFirst(const std::string& color) { return "#" + color.substr(7) + color.substr(1, 6); }
+std::string alphaFirst(const std::string& color) { return color.substr(0, 1) + color.substr(7) + color.substr(1, 6); }
 
 std::string percent(double part) { return std::to_string(std::lround(part * 100)) + " %"; }
 
@@ -81,7 +82,7 @@ Objections badColors(const CheckedCampaign& checked) {
             bool lacksSign = colorFromText("#" + text).has_value();
             return Objection{{},
                              quoted(text) + " is no color that the device knows, it draws as if there were none",
-                             lacksSign ? "\"#" + text + "\"" : "\"#RRGGBB\", \"#RGB\" or \"#AARRGGBB\""};
+                             lacksSign ? quoted("#" + text) : "\"#RRGGBB\", \"#RGB\" or \"#AARRGGBB\""};
         });
 }
 
@@ -96,7 +97,7 @@ Objections alphaInOtherOrder(const CheckedCampaign& checked) {
                              quoted(text) + " has its alpha first on the device: it draws " +
                                  colorFromText(text)->hexString() + ", " + percent(colorFromText(text)->alpha) +
                                  " opaque",
-                             "\"" + alphaFirst(text) + "\" for a see-through white, black or grey"};
+                             quoted(alphaFirst(text)) + " for a see-through white, black or grey"};
         });
 }
 
@@ -109,7 +110,7 @@ Objections badTextSizes(const CheckedCampaign& checked) {
             std::string digits = digitsIn(text);
             return Objection{{},
                              quoted(text) + " is no whole number from 1 to 100, " + drawnSize(checked, written),
-                             size || digits.empty() ? "\"16\"" : "\"" + digits + "\""};
+                             size || digits.empty() ? "\"16\"" : quoted(digits)};
         });
 }
 

@@ -9,6 +9,7 @@
 #include "VantixCore/VantixEvents.h"
 #include "VantixInAppMessage/Core/InAppMessageObjections.h"
 
+#include <algorithm>
 #include <array>
 
 namespace vantix {
@@ -18,6 +19,9 @@ namespace {
 using TriggerType = VantixInAppNotificationTriggerType;
 
 constexpr std::array triggerTypes{TriggerType::instant, TriggerType::appLaunch};
+
+/// Whether the name is the word of the type, in any letter case.
+bool isWord(const std::string& name, TriggerType type) { return foldCase(name) == foldCase(rawValue(type)); }
 
 bool isNumber(const std::string& text) {
     auto value = parseJSON(text);
@@ -50,26 +54,27 @@ Objections missingTrigger(const CheckedCampaign& checked) {
 
 Objections triggerInOtherCase(const CheckedCampaign& checked) {
     const NotificationTrigger& trigger = checked.message().trigger;
-    for (TriggerType type : triggerTypes) {
-        std::string word(rawValue(type));
-        if (trigger.type() || foldCase(trigger.eventName) != foldCase(word)) continue;
-        return {{"/trigger/eventName",
-                 quoted(trigger.eventName) + " is the name of an event of the application to the device, for letter "
-                                             "case counts: the message waits for it",
-                 "\"" + word + "\""}};
-    }
-    return {};
+    auto meant = std::ranges::find_if(triggerTypes, [&](TriggerType type) { return isWord(trigger.eventName, type); });
+    if (trigger.type() || meant == triggerTypes.end()) return {};
+    bool isDeleted = *meant == TriggerType::appLaunch;
+    return {{"/trigger/eventName",
+             quoted(trigger.eventName) +
+                 " is the name of an event of the application to the device, for letter case counts: the message "
+                 "waits for it" +
+                 (isDeleted ? ", and the next launch message deletes it" : ""),
+             quoted(rawValue(*meant))}};
 }
 
 Objections hiddenLaunchWord(const CheckedCampaign& checked) {
     const NotificationTrigger& trigger = checked.message().trigger;
-    std::string word(rawValue(TriggerType::appLaunch));
+    std::string_view word = rawValue(TriggerType::appLaunch);
     bool isFound = foldCase(trigger.textRepresentation).find(foldCase(word)) != std::string::npos;
-    if (trigger.type() == TriggerType::appLaunch || !isFound) return {};
+    // A launch message in another letter case is a mistake of its own.
+    if (!isFound || isWord(trigger.eventName, TriggerType::appLaunch)) return {};
     return {{"/trigger",
-             "\"" + word +
-                 "\" stands somewhere in the trigger, in this or another letter case, so that the next "
-                 "launch message deletes this one from the device",
+             quoted(word) +
+                 " stands somewhere in the trigger, in this or another letter case, so that the next launch message "
+                 "deletes this one from the device",
              "another name for the event or the attribute"}};
 }
 

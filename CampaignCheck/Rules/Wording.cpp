@@ -22,7 +22,9 @@ std::string_view beginning(std::string_view text, std::size_t longest) {
 
 std::string quoted(std::string_view text) {
     constexpr std::size_t longest = 60;
-    return "\"" + repairUTF8(beginning(text, longest)) + (text.size() > longest ? "…\"" : "\"");
+    std::string marked = "\"";
+    marked += repairUTF8(beginning(text, longest));
+    return marked + (text.size() > longest ? "…\"" : "\"");
 }
 
 std::string nearestOrAll(std::string_view written, const std::vector<std::string_view>& words) {

@@ -11,13 +11,14 @@ namespace vantix {
 
 namespace {
 
+/// More than any device draws.
+constexpr std::size_t mostTexts = 1000;
+
 using Visit = std::function<void(const WrittenField&)>;
 
-const CampaignField* fieldNamed(const std::string& container, std::string_view key) {
-    auto fields = campaignFields();
-    auto found = std::ranges::find_if(
-        fields, [&](const CampaignField& field) { return field.key() == key && field.container() == container; });
-    return found == fields.end() ? nullptr : &*found;
+const CampaignField* fieldNamed(std::string_view key, const std::vector<const CampaignField*>& fields) {
+    auto found = std::ranges::find(fields, key, &CampaignField::key);
+    return found == fields.end() ? nullptr : *found;
 }
 
 void visitMembers(const Dictionary& object, const std::string& place, const std::string& container, const Visit& visit);
@@ -38,8 +39,9 @@ void visitContent(const WrittenField& written, const Visit& visit) {
 
 void visitMembers(const Dictionary& object, const std::string& place, const std::string& container,
                   const Visit& visit) {
+    const auto fields = object.isEmpty() ? std::vector<const CampaignField*>() : fieldsIn(container);
     for (const auto& [key, value] : object) {
-        WrittenField written{place + "/" + pointerStep(key), key, value, container, fieldNamed(container, key)};
+        WrittenField written{place + "/" + pointerStep(key), key, value, container, fieldNamed(key, fields)};
         visit(written);
         if (written.field) visitContent(written, visit);
     }
@@ -56,19 +58,19 @@ void forEachWrittenField(const Campaign& campaign, const Visit& visit) {
 
 std::vector<ShownText> shownTexts(const VantixInAppMessagePayload& message) {
     const InAppBody& body = message.body;
-    std::vector<ShownText> texts{{"/body/title", {Role::title, 0}, body.title},
-                                 {"/body/message", {Role::message, 0}, body.message}};
-    for (std::size_t index = 0; index < body.ctas.size(); ++index) {
-        texts.push_back({placeOf("/body/ctas", index, NotificationPayloadKeys::actionText),
-                         {Role::button, static_cast<int>(index)},
-                         *body.ctas[index].actionText});
-    }
-    for (std::size_t index = 0; index < body.feedback.options.size(); ++index) {
-        texts.push_back({placeOf("/body/feedbackOptions/options", index),
-                         {Role::option, static_cast<int>(index)},
-                         body.feedback.options[index]});
-    }
-    std::erase_if(texts, [](const ShownText& shown) { return shown.text.empty(); });
+    std::vector<ShownText> texts;
+    if (!body.title.empty()) texts.push_back({"/body/title", {Role::title, 0}, body.title});
+    if (!body.message.empty()) texts.push_back({"/body/message", {Role::message, 0}, body.message});
+    auto addAll = [&](const char* list, const char* key, Role role, const auto& elements, auto textOf) {
+        for (std::size_t index = 0; index < elements.size() && texts.size() < mostTexts; ++index) {
+            const std::string& text = textOf(elements[index]);
+            if (!text.empty()) texts.push_back({placeOf(list, index, key), {role, static_cast<int>(index)}, text});
+        }
+    };
+    addAll("/body/ctas", NotificationPayloadKeys::actionText, Role::button, body.ctas,
+           [](const InAppCTA& cta) -> const std::string& { return *cta.actionText; });
+    addAll("/body/feedbackOptions/options", "", Role::option, body.feedback.options,
+           [](const std::string& option) -> const std::string& { return option; });
     return texts;
 }
 

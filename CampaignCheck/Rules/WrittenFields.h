@@ -39,7 +39,8 @@ struct ShownText {
     std::string what() const { return roleName(element.role); }
 };
 
-/// Title, message, texts of buttons and options, those that are not empty, in this order.
+/// Title, message, texts of buttons and options, those that are not empty, in this order. Of very many the first, as
+/// a device draws them.
 std::vector<ShownText> shownTexts(const VantixInAppMessagePayload& message);
 
 /// A place in a list: "/body/ctas/2/type".

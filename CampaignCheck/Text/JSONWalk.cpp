@@ -19,7 +19,8 @@ class Origins {
 public:
     /// The byte at `at`, and those after it that stand as close to each other, come from `origin`.
     void add(std::size_t at, std::size_t origin) {
-        if (jumps_.empty() || of(at) != origin) jumps_.push_back({at, origin});
+        bool goesOn = !jumps_.empty() && jumps_.back().origin + (at - jumps_.back().at) == origin;
+        if (!goesOn) jumps_.push_back({at, origin});
     }
 
     std::size_t of(std::size_t at) const {
@@ -160,7 +161,6 @@ private:
     }
 
     void readText(DecodedText* decoded) {
-        constexpr std::size_t longestCharacter = 4;
         take('"');
         while (next() != '"') {
             std::size_t origin = source_.offset(at_);
@@ -168,13 +168,24 @@ private:
                 std::string character = escape();
                 if (decoded) decoded->append(character, origin);
             } else {
-                std::size_t length = codePointLength(source_.text.substr(at_, longestCharacter));
-                if (length == 0 || static_cast<unsigned char>(next()) < 0x20) fail();
+                std::size_t length = plainLength();
+                if (length == 0) fail();
                 if (decoded) decoded->append(source_.text.substr(at_, length), origin);
                 at_ += length;
             }
         }
         take('"');
+    }
+
+    /// How many bytes from here on stand for themselves: some letters, or one character; 0 where nothing may stand.
+    std::size_t plainLength() const {
+        auto isLetter = [](char c) { return c >= 0x20 && c < 0x7F && c != '"' && c != '\\'; };
+        std::string_view rest = source_.text.substr(at_);
+        auto letters = std::find_if_not(rest.begin(), rest.end(), isLetter) - rest.begin();
+        if (letters > 0) return static_cast<std::size_t>(letters);
+        bool isControl = static_cast<unsigned char>(rest.front()) < 0x20;
+        constexpr std::size_t longestCharacter = 4;
+        return isControl ? 0 : codePointLength(rest.substr(0, longestCharacter));
     }
 
     std::string escape() {

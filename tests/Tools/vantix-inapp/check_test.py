@@ -216,7 +216,7 @@ def is_deleted_by_a_launch_message(name, finding):
 
 
 def waits_for_its_event(name, finding):
-    seen = Played(push(name), {"event": "Instant"})
+    seen = Played(push(name), {"event": campaign(name)["trigger"]["eventName"]})
     return not Played(push(name)).shown() and seen.shown() == [name]
 
 
@@ -513,7 +513,39 @@ def images_are_looked_at_online():
         expect("a banner's lost image played", not seen.shown() and not seen.stored(), seen.lines)
 
 
+def play_tells_what_check_tells():
+    name = "unknown-key-in-a-button-in-a-text"
+    wanted = findings_of(mistakes / f"{name}.json", "--customer", customer)[0]
+    lines = ["", '# A campaign', json.dumps({"configure": {"customerId": "nobody", "logLevel": "info"}}),
+             json.dumps({"customer": customer}), '{"campaign": ' + json.dumps(campaign(name)) + "}"]
+    scenario = "\n".join(lines).encode()
+    checked, plain = (run("play", *words, "-", stdin=scenario)[1].splitlines() for words in (["--check"], []))
+    found = json.loads(checked[0])["finding"]
+    expect("play --check", {**wanted, **{key: found[key] for key in ("file", "line", "column")}} == found, found)
+    expect("its place", (found["file"], found["line"]) == ("-", 5) and
+           lines[4][found["column"] - 1:].startswith(r'\"text\"'), found)
+
+    def without_chance(printed):
+        return [re.sub(r"[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}", "UUID", line) for line in printed]
+    expect("play without --check", without_chance(checked[1:]) == without_chance(plain), checked, plain)
+
+
+def bad_calls_are_told():
+    with tempfile.TemporaryDirectory() as temporary:
+        calls = [["check"], ["check", "nowhere.json"], ["check", temporary], ["check", folder, "--format", "xml"]]
+        for words in calls:
+            status, output, errors = run(*words)
+            expect(f"{words}", status == 2 and not output and errors, status, output, errors)
+    correct = (folder / "correct/english-popup.json").read_bytes()
+    expect("standard input", run("check", "-", stdin=correct)[:2] == (0, "1 campaign: 0 errors, 0 warnings\n"))
+    expect("a warning", run("check", mistakes / "gateway.json")[0] == 0)
+    expect("a warning, strict", run("check", mistakes / "gateway.json", "--strict")[0] == 1)
+    expect("an error", run("check", mistakes / "no-scope.json")[0] == 1)
+
+
 RULES = known_rules()
+play_tells_what_check_tells()
+bad_calls_are_told()
 images_are_looked_at_online()
 each_mistake_has_its_rule_alone()
 correct_campaigns_have_none()
