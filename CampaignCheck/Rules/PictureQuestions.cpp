@@ -133,11 +133,12 @@ void shorten(std::vector<Element>& list, std::size_t drawn) {
     if (list.size() > drawn + 1) list.resize(drawn + 1);
 }
 
+constexpr const char* anyText = "x";
+
 /// The message with a text wherever one can stand, so that only its type decides what is drawn.
 VantixInAppMessagePayload filled(VantixInAppMessagePayload message, const Picture& picture) {
     shorten(message.body.ctas, picture.drawnButtons());
     shorten(message.body.feedback.options, drawnOptions(picture));
-    constexpr const char* anyText = "x";
     if (message.body.title.empty()) message.body.title = anyText;
     if (message.body.message.empty()) message.body.message = anyText;
     for (InAppCTA& cta : message.body.ctas) {
@@ -164,13 +165,13 @@ std::optional<VantixInAppMessagePayload> changedIn(const WrittenField& written, 
     InAppBody& body = message.body;
     InAppMessageStyle& style = message.style;
     if (written.place == "/body/title")
-        body.title.insert(0, "x");
+        body.title = std::string(anyText) + body.title;
     else if (written.place == "/body/message")
-        body.message.insert(0, "x");
+        body.message = std::string(anyText) + body.message;
     else if (written.place == "/body/image")
         body.image.clear();
     else if (written.place == "/body/feedbackOptions")
-        body.feedback.options.insert(body.feedback.options.begin(), "x");
+        body.feedback.options.insert(body.feedback.options.begin(), anyText);
     else if (written.place == "/template/layoutBackgroundColor")
         style.layoutBackgroundColor = otherColor;
     else if (written.place == "/template/rating/selectedColor")
